@@ -1,0 +1,99 @@
+#include "TesselDbusClient.h"
+
+#include "Handles.h"
+#include "Log.h"
+#include "TesselUI.h"
+
+namespace TesselUI {
+
+namespace {
+
+constexpr const char* kDaemonName = "com.norvale.orbis.tessel.daemon";
+constexpr const char* kDaemonPath = "/com/norvale/orbis/tessel/daemon";
+constexpr const char* kDaemonInterface = kDaemonName;
+
+} // namespace
+
+TesselDbusClient::TesselDbusClient(CTesselUI* app)
+    : m_app(app)
+    , m_cookie(this)
+{
+    LOGI("Entry");
+    GError* raw = nullptr;
+    m_connection = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, &raw);
+    if (const ErrorPtr error {raw}) {
+        LOGE("Failed to open connection to bus: %s\n\n", error->message);
+        return;
+    }
+    // A bus that dies must not take the program along: it can still be driven through the settings store.
+    g_dbus_connection_set_exit_on_close(m_connection, FALSE);
+    g_dbus_proxy_new(m_connection, G_DBUS_PROXY_FLAGS_NONE, nullptr, kDaemonName, kDaemonPath,
+        kDaemonInterface, nullptr, proxyNewCallback, m_cookie.userData());
+}
+
+TesselDbusClient::~TesselDbusClient()
+{
+    LOGI("Entry");
+    g_clear_object(&m_proxy);
+    g_clear_object(&m_connection);
+}
+
+void TesselDbusClient::proxyNewCallback(GObject*, GAsyncResult* result, void* user_data)
+{
+    LOGI("ENTRY");
+    TesselDbusClient* self = Cookie<TesselDbusClient>::find(user_data);
+    if (!self) {
+        LOGI("Object ALreay Deleted");
+        return;
+    }
+    GError* raw = nullptr;
+    GDBusProxy* proxy = g_dbus_proxy_new_finish(result, &raw);
+    const ErrorPtr error {raw};
+    if (!proxy) {
+        LOGE("Failed to create proxy object: %s, name:%s  path:%s  iface:%s", error ? error->message : "",
+            kDaemonName, kDaemonPath, kDaemonInterface);
+        self->m_app->dbusClientObjectCreated(false);
+        return;
+    }
+    self->m_proxy = proxy;
+    self->m_app->dbusClientObjectCreated(true);
+}
+
+void TesselDbusClient::dbusServerStarted(bool started)
+{
+    LOGI("DBus server started = [%s]", started ? "true" : "false");
+    std::string method = "ServerStarted";
+    sendMessageonDbus(method, g_variant_new("(b)", started));
+}
+
+void TesselDbusClient::stopTessel(bool first, bool second)
+{
+    LOGI("Stop Tessel");
+    std::string method = "StopTessel";
+    sendMessageonDbus(method, g_variant_new("(bb)", first, second));
+}
+
+void TesselDbusClient::sendMessageonDbus(std::string& method, GVariant* parameters)
+{
+    const VariantPtr arguments {parameters ? g_variant_ref_sink(parameters) : nullptr};
+    LOGI("Entry");
+    if (!m_proxy) {
+        LOGE("No Proxy Object found");
+        return;
+    }
+    LOGI("Proxy Not NUll");
+    GError* raw = nullptr;
+    const VariantPtr reply {g_dbus_proxy_call_sync(
+        m_proxy, method.c_str(), arguments.get(), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &raw)};
+    if (const ErrorPtr error {raw}) {
+        LOGE("DBUS call failed: %s", error->message);
+        return;
+    }
+    gint32 value = 0;
+    // The daemon may answer anything; only what has the agreed form is read.
+    if (reply && g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(i)")))
+        g_variant_get(reply.get(), "(i)", &value);
+    LOGI("result:%d", value);
+}
+
+} // namespace TesselUI

@@ -1,0 +1,24 @@
+/// Dimmed backdrop of a popup.
+#pragma once
+
+#include <Elementary.h>
+
+namespace TesselUI {
+
+/// A full-screen layout of the theme group "dim", made by Show() and deleted by Hide(). Held by value by
+/// the popup it belongs to; the owner calls Hide() before it goes. Main loop only.
+class CDimBase {
+public:
+    /// @param parent  borrowed, nullable
+    explicit CDimBase(Evas_Object* parent);
+    ~CDimBase() = default;
+
+    void Show();
+    void Hide();
+
+private:
+    Evas_Object* m_layout = nullptr; ///< owned, null until Show()
+    Evas_Object* m_parent;
+};
+
+} // namespace TesselUI

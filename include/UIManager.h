@@ -1,0 +1,52 @@
+/// The one window and the popup on it.
+#pragma once
+
+#include "PinPopup.h"
+
+#include <Elementary.h>
+
+#include <string>
+
+namespace TesselUI {
+
+/// Owns the window and at most one popup of each class; each show operation first removes every popup that is
+/// up. Shared by the application and its bus service; the last of them to go takes window and popups along.
+/// Show operations return 0 when the popup is shown and -2 when it is not. Main loop only.
+class UIManager {
+public:
+    UIManager();
+    ~UIManager();
+    UIManager(const UIManager&) = delete;
+    UIManager& operator=(const UIManager&) = delete;
+
+    /// Makes the window, binds the message catalogue and adds the theme; once.
+    void createWindow();
+
+    /// @return the window, not shown yet, owned by this object; null when there is no display
+    Evas_Object* createWin();
+
+    /// Deletes every popup. @param lowerWindow  takes the window off the screen first
+    void hideAllPopup(bool lowerWindow);
+    int hidePopup();
+
+    int showPinPopup(std::string& mobileName, std::string& pin);
+    int showTncPopup();
+    int showApListPopup();
+    /// @param failedStep  "sso" for a failed sign-in; any other text for a failed network set-up
+    int showFailedPopup(std::string& failedStep);
+    /// Shown only while an application that drives the set-up is in front. @param pin  logged only
+    int showGuidePopup(std::string& pin);
+
+    /// @return whether the application that drives the set-up on the TV is in front
+    bool IsWizardRunning();
+
+private:
+    int showInformation(TSPOPUP_TYPE type);
+
+    bool m_bInitialized;
+    Evas_Object* m_pWin; ///< owned
+    Evas_Object* m_pBg;  ///< child of the window
+    PinPopup* m_pPinPopup; ///< owned
+};
+
+} // namespace TesselUI

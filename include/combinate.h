@@ -1,0 +1,20 @@
+/// Composed sentences.
+#pragma once
+
+#include "Export.h"
+
+namespace TesselUI {
+
+/// Size of the buffer that combinate_string() writes into, bytes, the terminator included.
+inline constexpr int kCombinedTextSize = 255;
+
+} // namespace TesselUI
+
+extern "C" {
+
+/// Fills a translated template with up to two arguments (%1, %2; see string_util.h).
+/// @param format,arg1,arg2  borrowed; null counts as ""
+/// @param out  buffer of kCombinedTextSize bytes; the text is cut to it between two characters. Null is
+///             logged and otherwise ignored
+TESSEL_API void combinate_string(const char* format, const char* arg1, const char* arg2, char* out);
+}

@@ -1,0 +1,54 @@
+#include "elm_flux.h"
+#include "flux/KeyGuard.h"
+#include "flux/Manager.h"
+#include "flux/Record.h"
+#include "flux/Theme.h"
+
+namespace orbis::flux {
+
+namespace {
+
+struct ButtonRecord {
+    static constexpr const char* kKey = "orbis.flux.button";
+    Evas_Object* object = nullptr;
+};
+
+void on_focused(void*, Evas_Object* button, void*)
+{
+    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
+        manager->focusMoved();
+}
+
+} // namespace
+
+} // namespace orbis::flux
+
+using namespace orbis::flux;
+
+Evas_Object* elm_flux_button_add(Evas_Object* parent)
+{
+    if (!parent)
+        return nullptr;
+    ensureTheme();
+    Evas_Object* button = elm_button_add(parent);
+    if (!button)
+        return nullptr;
+    attachRecord<ButtonRecord>(button);
+    elm_object_style_set(button, "flux");
+    applyContrast(button);
+    evas_object_smart_callback_add(button, "focused", on_focused, nullptr);
+    return button;
+}
+
+Eina_Bool elm_flux_button_style_set(Evas_Object* button, Elm_Flux_Button_Style style)
+{
+    return recordOf<ButtonRecord>(button) && style == ELM_FLUX_BUTTON_STYLE_DEFAULT;
+}
+
+Eina_Bool elm_flux_button_text_set(Evas_Object* button, const char* text)
+{
+    if (!recordOf<ButtonRecord>(button))
+        return EINA_FALSE;
+    elm_object_text_set(button, text ? text : "");
+    return EINA_TRUE;
+}

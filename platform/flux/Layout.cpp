@@ -1,0 +1,174 @@
+#include "flux/Layout.h"
+
+#include "flux/Record.h"
+#include "flux/Theme.h"
+
+#include <algorithm>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr const char* kBoxPart = "elm.swallow.box";
+
+struct LayoutRecord {
+    static constexpr const char* kKey = "orbis.flux.layout";
+
+    /// The box outlives the record by a moment while the layout is being deleted.
+    ~LayoutRecord() { elm_box_layout_set(box, nullptr, nullptr, nullptr); }
+
+    Evas_Object* object = nullptr;
+    Evas_Object* box = nullptr;
+    Elm_Flux_Layout_Type type = ELM_FLUX_LAYOUT_VERTICAL;
+    double gap = 0.0; ///< layout units, as the paddings
+    double left = 0.0;
+    double right = 0.0;
+    double top = 0.0;
+    double bottom = 0.0;
+};
+
+/// The room for the items, in pixels.
+struct Area {
+    int x, y, width, height;
+};
+
+Area innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
+{
+    Area area {};
+    evas_object_geometry_get(canvasBox, &area.x, &area.y, &area.width, &area.height);
+    const int left = elm_flux_unit_to_pixel(record.left);
+    const int top = elm_flux_unit_to_pixel(record.top);
+    area.x += left;
+    area.y += top;
+    area.width = std::max(0, area.width - left - elm_flux_unit_to_pixel(record.right));
+    area.height = std::max(0, area.height - top - elm_flux_unit_to_pixel(record.bottom));
+    return area;
+}
+
+/// Places one item at @p offset along the layout's direction, centred across it, and cut to the room there
+/// is, so that nothing leaves the layout. @return the length it takes along the direction
+int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrored, int offset)
+{
+    int width = 0;
+    int height = 0;
+    evas_object_size_hint_min_get(item, &width, &height);
+    width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
+    height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
+    int x = area.x + (area.width - width) / 2;
+    int y = area.y + (area.height - height) / 2;
+    if (horizontal)
+        x = mirrored ? area.x + area.width - offset - width : area.x + offset;
+    else
+        y = area.y + offset;
+    evas_object_geometry_set(item, x, y, width, height);
+    return horizontal ? width : height;
+}
+
+/// The items have the sizes they were appended with; what the toolkit's own boxes would make of hints and
+/// weights does not come into it.
+void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
+{
+    const auto& record = *static_cast<LayoutRecord*>(data);
+    const Area area = innerArea(record, canvasBox);
+    const bool horizontal = record.type == ELM_FLUX_LAYOUT_HORIZONTAL;
+    const bool mirrored = elm_object_mirrored_get(record.object);
+    const int gap = elm_flux_unit_to_pixel(record.gap);
+    int offset = 0;
+    const Eina_List* node = nullptr;
+    void* entry = nullptr;
+    EINA_LIST_FOREACH(boxData->children, node, entry)
+    {
+        auto* option = static_cast<Evas_Object_Box_Option*>(entry);
+        offset += placeItem(option->obj, area, horizontal, mirrored, offset) + gap;
+    }
+}
+
+void arrangeAgain(const LayoutRecord& record)
+{
+    elm_box_recalculate(record.box);
+}
+
+} // namespace
+
+Evas_Object* outermostLayout(Evas_Object* widget)
+{
+    Evas_Object* outermost = nullptr;
+    for (; widget; widget = elm_object_parent_widget_get(widget)) {
+        if (recordOf<LayoutRecord>(widget))
+            outermost = widget;
+    }
+    return outermost;
+}
+
+std::vector<Evas_Object*> layoutItems(const Evas_Object* layout)
+{
+    std::vector<Evas_Object*> items;
+    const auto* record = recordOf<LayoutRecord>(layout);
+    Eina_List* children = record ? elm_box_children_get(record->box) : nullptr;
+    void* child = nullptr;
+    EINA_LIST_FREE(children, child)
+    items.push_back(static_cast<Evas_Object*>(child));
+    return items;
+}
+
+} // namespace orbis::flux
+
+using namespace orbis::flux;
+
+Evas_Object* elm_flux_layout_add(Evas_Object* parent)
+{
+    Evas_Object* layout = addThemedLayout(parent, "layout", "1");
+    if (!layout)
+        return nullptr;
+    auto* record = attachRecord<LayoutRecord>(layout);
+    record->box = elm_box_add(layout);
+    elm_box_layout_set(record->box, arrange, record, nullptr);
+    elm_object_part_content_set(layout, kBoxPart, record->box);
+    return layout;
+}
+
+Eina_Bool elm_flux_layout_type_set(Evas_Object* layout, Elm_Flux_Layout_Type type)
+{
+    auto* record = recordOf<LayoutRecord>(layout);
+    if (!record || (type != ELM_FLUX_LAYOUT_VERTICAL && type != ELM_FLUX_LAYOUT_HORIZONTAL))
+        return EINA_FALSE;
+    record->type = type;
+    arrangeAgain(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_layout_gap_set(Evas_Object* layout, double units)
+{
+    auto* record = recordOf<LayoutRecord>(layout);
+    if (!record || !(units >= 0.0))
+        return EINA_FALSE;
+    record->gap = units;
+    arrangeAgain(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_layout_padding_set(
+    Evas_Object* layout, double left, double right, double top, double bottom)
+{
+    auto* record = recordOf<LayoutRecord>(layout);
+    if (!record || !(left >= 0.0 && right >= 0.0 && top >= 0.0 && bottom >= 0.0))
+        return EINA_FALSE;
+    record->left = left;
+    record->right = right;
+    record->top = top;
+    record->bottom = bottom;
+    arrangeAgain(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int width_px, int height_px)
+{
+    auto* record = recordOf<LayoutRecord>(layout);
+    if (!record || !item || item == layout || width_px < 0 || height_px < 0)
+        return EINA_FALSE;
+    evas_object_size_hint_min_set(item, width_px, height_px);
+    evas_object_size_hint_max_set(item, width_px, height_px);
+    elm_box_pack_end(record->box, item);
+    evas_object_show(item);
+    return EINA_TRUE;
+}

@@ -1,0 +1,256 @@
+#include "flux/Manager.h"
+
+#include "app/WindowState.h"
+#include "elm_flux.h"
+#include "flux/FocusStack.h"
+#include "flux/Theme.h"
+
+#include <Ecore_Evas.h>
+#include <Ecore_X.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+namespace orbis::flux {
+
+namespace {
+
+/// The window system's layer for windows that stay above others, as Elementary numbers them.
+constexpr int kLayerAbove = 6;
+
+/// The screen that layouts are designed on, pixels.
+constexpr int kDesignWidth = 1920;
+constexpr int kDesignHeight = 1080;
+
+std::unique_ptr<Manager> s_manager;
+
+/// Borrowed by the toolkit while it is set.
+Elm_Win_Trap s_trap {};
+
+std::string engineOf(const Evas_Object* window)
+{
+    Ecore_Evas* canvas = ecore_evas_ecore_evas_get(evas_object_evas_get(window));
+    const char* name = canvas ? ecore_evas_engine_name_get(canvas) : nullptr;
+    return name ? name : "";
+}
+
+bool isX11(const Evas_Object* window)
+{
+    return engineOf(window).find("x11") != std::string::npos;
+}
+
+bool isWayland(const Evas_Object* window)
+{
+    return engineOf(window).find("wayland") != std::string::npos;
+}
+
+} // namespace
+
+Manager::Manager(Evas_Object* window)
+    : m_window(window)
+    , m_hidesWhenLowered(!isWayland(window))
+    , m_keyGuard(std::make_unique<KeyGuard>(window))
+{
+    evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
+    evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
+    evas_object_event_callback_add(window, EVAS_CALLBACK_SHOW, on_windowState, this);
+    evas_object_event_callback_add(window, EVAS_CALLBACK_HIDE, on_windowState, this);
+    evas_object_smart_callback_add(window, "focused", on_windowFocus, this);
+    evas_object_smart_callback_add(window, "unfocused", on_windowFocus, this);
+    placeWindow();
+}
+
+Manager::~Manager()
+{
+    detach();
+}
+
+/// Everything that refers to the window goes; called when the window does, or before.
+void Manager::detach()
+{
+    if (!m_window)
+        return;
+    cancelHide();
+    if (m_focusJob)
+        ecore_job_del(std::exchange(m_focusJob, nullptr));
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_SHOW, on_windowState, this);
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_HIDE, on_windowState, this);
+    evas_object_smart_callback_del_full(m_window, "focused", on_windowFocus, this);
+    evas_object_smart_callback_del_full(m_window, "unfocused", on_windowFocus, this);
+    evas_object_del(std::exchange(m_dim, nullptr));
+    m_keyGuard.reset();
+    m_window = nullptr;
+    app::windowStateChanged(false, false);
+}
+
+Manager* Manager::of(const Evas_Object* window)
+{
+    return s_manager && window && s_manager->m_window == window ? s_manager.get() : nullptr;
+}
+
+void Manager::placeWindow()
+{
+    int width = 0;
+    int height = 0;
+    elm_win_screen_size_get(m_window, nullptr, nullptr, &width, &height);
+    const bool known = width > 1 && height > 1;
+    width = known ? width : kDesignWidth;
+    height = known ? height : kDesignHeight;
+    // Sizes are designed for 1080 lines; a person's own ELM_SCALE is left alone.
+    if (known && !getenv("ELM_SCALE"))
+        elm_config_scale_set(
+            std::min(width / static_cast<double>(kDesignWidth), height / static_cast<double>(kDesignHeight)));
+    elm_win_borderless_set(m_window, EINA_TRUE);
+    if (isWayland(m_window))
+        elm_win_maximized_set(m_window, EINA_TRUE);
+    else
+        elm_win_layer_set(m_window, kLayerAbove);
+    evas_object_geometry_set(m_window, 0, 0, width, height);
+}
+
+void Manager::windowSignal(std::string_view emission)
+{
+    if (emission == "SetDim") {
+        if (!m_dim) {
+            m_dim = addThemedLayout(m_window, "dim", "window");
+            on_windowResized(this, nullptr, m_window, nullptr);
+        }
+        evas_object_lower(m_dim);
+        evas_object_show(m_dim);
+    } else if (emission == "SetNormal") {
+        evas_object_hide(m_dim);
+    }
+}
+
+void Manager::focusMoved()
+{
+    if (!m_focusJob)
+        m_focusJob = ecore_job_add(on_focusJob, this);
+}
+
+void Manager::on_focusJob(void* data)
+{
+    auto* self = static_cast<Manager*>(data);
+    self->m_focusJob = nullptr;
+    if (!FocusStack::instance().empty() && evas_object_visible_get(self->m_window))
+        self->m_readout.speakFocused(elm_object_focused_object_get(self->m_window));
+}
+
+/// While a popup is still up another one usually follows at once, and hiding in between would blink and
+/// bounce the focus. When none is up, a blocking call may follow that would leave a stale picture.
+void Manager::lowered()
+{
+    if (!m_hidesWhenLowered || !evas_object_visible_get(m_window))
+        return;
+    if (FocusStack::instance().empty())
+        hideNow();
+    else if (!m_hideJob)
+        m_hideJob = ecore_job_add(on_hideJob, this);
+}
+
+void Manager::raised()
+{
+    cancelHide();
+}
+
+void Manager::hideNow()
+{
+    cancelHide();
+    evas_object_hide(m_window);
+    if (isX11(m_window))
+        ecore_x_sync();
+}
+
+void Manager::cancelHide()
+{
+    if (m_hideJob)
+        ecore_job_del(std::exchange(m_hideJob, nullptr));
+}
+
+void Manager::on_hideJob(void* data)
+{
+    auto* self = static_cast<Manager*>(data);
+    self->m_hideJob = nullptr;
+    self->hideNow();
+}
+
+void Manager::on_windowDeleted(void* data, Evas*, Evas_Object*, void*)
+{
+    static_cast<Manager*>(data)->detach();
+}
+
+void Manager::on_windowResized(void* data, Evas*, Evas_Object* window, void*)
+{
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(window, nullptr, nullptr, &width, &height);
+    evas_object_geometry_set(static_cast<Manager*>(data)->m_dim, 0, 0, width, height);
+}
+
+void Manager::on_windowState(void*, Evas*, Evas_Object* window, void*)
+{
+    app::windowStateChanged(evas_object_visible_get(window), elm_win_focus_get(window));
+}
+
+void Manager::on_windowFocus(void* data, Evas_Object* window, void*)
+{
+    on_windowState(data, nullptr, window, nullptr);
+}
+
+Eina_Bool Manager::on_lower(void*, Evas_Object* window)
+{
+    Manager* manager = of(window);
+    if (!manager)
+        return EINA_TRUE;
+    manager->lowered();
+    return EINA_FALSE;
+}
+
+Eina_Bool Manager::on_raise(void*, Evas_Object* window)
+{
+    if (Manager* manager = of(window))
+        manager->raised();
+    return EINA_TRUE;
+}
+
+} // namespace orbis::flux
+
+using namespace orbis::flux;
+
+Eina_Bool elm_flux_manager_init(Evas_Object* win)
+{
+    if (!win || elm_object_top_widget_get(win) != win)
+        return EINA_FALSE;
+    if (Manager::of(win))
+        return EINA_TRUE;
+    ensureTheme();
+    s_manager = std::make_unique<Manager>(win);
+    s_trap.version = ELM_WIN_TRAP_VERSION;
+    s_trap.lower = Manager::on_lower;
+    s_trap.raise = Manager::on_raise;
+    elm_win_trap_set(&s_trap);
+    return EINA_TRUE;
+}
+
+void elm_flux_manager_fini(void)
+{
+    elm_win_trap_set(nullptr);
+    s_manager.reset();
+}
+
+Eina_Bool elm_flux_manager_rotation_disable(Evas_Object* win)
+{
+    if (!win || elm_object_top_widget_get(win) != win)
+        return EINA_FALSE;
+    elm_win_wm_rotation_preferred_rotation_set(win, 0);
+    return EINA_TRUE;
+}
+
+void elm_flux_bg_grid_show(Eina_Bool)
+{
+    // There is no grid to show outside the designers' tools.
+}

@@ -1,0 +1,62 @@
+/// The one window of the application on the screen.
+#pragma once
+
+#include "flux/KeyGuard.h"
+#include "flux/Readout.h"
+
+#include <Elementary.h>
+
+#include <memory>
+#include <string_view>
+
+namespace orbis::flux {
+
+/// Gives the managed window its place, takes it off the screen when it is lowered, dims what is behind it on
+/// request, and reads the focused widget out. Lives from elm_flux_manager_init() to _fini(), or to the
+/// window's own end. Main loop only.
+class Manager {
+public:
+    explicit Manager(Evas_Object* window);
+    ~Manager();
+    Manager(const Manager&) = delete;
+    Manager& operator=(const Manager&) = delete;
+
+    /// @return the manager of @p window, or null for any other object
+    static Manager* of(const Evas_Object* window);
+
+    /// A signal that the application emitted on the window; unknown ones are ignored.
+    void windowSignal(std::string_view emission);
+
+    /// The focus came to a button. Toolkit events of the kind also come in passing, so it is looked at
+    /// once the loop is idle again.
+    void focusMoved();
+
+    /// Called by the toolkit instead of lowering (result false), and before raising, any window.
+    static Eina_Bool on_lower(void*, Evas_Object* window);
+    static Eina_Bool on_raise(void*, Evas_Object* window);
+
+private:
+    static void on_windowDeleted(void* data, Evas*, Evas_Object*, void*);
+    static void on_windowResized(void* data, Evas*, Evas_Object*, void*);
+    static void on_windowState(void* data, Evas*, Evas_Object*, void*);
+    static void on_windowFocus(void* data, Evas_Object*, void*);
+    static void on_hideJob(void* data);
+    static void on_focusJob(void* data);
+
+    void placeWindow();
+    void lowered();
+    void raised();
+    void hideNow();
+    void cancelHide();
+    void detach();
+
+    Evas_Object* m_window;
+    Evas_Object* m_dim = nullptr;       ///< child of the window; made when first needed
+    Ecore_Job* m_hideJob = nullptr;     ///< cleared by the job itself
+    Ecore_Job* m_focusJob = nullptr;    ///< cleared by the job itself
+    bool m_hidesWhenLowered = true;     ///< a window that cannot be mapped again is only emptied
+    std::unique_ptr<KeyGuard> m_keyGuard;
+    Readout m_readout;
+};
+
+} // namespace orbis::flux

@@ -1,0 +1,231 @@
+#include "flux/Popup.h"
+
+#include "flux/FocusStack.h"
+#include "flux/Record.h"
+#include "flux/Theme.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr const char* kContentPart = "elm.swallow.content";
+constexpr const char* kButtonsPart = "elm.swallow.buttons";
+constexpr const char* kTitlePart = "title,text";
+
+// Layout units.
+constexpr double kButtonHeight = 10.0;
+constexpr double kButtonGap = 3.0;
+constexpr double kSingleButtonWidth = 44.0;
+
+void on_buttonFocused(void* data, Evas_Object* button, void*)
+{
+    static_cast<PopupRecord*>(data)->lastFocus = button;
+}
+
+void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*);
+
+void forgetButton(PopupRecord& record, int slot)
+{
+    Evas_Object* button = record.buttons[slot];
+    if (!button)
+        return;
+    evas_object_event_callback_del_full(button, EVAS_CALLBACK_DEL, on_buttonDeleted, &record);
+    evas_object_smart_callback_del_full(button, "focused", on_buttonFocused, &record);
+    record.buttons[slot] = nullptr;
+    if (record.lastFocus == button)
+        record.lastFocus = nullptr;
+}
+
+int slotOf(const PopupRecord& record, const Evas_Object* button)
+{
+    const auto found = std::find(record.buttons.begin(), record.buttons.end(), button);
+    return button && found != record.buttons.end() ? static_cast<int>(found - record.buttons.begin()) : -1;
+}
+
+/// One button has a width of its own; two share the content's width.
+void arrangeButtons(PopupRecord& record)
+{
+    const auto count = std::count_if(record.buttons.begin(), record.buttons.end(), [](auto* b) { return b; });
+    const int gap = elm_flux_unit_to_pixel(kButtonGap);
+    const int single = elm_flux_unit_to_pixel(kSingleButtonWidth);
+    const int width = count > 1 ? std::max((record.contentWidth - gap) / 2, single / 2) : single;
+    elm_box_unpack_all(record.row);
+    for (Evas_Object* button : record.buttons) {
+        if (!button)
+            continue;
+        evas_object_size_hint_min_set(button, width, elm_flux_unit_to_pixel(kButtonHeight));
+        evas_object_size_hint_max_set(button, width, elm_flux_unit_to_pixel(kButtonHeight));
+        elm_box_pack_end(record.row, button);
+    }
+}
+
+void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*)
+{
+    auto& record = *static_cast<PopupRecord*>(data);
+    const int slot = slotOf(record, button);
+    if (slot < 0)
+        return;
+    forgetButton(record, slot);
+    arrangeButtons(record);
+}
+
+void fitToWindow(Evas_Object* popup, Evas_Object* window)
+{
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(window, nullptr, nullptr, &width, &height);
+    evas_object_geometry_set(popup, 0, 0, width, height);
+}
+
+void on_windowResized(void* data, Evas*, Evas_Object* window, void*)
+{
+    fitToWindow(static_cast<Evas_Object*>(data), window);
+}
+
+void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
+{
+    fitToWindow(popup, static_cast<PopupRecord*>(data)->window);
+    evas_object_raise(popup);
+    FocusStack::instance().push(popup);
+}
+
+void on_popupHidden(void*, Evas*, Evas_Object* popup, void*)
+{
+    FocusStack::instance().remove(popup);
+}
+
+Evas_Object* addButtonRow(Evas_Object* popup)
+{
+    Evas_Object* row = elm_box_add(popup);
+    elm_box_horizontal_set(row, EINA_TRUE);
+    elm_box_align_set(row, 0.5, 0.5);
+    elm_box_padding_set(row, elm_flux_unit_to_pixel(kButtonGap), 0);
+    elm_object_part_content_set(popup, kButtonsPart, row);
+    return row;
+}
+
+} // namespace
+
+PopupRecord::~PopupRecord()
+{
+    FocusStack::instance().remove(object);
+    for (int slot = 0; slot < ELM_FLUX_POPUP_BUTTONS; ++slot)
+        forgetButton(*this, slot);
+    evas_object_event_callback_del_full(window, EVAS_CALLBACK_RESIZE, on_windowResized, object);
+}
+
+void focusPopup(Evas_Object* popup)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record)
+        return;
+    Evas_Object* target = record->lastFocus ? record->lastFocus : record->buttons[record->focusedSlot];
+    for (Evas_Object* button : record->buttons) {
+        if (!target)
+            target = button;
+    }
+    if (target)
+        elm_object_focus_set(target, EINA_TRUE);
+}
+
+} // namespace orbis::flux
+
+using namespace orbis::flux;
+
+Evas_Object* elm_flux_popup_add(Evas_Object* parent)
+{
+    Evas_Object* window = parent ? elm_object_top_widget_get(parent) : nullptr;
+    Evas_Object* popup = addThemedLayout(window, "popup", "0");
+    if (!popup)
+        return nullptr;
+    auto* record = attachRecord<PopupRecord>(popup);
+    record->window = window;
+    record->row = addButtonRow(popup);
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_SHOW, on_popupShown, record);
+    evas_object_event_callback_add(popup, EVAS_CALLBACK_HIDE, on_popupHidden, record);
+    evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, popup);
+    return popup;
+}
+
+Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style style)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record || (style != ELM_FLUX_POPUP_STYLE_DEFAULT && style != ELM_FLUX_POPUP_STYLE_WIDE))
+        return EINA_FALSE;
+    if (!elm_layout_theme_set(popup, "flux", "popup", std::to_string(style).c_str()))
+        return EINA_FALSE;
+    record->style = style;
+    applyContrast(popup);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title)
+{
+    if (!recordOf<PopupRecord>(popup))
+        return EINA_FALSE;
+    return elm_layout_text_set(popup, kTitlePart, title ? title : "");
+}
+
+Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record || !content || width_px < 0 || height_px < 0)
+        return EINA_FALSE;
+    evas_object_size_hint_min_set(content, width_px, height_px);
+    evas_object_size_hint_max_set(content, width_px, height_px);
+    if (elm_layout_content_get(popup, kContentPart) != content
+        && !elm_layout_content_set(popup, kContentPart, content))
+        return EINA_FALSE;
+    record->contentWidth = width_px;
+    arrangeButtons(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_popup_button_set(Evas_Object* popup, Evas_Object* button, int slot)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record || slot < 0 || slot >= ELM_FLUX_POPUP_BUTTONS)
+        return EINA_FALSE;
+    Evas_Object* former = record->buttons[slot];
+    if (former == button)
+        return EINA_TRUE;
+    if (const int held = slotOf(*record, button); held >= 0)
+        forgetButton(*record, held);
+    forgetButton(*record, slot);
+    evas_object_del(former);
+    record->buttons[slot] = button;
+    if (button) {
+        evas_object_event_callback_add(button, EVAS_CALLBACK_DEL, on_buttonDeleted, record);
+        evas_object_smart_callback_add(button, "focused", on_buttonFocused, record);
+        evas_object_show(button);
+    }
+    arrangeButtons(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_popup_item_remove(Evas_Object* popup, Evas_Object* item)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    const int slot = record ? slotOf(*record, item) : -1;
+    if (slot < 0)
+        return EINA_FALSE;
+    forgetButton(*record, slot);
+    arrangeButtons(*record);
+    evas_object_hide(item);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_popup_focused_button_set(Evas_Object* popup, int slot)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record || slot < 0 || slot >= ELM_FLUX_POPUP_BUTTONS)
+        return EINA_FALSE;
+    record->focusedSlot = slot;
+    record->lastFocus = record->buttons[slot];
+    if (FocusStack::instance().top() == popup)
+        focusPopup(popup);
+    return EINA_TRUE;
+}

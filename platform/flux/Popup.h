@@ -1,0 +1,29 @@
+/// Inside of the styled popup, for the other parts of the widget set.
+#pragma once
+
+#include "elm_flux.h"
+
+#include <array>
+
+namespace orbis::flux {
+
+struct PopupRecord {
+    static constexpr const char* kKey = "orbis.flux.popup";
+
+    ~PopupRecord();
+
+    Evas_Object* object = nullptr; ///< the popup itself
+    Evas_Object* window = nullptr; ///< borrowed; the window it covers
+    Evas_Object* row = nullptr;    ///< box of the buttons
+    Elm_Flux_Popup_Style style = ELM_FLUX_POPUP_STYLE_DEFAULT;
+    std::array<Evas_Object*, ELM_FLUX_POPUP_BUTTONS> buttons {}; ///< borrowed; null for an empty slot
+    int focusedSlot = 0;
+    Evas_Object* lastFocus = nullptr; ///< the button that had the focus last; one of buttons, or null
+    int contentWidth = 0;             ///< pixels
+};
+
+/// Gives the focus to the button of @p popup that had it last, else to the one that was asked for, else to
+/// the first there is.
+void focusPopup(Evas_Object* popup);
+
+} // namespace orbis::flux

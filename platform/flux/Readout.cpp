@@ -1,0 +1,73 @@
+#include "flux/Readout.h"
+
+#include "vconf.h"
+
+#include <gio/gio.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <vector>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr const char* kReaderKey = "db/menu/system/accessibility/screenreader";
+constexpr const char* kLogVariable = "ORBIS_SPEECH_LOG";
+
+/// The command-line client of speech-dispatcher: it speaks plain text, and starting a process cannot block
+/// the main loop as a connection to a stuck service could.
+constexpr const char* kSpeechCommand = "spd-say";
+
+bool readerIsOn()
+{
+    int on = 0;
+    return vconf_get_int(kReaderKey, &on) == VCONF_OK && on == 1;
+}
+
+std::string oneLine(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return text;
+}
+
+/// The first of the languages that texts are translated to, for instance "de" of "de_DE:de:en".
+std::string languageOfTexts()
+{
+    const char* languages = getenv("LANGUAGE");
+    const std::string list = languages ? languages : "";
+    const std::string first = list.substr(0, list.find_first_of(":_."));
+    return first.empty() ? "en" : first;
+}
+
+} // namespace
+
+void Readout::speakFocused(Evas_Object* widget)
+{
+    if (!widget || !readerIsOn())
+        return;
+    const std::unique_ptr<char, decltype(&free)> text {elm_access_info_get(widget, ELM_ACCESS_INFO), free};
+    if (text && *text)
+        speak(text.get());
+}
+
+void Readout::speak(const std::string& text)
+{
+    if (const char* path = getenv(kLogVariable)) {
+        std::ofstream(path, std::ios::app) << oneLine(text) << '\n';
+        return;
+    }
+    const std::string language = languageOfTexts();
+    // Messages of this priority interrupt one another.
+    const std::vector<const char*> command {
+        kSpeechCommand, "--priority", "text", "--language", language.c_str(), "--", text.c_str(), nullptr};
+    const auto flags = static_cast<GSubprocessFlags>(
+        G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+    if (GSubprocess* process = g_subprocess_newv(command.data(), flags, nullptr))
+        g_object_unref(process);
+}
+
+} // namespace orbis::flux

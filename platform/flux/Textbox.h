@@ -1,0 +1,22 @@
+/// Inside of the styled text box, for the other parts of the widget set.
+#pragma once
+
+#include "elm_flux.h"
+
+#include <string>
+
+namespace orbis::flux {
+
+struct TextboxRecord {
+    static constexpr const char* kKey = "orbis.flux.textbox";
+
+    Evas_Object* object = nullptr;
+    bool multiline = false;
+    Elm_Flux_Textbox_Size size = ELM_FLUX_TEXTBOX_SIZE_BODY;
+    Elm_Flux_Textbox_Align align = ELM_FLUX_TEXTBOX_ALIGN_CENTER;
+    Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;
+    std::string color; ///< "#rrggbb", or empty for the theme's
+    std::string text;
+};
+
+} // namespace orbis::flux

@@ -1,0 +1,18 @@
+/// The widgets' theme and the viewer's choice of contrast.
+#pragma once
+
+#include <Elementary.h>
+
+namespace orbis::flux {
+
+/// Makes the widgets' theme known to the toolkit; the first call does the work.
+void ensureTheme();
+
+/// Makes an Elementary layout of the theme group "elm/flux/<group>/<style>".
+/// @return null when the parent is null or the theme has no such group
+Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style);
+
+/// Switches @p object to the high-contrast look when the viewer chose it.
+void applyContrast(Evas_Object* object);
+
+} // namespace orbis::flux

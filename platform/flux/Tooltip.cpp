@@ -1,0 +1,149 @@
+#include "flux/Layout.h"
+#include "flux/Record.h"
+#include "flux/Textbox.h"
+#include "flux/Theme.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr const char* kTextPart = "elm.text";
+
+struct TooltipRecord {
+    static constexpr const char* kKey = "orbis.flux.tooltip";
+
+    ~TooltipRecord();
+
+    Evas_Object* object = nullptr;
+    Evas_Object* target = nullptr; ///< borrowed; null once it is gone
+    int width = 0;                 ///< pixels, as the height
+    int height = 0;
+};
+
+struct Box {
+    int x, y, width, height;
+};
+
+Box boxOf(const Evas_Object* object)
+{
+    Box box {};
+    evas_object_geometry_get(object, &box.x, &box.y, &box.width, &box.height);
+    return box;
+}
+
+/// The top of the highest text in @p layout that a bubble at @p bubble would cover, or the bubble's bottom.
+int firstTextBelow(Evas_Object* layout, const Box& bubble)
+{
+    int limit = bubble.y + bubble.height;
+    for (Evas_Object* item : layoutItems(layout)) {
+        const auto* text = recordOf<TextboxRecord>(item);
+        const Box box = boxOf(item);
+        if (text && !text->text.empty() && box.y >= bubble.y)
+            limit = std::min(limit, box.y);
+        limit = std::min(limit, firstTextBelow(item, bubble));
+    }
+    return limit;
+}
+
+void place(const TooltipRecord& record)
+{
+    if (!record.target)
+        return;
+    const Box target = boxOf(record.target);
+    Box bubble {target.x + (target.width - record.width) / 2, target.y + target.height, record.width,
+        record.height};
+    // Texts stand right below the picture: a hint must not hide them, so it moves up over its target.
+    bubble.y = firstTextBelow(outermostLayout(record.target), bubble) - bubble.height;
+    evas_object_geometry_set(record.object, bubble.x, bubble.y, bubble.width, bubble.height);
+}
+
+void on_targetMoved(void* data, Evas*, Evas_Object*, void*)
+{
+    place(*static_cast<TooltipRecord*>(data));
+}
+
+void on_targetDeleted(void* data, Evas*, Evas_Object*, void*)
+{
+    auto* record = static_cast<TooltipRecord*>(data);
+    record->target = nullptr;
+    evas_object_hide(record->object);
+}
+
+TooltipRecord::~TooltipRecord()
+{
+    if (!target)
+        return;
+    evas_object_event_callback_del_full(target, EVAS_CALLBACK_MOVE, on_targetMoved, this);
+    evas_object_event_callback_del_full(target, EVAS_CALLBACK_RESIZE, on_targetMoved, this);
+    evas_object_event_callback_del_full(target, EVAS_CALLBACK_DEL, on_targetDeleted, this);
+}
+
+} // namespace
+
+} // namespace orbis::flux
+
+using namespace orbis::flux;
+
+Evas_Object* elm_flux_object_tooltip_add(Evas_Object* target, Evas_Object* parent)
+{
+    Evas_Object* window = target && parent ? elm_object_top_widget_get(parent) : nullptr;
+    Evas_Object* tooltip = addThemedLayout(window, "tooltip", "2");
+    if (!tooltip)
+        return nullptr;
+    auto* record = attachRecord<TooltipRecord>(tooltip);
+    record->target = target;
+    evas_object_event_callback_add(target, EVAS_CALLBACK_MOVE, on_targetMoved, record);
+    evas_object_event_callback_add(target, EVAS_CALLBACK_RESIZE, on_targetMoved, record);
+    evas_object_event_callback_add(target, EVAS_CALLBACK_DEL, on_targetDeleted, record);
+    return tooltip;
+}
+
+Eina_Bool elm_flux_object_tooltip_size_set(Evas_Object* tooltip, int width_px, int height_px)
+{
+    auto* record = recordOf<TooltipRecord>(tooltip);
+    if (!record || width_px < 0 || height_px < 0)
+        return EINA_FALSE;
+    record->width = width_px;
+    record->height = height_px;
+    place(*record);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_object_tooltip_style_set(Evas_Object* tooltip, Elm_Flux_Tooltip_Style style)
+{
+    return recordOf<TooltipRecord>(tooltip) && style == ELM_FLUX_TOOLTIP_STYLE_HINT;
+}
+
+Eina_Bool elm_flux_object_tooltip_text_set(Evas_Object* tooltip, const char* text)
+{
+    if (!recordOf<TooltipRecord>(tooltip))
+        return EINA_FALSE;
+    return elm_layout_text_set(tooltip, kTextPart, text ? text : "");
+}
+
+Eina_Bool elm_flux_object_tooltip_orient_set(Evas_Object* tooltip, Elm_Flux_Tooltip_Orient orient)
+{
+    return recordOf<TooltipRecord>(tooltip) && orient == ELM_FLUX_TOOLTIP_ORIENT_BELOW;
+}
+
+Eina_Bool elm_flux_object_tooltip_show(Evas_Object* tooltip)
+{
+    const auto* record = recordOf<TooltipRecord>(tooltip);
+    if (!record || !record->target)
+        return EINA_FALSE;
+    place(*record);
+    evas_object_raise(tooltip);
+    evas_object_show(tooltip);
+    return EINA_TRUE;
+}
+
+Eina_Bool elm_flux_object_tooltip_hide(Evas_Object* tooltip)
+{
+    if (!recordOf<TooltipRecord>(tooltip))
+        return EINA_FALSE;
+    evas_object_hide(tooltip);
+    return EINA_TRUE;
+}

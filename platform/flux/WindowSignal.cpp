@@ -1,0 +1,19 @@
+/// Signals to the window. The toolkit drops a theme signal that is emitted on a window, because a window has
+/// no theme object of its own; the widget set gives it a dim layer, so this definition, which precedes the
+/// toolkit's in the search order, hands a managed window's signals to the manager and all others on.
+
+#include "flux/Manager.h"
+
+#include <dlfcn.h>
+
+extern "C" __attribute__((visibility("default"))) void elm_object_signal_emit(
+    Evas_Object* object, const char* emission, const char* source)
+{
+    using Emit = void (*)(Evas_Object*, const char*, const char*);
+    static const auto toolkitEmit = reinterpret_cast<Emit>(dlsym(RTLD_NEXT, "elm_object_signal_emit"));
+
+    if (orbis::flux::Manager* manager = orbis::flux::Manager::of(object))
+        manager->windowSignal(emission ? emission : "");
+    else if (toolkitEmit)
+        toolkitEmit(object, emission, source);
+}

@@ -1,0 +1,80 @@
+/// Settings store: typed values under keys such as "db/menu/language".
+///
+/// Keys that begin with "db/" survive a reboot (they live below ORBIS_STATE_DIR, by default
+/// /var/lib/orbis); keys that begin with "memory/" do not (ORBIS_RUNTIME_DIR, by default /run/orbis).
+/// Any other prefix, an empty segment, "." or ".." is refused.
+///
+/// A write replaces the value atomically: a reader, and a machine that loses power, sees the old value
+/// or the new one. Every successful write by any process, one that leaves the value as it was included,
+/// reaches every watcher. A burst of writes may be delivered as one change; the last value always is.
+///
+/// All functions may be called from the thread that runs the main loop only.
+#ifndef ORBIS_VCONF_H
+#define ORBIS_VCONF_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// The result of a call: 0 for success, negative for failure.
+enum vconf_result {
+    VCONF_OK = 0,
+    VCONF_ERROR = -1, ///< no such key, another type, the store cannot be read or written, bad argument
+};
+
+/// The key that a change callback is called for; borrowed, valid during the call only.
+typedef struct keynode keynode_t;
+
+/// Called from the main loop, never from inside a call of this header.
+/// @param node       borrowed; the key that was written or removed
+/// @param user_data  the pointer given at registration
+typedef void (*vconf_callback_fn)(keynode_t* node, void* user_data);
+
+/// Reads an integer. @p value is left alone unless the call succeeds.
+int vconf_get_int(const char* key, int* value);
+
+/// Reads a text. @return a copy that the caller releases with free(), or null on any failure.
+char* vconf_get_str(const char* key);
+
+/// Writes an integer; creates the key, or changes its type, where needed.
+int vconf_set_int(const char* key, int value);
+
+/// Writes a text (borrowed, NUL-terminated, any bytes).
+int vconf_set_str(const char* key, const char* value);
+
+/// Removes a key. Removing a key that does not exist is a failure.
+int vconf_unset(const char* key);
+
+/// Watches a key, which need not exist yet. Several callbacks may watch one key; the same callback
+/// may watch a key once only (a second registration fails). Needs a running Ecore.
+int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* user_data);
+
+/// Ends a watch. The callback is not called any more, not even for a change already seen; safe inside
+/// the callback itself. Fails when nothing of the kind was registered.
+int vconf_ignore_key_changed(const char* key, vconf_callback_fn callback);
+
+/// @return the key's name, borrowed, valid as long as the node; null for a null node.
+const char* vconf_keynode_get_name(const keynode_t* node);
+
+/// What a key holds.
+enum vconf_type {
+    VCONF_TYPE_NONE = 0, ///< no such key, or unreadable
+    VCONF_TYPE_INT = 1,
+    VCONF_TYPE_STRING = 2,
+};
+
+/// @return what @p key holds now.
+enum vconf_type vconf_get_type(const char* key);
+
+/// Called for each key found; @p key is borrowed for the call.
+typedef void (*vconf_key_fn)(const char* key, void* user_data);
+
+/// Calls @p callback for every key that begins with @p prefix (null or "": all keys), sorted by name.
+/// @return how many there were, or VCONF_ERROR for a null callback.
+int vconf_list(const char* prefix, vconf_key_fn callback, void* user_data);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

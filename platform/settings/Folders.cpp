@@ -1,0 +1,49 @@
+#include "settings/Folders.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <sys/stat.h>
+
+namespace orbis {
+
+namespace {
+
+std::string folderFromEnvironment(const char* variable, const char* standard)
+{
+    const char* folder = std::getenv(variable);
+    return folder && *folder ? folder : standard;
+}
+
+} // namespace
+
+std::string stateFolder()
+{
+    return folderFromEnvironment("ORBIS_STATE_DIR", "/var/lib/orbis");
+}
+
+std::string runtimeFolder()
+{
+    return folderFromEnvironment("ORBIS_RUNTIME_DIR", "/run/orbis");
+}
+
+bool makeFolders(const std::string& path)
+{
+    constexpr mode_t kMode = 0755;
+    for (size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
+        const std::string folder = path.substr(0, end);
+        if (mkdir(folder.c_str(), kMode) != 0 && errno != EEXIST)
+            return false;
+        if (end == std::string::npos)
+            break;
+    }
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    if (!S_ISDIR(status.st_mode)) {
+        errno = ENOTDIR;
+        return false;
+    }
+    return true;
+}
+
+} // namespace orbis

@@ -1,0 +1,21 @@
+/// Where the platform keeps its files.
+#ifndef ORBIS_FOLDERS_H
+#define ORBIS_FOLDERS_H
+
+#include <string>
+
+namespace orbis {
+
+/// What survives a reboot. Read from the environment at each call, so that a change takes effect at once.
+std::string stateFolder();
+
+/// What a reboot clears.
+std::string runtimeFolder();
+
+/// Makes a folder and every missing one above it, with mode 0755 as the umask narrows it.
+/// @return false when there is no such folder afterwards; errno tells why
+bool makeFolders(const std::string& path);
+
+} // namespace orbis
+
+#endif

@@ -1,0 +1,30 @@
+/// Where a settings key lies on the disk.
+#ifndef ORBIS_KEY_H
+#define ORBIS_KEY_H
+
+#include "settings/WholeFile.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orbis {
+
+/// One file a key, named after the key without its area: "db/menu/language" is "menu%2Flanguage".
+struct KeyFile {
+    std::string folder; ///< of the area, the same for all its keys
+    std::string name;
+    Durability durability;
+
+    std::string path() const { return folder + '/' + name; }
+};
+
+/// @return nothing, with errno, for null, a refused key, or one whose file name would be too long
+std::optional<KeyFile> fileOfKey(const char* key);
+
+/// Every key that begins with @p prefix, sorted.
+std::vector<std::string> findKeys(const std::string& prefix);
+
+} // namespace orbis
+
+#endif

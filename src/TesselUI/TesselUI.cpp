@@ -1,0 +1,117 @@
+#include "TesselUI.h"
+
+#include "Log.h"
+#include "TesselDbusClient.h"
+#include "TesselUIDbus.h"
+#include "UIManager.h"
+
+#include <Elementary.h>
+
+#include <new>
+#include <utility>
+
+namespace TesselUI {
+
+CTesselUI* CTesselUI::m_pInstance = nullptr;
+
+CTesselUI::CTesselUI()
+    : m_pDbusClient(nullptr)
+    , m_pUIDbus(nullptr)
+{
+    LOGI("START");
+}
+
+/// The service goes after the application's own reference to the UIManager: it holds the last one, so the
+/// window and its popups go with it, while the client can still carry a message.
+CTesselUI::~CTesselUI()
+{
+    m_root = Json::Value();
+    m_pUIManager.reset();
+    delete std::exchange(m_pUIDbus, nullptr);
+    delete std::exchange(m_pDbusClient, nullptr);
+}
+
+CTesselUI* CTesselUI::createInstance()
+{
+    LOGI("START");
+    if (!m_pInstance) {
+        m_pInstance = new (std::nothrow) CTesselUI();
+        if (!m_pInstance) {
+            LOGE("Instance Creation fail");
+            elm_exit();
+        }
+    }
+    LOGI("END");
+    return m_pInstance;
+}
+
+CTesselUI* CTesselUI::getInstance()
+{
+    LOGI("START");
+    if (!m_pInstance) {
+        LOGE("Instance NULL, exit app");
+        elm_exit();
+    }
+    return m_pInstance;
+}
+
+void CTesselUI::destroyInstance()
+{
+    LOGI("START");
+    if (m_pInstance) {
+        delete m_pInstance;
+        m_pInstance = nullptr;
+    }
+    LOGI("END");
+}
+
+void CTesselUI::createWin()
+{
+    LOGI("START");
+    m_pUIManager = std::make_shared<UIManager>();
+    m_pUIManager->createWindow();
+    delete std::exchange(m_pDbusClient, new TesselDbusClient(this));
+}
+
+bool CTesselUI::OnCreate(void*)
+{
+    LOGI("In CTesselUI::OnCreate");
+    m_pInstance = createInstance();
+    if (!m_pInstance) {
+        LOGE("m_pInstance is NULL....exiting application");
+        elm_exit();
+        return true;
+    }
+    LOGI("In CTesselUI::Instance created Successfully");
+    m_pInstance->m_RegisterTesselVconf();
+    m_pInstance->createWin();
+    return true;
+}
+
+void CTesselUI::OnTerminate(void*)
+{
+    LOGI("In CTesselUI::OnTerminate");
+    if (m_pInstance)
+        m_pInstance->m_DeRegisterTesselVconf();
+    destroyInstance();
+}
+
+void CTesselUI::OnPause(void*)
+{
+}
+
+void CTesselUI::OnResume(void*)
+{
+}
+
+void CTesselUI::OnService(app_control_h, void*)
+{
+    LOGI("In CTesselUI ::On Service ");
+}
+
+void CTesselUI::OnLanguage(void*)
+{
+    LOGI("OnLanguaged callback Changed Called");
+}
+
+} // namespace TesselUI

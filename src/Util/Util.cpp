@@ -1,0 +1,138 @@
+#include "Util.h"
+
+#include "Handles.h"
+#include "Log.h"
+#include "vconf.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace TesselUI {
+
+std::string TSUtil::m_vconfTesselStartVconf = "db/menu/network/tessel_startmode";
+std::string TSUtil::m_vconfOOBEStatus = "db/btapp/oob_status";
+Ecore_Timer* TSUtil::m_StopTesselTimer = nullptr;
+
+TSUtil* instance = nullptr;
+
+namespace {
+
+constexpr const char* kWizardModeKey = "memory/wizard/wizard_mode";
+constexpr const char* kWizardPageKey = "db/wizard/wizard_currentpage_name";
+
+constexpr int kStartModeStopped = 5;
+constexpr int kOobStatusStopped = 6;
+
+void setAndLog(const std::string& key, int value)
+{
+    if (vconf_set_int(key.c_str(), value) == VCONF_OK)
+        LOGI("Success to Set Vocnf Stop Tessel");
+    else
+        LOGE("Failed to set Vocnf Stop Tessel");
+}
+
+} // namespace
+
+TSUtil::TSUtil()
+{
+    instance = this;
+}
+
+void TSUtil::StopTessel(bool setOobStatus)
+{
+    LOGD("Stop tessel");
+    if (setOobStatus)
+        setAndLog(m_vconfOOBEStatus, kOobStatusStopped);
+    setAndLog(m_vconfTesselStartVconf, kStartModeStopped);
+}
+
+void TSUtil::SetStopTesselTimer(int seconds)
+{
+    LOGI("START");
+    LOGI("Set OCF Mode as false");
+    if (m_StopTesselTimer) {
+        LOGI("Stop Tessel Timer Already running.");
+        return;
+    }
+    m_StopTesselTimer = ecore_timer_add(static_cast<double>(seconds), StopTesselTimerFunc, nullptr);
+}
+
+Eina_Bool TSUtil::StopTesselTimerFunc(void*)
+{
+    LOGI("START");
+    setAndLog(m_vconfTesselStartVconf, kStartModeStopped);
+    m_StopTesselTimer = nullptr;
+    return ECORE_CALLBACK_CANCEL;
+}
+
+void TSUtil::SetOOBStatus(int status)
+{
+    LOGI("START");
+    LOGD("Set OOb val = %d", status);
+    setAndLog(m_vconfOOBEStatus, status);
+}
+
+bool TSUtil::IsPageDisplayed(WIZRD_PAGE page)
+{
+    LOGI("START");
+    const MallocStr current {vconf_get_str(kWizardPageKey)};
+    if (!current) {
+        LOGE("Failed to check wizard page  vconf");
+        return false;
+    }
+    std::string_view wanted;
+    switch (page) {
+    case WIZRD_PAGE_NETWORK:
+        wanted = "NetworkWireless";
+        break;
+    case WIZRD_PAGE_TERMS:
+        wanted = "wizard-terms";
+        break;
+    case WIZRD_PAGE_SSO:
+        wanted = "ug-sso-entry";
+        break;
+    default:
+        LOGE("Not a valid page request");
+        break;
+    }
+    return wanted == current.get();
+}
+
+bool TSUtil::IsAppRunning(MENU_APP_INDEX app)
+{
+    LOGI("START");
+    const MallocStr mode {vconf_get_str(kWizardModeKey)};
+    if (!mode) {
+        LOGE("Failed to check IsAppRunning  vconf");
+        return false;
+    }
+    std::string_view wanted;
+    if (app == MENU_APP_NETWORK_SETUP)
+        wanted = "NETWORK_SETUP";
+    else if (app == MENU_APP_SSO_ALONE_SETUP)
+        wanted = "SSO_ALONE_SETUP";
+    return wanted == mode.get();
+}
+
+bool TSUtil::IsWizardMode()
+{
+    LOGI("START");
+    const MallocStr mode {vconf_get_str(kWizardModeKey)};
+    if (!mode) {
+        LOGE("Failed to check wizard mode vconf");
+        return false;
+    }
+    LOGD("Wizard Mode [%s]", mode.get());
+    constexpr std::string_view kOutsideWizard[] = {"OFF", "TERMS_SETUP", "HOTPLUG_SETUP"};
+    return std::find(std::begin(kOutsideWizard), std::end(kOutsideWizard), mode.get())
+        == std::end(kOutsideWizard);
+}
+
+std::string TSUtil::GetBLETVName()
+{
+    const MallocStr name {vconf_get_str("memory/tessel/ble_tvname")};
+    LOGI("mobile name %s", name ? name.get() : "(null)");
+    return name ? name.get() : "";
+}
+
+} // namespace TesselUI

@@ -1,0 +1,100 @@
+#include "Util.h"
+
+#include "Handles.h"
+#include "Log.h"
+#include "vconf.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace TesselUI {
+
+namespace {
+
+constexpr std::size_t kMarkedTextSize = 255;
+
+// Split from what follows them, or a letter could be read as one more digit of the escape.
+constexpr const char* kLeftToRightMark = "\xE2\x80\x8E";
+constexpr const char* kRightToLeftMark = "\xE2\x80\x8F";
+
+constexpr const char* kRightToLeftLocales[] = {"ur_", "fa_", "ar_", "he_"};
+
+using TextblockStylePtr = CHandle<Evas_Textblock_Style, evas_textblock_style_free>;
+using ObjectPtr = CHandle<Evas_Object, evas_object_del>;
+
+void applyStyle(Evas_Object* textblock, const char* styleText)
+{
+    const TextblockStylePtr style {evas_textblock_style_new()};
+    if (!style) {
+        LOGD("pStyle1 is NULL");
+        return;
+    }
+    evas_textblock_style_set(style.get(), styleText);
+    evas_object_textblock_style_set(textblock, style.get());
+}
+
+int countLines(Evas_Object* textblock)
+{
+    int count = 0;
+    int width = 0;
+    int height = 0;
+    for (int line = 0;
+         evas_object_textblock_line_number_geometry_get(textblock, line, nullptr, nullptr, &width, &height);
+         ++line) {
+        if (width > 0 && height > 0)
+            ++count;
+        LOGD(" line num : %d nTextV: %d nTextH: %d", line + 1, width, height);
+    }
+    return count;
+}
+
+} // namespace
+
+char* TSUtil::AddLTRMarker(char* text)
+{
+    if (!text)
+        return nullptr;
+    char marked[kMarkedTextSize] = {};
+    snprintf(marked, sizeof marked, "%s%s%s", kLeftToRightMark, text, kRightToLeftMark);
+    return strdup(marked);
+}
+
+bool TSUtil::m_StartsWith(const char* prefix, const char* text)
+{
+    return prefix && text && strncmp(prefix, text, strlen(prefix)) == 0;
+}
+
+bool TSUtil::m_IsReveseOSD()
+{
+    LOGD(" Get UI Orientation ");
+    const MallocStr locale {vconf_get_str("db/menu_widget/language")};
+    if (!locale) {
+        LOGE(" the languagelocale is NULL");
+        return false;
+    }
+    LOGI(" the languagelocale is %s ", locale.get());
+    for (const char* prefix : kRightToLeftLocales) {
+        if (m_StartsWith(prefix, locale.get()))
+            return true;
+    }
+    return false;
+}
+
+int TSUtil::m_GetTextNumLines(const Eo* parent, const char* style, const char* text, int width)
+{
+    Evas* canvas = parent ? evas_object_evas_get(parent) : nullptr;
+    const ObjectPtr textblock {canvas ? evas_object_textblock_add(canvas) : nullptr};
+    int count = 0;
+    if (!textblock) {
+        LOGD("pTextBlock1 is NULL");
+    } else {
+        applyStyle(textblock.get(), style ? style : "");
+        evas_object_textblock_text_markup_set(textblock.get(), text ? text : "");
+        evas_object_resize(textblock.get(), width, -1);
+        count = countLines(textblock.get());
+    }
+    LOGD(" Actual line number is %d", count);
+    return count;
+}
+
+} // namespace TesselUI
