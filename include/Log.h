@@ -6,8 +6,8 @@
 
 #include "dlog.h"
 
-#define TESSEL_LOG(priority, format, ...)                                                                     \
-    static_cast<void>(dlog_print((priority), "tessel-ui", "%s: %s(%d) > [%s:%d] " format, __FILE_NAME__,      \
+#define TESSEL_LOG(priority, format, ...)                                                                    \
+    static_cast<void>(dlog_print((priority), "tessel-ui", "%s: %s(%d) > [%s:%d] " format, __FILE_NAME__,     \
         __func__, __LINE__, __func__, __LINE__, ##__VA_ARGS__))
 
 #define LOGD(...) TESSEL_LOG(DLOG_DEBUG, __VA_ARGS__)

@@ -1,5 +1,5 @@
-/// What the screen reader says when a popup's button gets the focus: the popup's context and the button's name
-/// at first, the name alone from then on.
+/// What the screen reader says when a popup's button gets the focus: the popup's context and the button's
+/// name at first, the name alone from then on.
 #pragma once
 
 #include "Export.h"
@@ -17,7 +17,7 @@ inline constexpr std::size_t kAccessibilityTextSize = 1000;
 struct AccessibilityInfo {
     char text1[kAccessibilityTextSize]; ///< context, read before the button's name; may hold markup
     char text2[kAccessibilityTextSize]; ///< the button's name; may hold markup
-    bool flag;                          ///< true: read both texts; false: the name only
+    bool flag; ///< true: read both texts; false: the name only
 };
 static_assert(sizeof(AccessibilityInfo) == 2 * kAccessibilityTextSize + 1);
 

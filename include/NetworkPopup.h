@@ -66,8 +66,8 @@ public:
     /// Attaches title, read-out texts and button labels to @p obj for the screen reader.
     void m_SetTTS(Evas_Object* obj);
 
-    void AddToolTipBox(Evas_Object* target, Elm_Flux_Tooltip_Style style, std::string text,
-        Elm_Flux_Tooltip_Orient orient);
+    void AddToolTipBox(
+        Evas_Object* target, Elm_Flux_Tooltip_Style style, std::string text, Elm_Flux_Tooltip_Orient orient);
     void ShowToolTip();
     void HideToolTip();
     void RemoveToolTip();
@@ -86,14 +86,14 @@ public:
     static Eina_Bool m_TimerCB(void* data);
 
 protected:
-    Evas_Object* m_popup;           ///< owned
-    Evas_Object* m_parent;          ///< borrowed
-    Evas_Object* m_content;         ///< child of the popup
-    Evas_Object* m_extra;           ///< owned
-    Evas_Object* m_tooltip;         ///< owned
+    Evas_Object* m_popup; ///< owned
+    Evas_Object* m_parent; ///< borrowed
+    Evas_Object* m_content; ///< child of the popup
+    Evas_Object* m_extra; ///< owned
+    Evas_Object* m_tooltip; ///< owned
     std::string m_spareText;
-    Evas_Object* m_buttons[2];      ///< owned
-    Ecore_Timer* m_timer;           ///< owned
+    Evas_Object* m_buttons[2]; ///< owned
+    Ecore_Timer* m_timer; ///< owned
     std::string m_tts1;
     std::string m_tts2;
     std::string m_tts3;

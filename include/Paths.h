@@ -18,12 +18,12 @@ inline constexpr const char* kLocaleFolder = TESSEL_SYSROOT "/usr/apps/org.orbis
 inline constexpr const char* kThemeFile = TESSEL_SYSROOT "/org.orbis.tessel-UI.edj";
 
 /// Description of the program's bus interface: object path, interface name, methods.
-inline constexpr const char* kIntrospectionFile
-    = TESSEL_SYSROOT "/usr/apps/org.orbis.tessel-UI/bin/org.orbis.tessel-UI.interface.xml";
+inline constexpr const char* kIntrospectionFile =
+    TESSEL_SYSROOT "/usr/apps/org.orbis.tessel-UI/bin/org.orbis.tessel-UI.interface.xml";
 
 /// Pictures that belong to the TV's theme.
-inline constexpr const char* kThemeImageFolder
-    = TESSEL_SYSROOT "/usr/apps/com.norvale.tv.theme-resource/shared/res/org.orbis.tessel-UI/res/tessel";
+inline constexpr const char* kThemeImageFolder =
+    TESSEL_SYSROOT "/usr/apps/com.norvale.tv.theme-resource/shared/res/org.orbis.tessel-UI/res/tessel";
 
 /// What the set-up wizard is told to run. It is a message to another program, which resolves it on its own
 /// side, so the prefix does not apply.

@@ -13,12 +13,12 @@ class UIManager;
 
 /// What a PinPopup shows. The values travel from the manager.
 enum TSPOPUP_TYPE {
-    TS_POPUP_PIN = 0,         ///< PIN and name of the connected phone
+    TS_POPUP_PIN = 0, ///< PIN and name of the connected phone
     TS_POPUP_WIFI_FAILED = 1, ///< the network set-up through the phone failed
-    TS_POPUP_TNC = 2,         ///< terms and conditions are handled on the phone
-    TS_POPUP_AP_LIST = 3,     ///< the network set-up goes on on the phone
-    TS_POPUP_SSO_FAILED = 4,  ///< the sign-in through the phone failed
-    TS_POPUP_GUIDE = 5,       ///< set up with the phone, or go on with the remote
+    TS_POPUP_TNC = 2, ///< terms and conditions are handled on the phone
+    TS_POPUP_AP_LIST = 3, ///< the network set-up goes on on the phone
+    TS_POPUP_SSO_FAILED = 4, ///< the sign-in through the phone failed
+    TS_POPUP_GUIDE = 5, ///< set up with the phone, or go on with the remote
 };
 
 /// One popup, six contents. Every content but the guide gives up after a countdown of one-second ticks and
@@ -72,7 +72,7 @@ private:
 
     JobPtr m_pendingJob; ///< the deferred close of button 1
     Evas_Object* m_window; ///< borrowed
-    int m_countdown = 0;   ///< ticks left
+    int m_countdown = 0; ///< ticks left
     std::string m_composedText;
     std::string m_spareTexts[2];
     Evas_Object* m_contentLayout = nullptr; ///< all widgets: children of the popup

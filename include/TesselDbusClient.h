@@ -36,8 +36,8 @@ private:
     static void proxyNewCallback(GObject* source, GAsyncResult* result, void* user_data);
 
     GDBusConnection* m_connection = nullptr; ///< owned
-    GDBusProxy* m_proxy = nullptr;           ///< owned; null until the proxy is ready
-    CTesselUI* m_app;                        ///< borrowed
+    GDBusProxy* m_proxy = nullptr; ///< owned; null until the proxy is ready
+    CTesselUI* m_app; ///< borrowed
     int m_reserved = 0;
     Cookie<TesselDbusClient> m_cookie;
 };

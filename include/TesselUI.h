@@ -77,7 +77,7 @@ private:
     ~CTesselUI();
 
     TesselDbusClient* m_pDbusClient; ///< owned
-    CTesselUIDbus* m_pUIDbus;        ///< owned; null until the client is ready
+    CTesselUIDbus* m_pUIDbus; ///< owned; null until the client is ready
     std::shared_ptr<UIManager> m_pUIManager;
     Json::Value m_root; ///< the last request
 

@@ -45,7 +45,7 @@ private:
 
     bool m_bInitialized;
     Evas_Object* m_pWin; ///< owned
-    Evas_Object* m_pBg;  ///< child of the window
+    Evas_Object* m_pBg; ///< child of the window
     PinPopup* m_pPinPopup; ///< owned
 };
 

@@ -46,8 +46,8 @@ Instance::Parameters parametersOf(int argc, char** argv)
     return parameters;
 }
 
-/// The toolkit's defaults serve a desktop: they start helper processes, open the system bus, keep freed memory
-/// back, and want a home. What the environment says already is left alone.
+/// The toolkit's defaults serve a desktop: they start helper processes, open the system bus, keep freed
+/// memory back, and want a home. What the environment says already is left alone.
 void prepareToolkit()
 {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
@@ -65,9 +65,7 @@ void prepareToolkit()
 class Run {
 public:
     Run(std::string id, const ui_app_lifecycle_callback_s& callbacks, void* userData)
-        : m_id(std::move(id))
-        , m_callbacks(callbacks)
-        , m_userData(userData)
+        : m_id(std::move(id)), m_callbacks(callbacks), m_userData(userData)
     {
     }
 

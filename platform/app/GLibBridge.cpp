@@ -28,9 +28,8 @@ Ecore_Fd_Handler_Flags flagsOf(const GPollFD& descriptor)
 } // namespace
 
 GLibBridge::GLibBridge()
-    : m_context(g_main_context_default())
-    , m_acquired(g_main_context_acquire(m_context))
-    , m_idleEnterer(ecore_idle_enterer_add(on_idleEnter, this))
+    : m_context(g_main_context_default()), m_acquired(g_main_context_acquire(m_context)),
+      m_idleEnterer(ecore_idle_enterer_add(on_idleEnter, this))
 {
 }
 
@@ -81,8 +80,8 @@ void GLibBridge::watchDescriptors(const std::vector<GPollFD>& wanted)
     dropDescriptors();
     m_descriptors = wanted;
     for (const GPollFD& descriptor : m_descriptors)
-        m_handlers.push_back(ecore_main_fd_handler_add(
-            descriptor.fd, flagsOf(descriptor), on_ready, this, nullptr, nullptr));
+        m_handlers.push_back(
+            ecore_main_fd_handler_add(descriptor.fd, flagsOf(descriptor), on_ready, this, nullptr, nullptr));
 }
 
 void GLibBridge::armTimeout(int timeoutMs)

@@ -17,7 +17,7 @@ namespace {
 
 /// The largest set of parameters that is taken over, bytes: more than any launch carries, and less than the
 /// system's limit for one datagram.
-constexpr std::size_t kMaxMessage = 128 * 1024;
+constexpr std::size_t kMaxMessage = std::size_t {128} * 1024;
 
 /// The folder may lie deeper than a socket's name can say, so it is named through its descriptor.
 sockaddr_un addressIn(int folder, const std::string& name)
@@ -88,7 +88,8 @@ Instance::Claim Instance::claim(const std::string& application, const Parameters
         bindSocket(folder, socketName);
     } else if (m_lock >= 0) {
         if (!handOver(folder, socketName, parameters))
-            fprintf(stderr, "%s runs already, but does not take the launch parameters\n", application.c_str());
+            fprintf(
+                stderr, "%s runs already, but does not take the launch parameters\n", application.c_str());
         result = Claim::Handed;
     }
     close(folder);

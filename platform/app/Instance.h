@@ -18,8 +18,8 @@ public:
     using Handler = std::function<void(const Parameters&)>;
 
     enum class Claim {
-        First,   ///< this process is the instance
-        Handed,  ///< another is; it has been given the parameters
+        First, ///< this process is the instance
+        Handed, ///< another is; it has been given the parameters
         Unknown, ///< the runtime folder cannot be used: nobody can tell
     };
 

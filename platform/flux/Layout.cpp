@@ -51,7 +51,8 @@ int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrore
 {
     int width = 0;
     int height = 0;
-    evas_object_size_hint_min_get(item, &width, &height);
+    // The toolkit overwrites a widget's least size when its theme changes, and leaves the largest alone.
+    evas_object_size_hint_max_get(item, &width, &height);
     width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
     height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
     int x = area.x + (area.width - width) / 2;
@@ -166,7 +167,6 @@ Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int wid
     auto* record = recordOf<LayoutRecord>(layout);
     if (!record || !item || item == layout || width_px < 0 || height_px < 0)
         return EINA_FALSE;
-    evas_object_size_hint_min_set(item, width_px, height_px);
     evas_object_size_hint_max_set(item, width_px, height_px);
     elm_box_pack_end(record->box, item);
     evas_object_show(item);

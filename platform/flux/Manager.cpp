@@ -49,9 +49,7 @@ bool isWayland(const Evas_Object* window)
 } // namespace
 
 Manager::Manager(Evas_Object* window)
-    : m_window(window)
-    , m_hidesWhenLowered(!isWayland(window))
-    , m_keyGuard(std::make_unique<KeyGuard>(window))
+    : m_window(window), m_hidesWhenLowered(!isWayland(window)), m_keyGuard(std::make_unique<KeyGuard>(window))
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);

@@ -51,10 +51,10 @@ private:
     void detach();
 
     Evas_Object* m_window;
-    Evas_Object* m_dim = nullptr;       ///< child of the window; made when first needed
-    Ecore_Job* m_hideJob = nullptr;     ///< cleared by the job itself
-    Ecore_Job* m_focusJob = nullptr;    ///< cleared by the job itself
-    bool m_hidesWhenLowered = true;     ///< a window that cannot be mapped again is only emptied
+    Evas_Object* m_dim = nullptr; ///< child of the window; made when first needed
+    Ecore_Job* m_hideJob = nullptr; ///< cleared by the job itself
+    Ecore_Job* m_focusJob = nullptr; ///< cleared by the job itself
+    bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied
     std::unique_ptr<KeyGuard> m_keyGuard;
     Readout m_readout;
 };

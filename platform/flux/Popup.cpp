@@ -12,6 +12,7 @@ namespace orbis::flux {
 namespace {
 
 constexpr const char* kContentPart = "elm.swallow.content";
+constexpr const char* kSizePart = "flux.swallow.size";
 constexpr const char* kButtonsPart = "elm.swallow.buttons";
 constexpr const char* kTitlePart = "title,text";
 
@@ -97,6 +98,15 @@ void on_popupHidden(void*, Evas*, Evas_Object* popup, void*)
     FocusStack::instance().remove(popup);
 }
 
+/// The content's place has its size from this, because the toolkit overwrites size hints of widgets.
+Evas_Object* addSize(Evas_Object* popup)
+{
+    Evas_Object* size = evas_object_rectangle_add(evas_object_evas_get(popup));
+    evas_object_color_set(size, 0, 0, 0, 0);
+    elm_object_part_content_set(popup, kSizePart, size);
+    return size;
+}
+
 Evas_Object* addButtonRow(Evas_Object* popup)
 {
     Evas_Object* row = elm_box_add(popup);
@@ -143,6 +153,7 @@ Evas_Object* elm_flux_popup_add(Evas_Object* parent)
         return nullptr;
     auto* record = attachRecord<PopupRecord>(popup);
     record->window = window;
+    record->size = addSize(popup);
     record->row = addButtonRow(popup);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_SHOW, on_popupShown, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_HIDE, on_popupHidden, record);
@@ -174,8 +185,7 @@ Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, i
     auto* record = recordOf<PopupRecord>(popup);
     if (!record || !content || width_px < 0 || height_px < 0)
         return EINA_FALSE;
-    evas_object_size_hint_min_set(content, width_px, height_px);
-    evas_object_size_hint_max_set(content, width_px, height_px);
+    evas_object_size_hint_min_set(record->size, width_px, height_px);
     if (elm_layout_content_get(popup, kContentPart) != content
         && !elm_layout_content_set(popup, kContentPart, content))
         return EINA_FALSE;

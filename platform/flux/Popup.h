@@ -14,12 +14,13 @@ struct PopupRecord {
 
     Evas_Object* object = nullptr; ///< the popup itself
     Evas_Object* window = nullptr; ///< borrowed; the window it covers
-    Evas_Object* row = nullptr;    ///< box of the buttons
+    Evas_Object* size = nullptr; ///< invisible object of the content's size
+    Evas_Object* row = nullptr; ///< box of the buttons
     Elm_Flux_Popup_Style style = ELM_FLUX_POPUP_STYLE_DEFAULT;
     std::array<Evas_Object*, ELM_FLUX_POPUP_BUTTONS> buttons {}; ///< borrowed; null for an empty slot
     int focusedSlot = 0;
     Evas_Object* lastFocus = nullptr; ///< the button that had the focus last; one of buttons, or null
-    int contentWidth = 0;             ///< pixels
+    int contentWidth = 0; ///< pixels
 };
 
 /// Gives the focus to the button of @p popup that had it last, else to the one that was asked for, else to

@@ -64,8 +64,8 @@ void Readout::speak(const std::string& text)
     // Messages of this priority interrupt one another.
     const std::vector<const char*> command {
         kSpeechCommand, "--priority", "text", "--language", language.c_str(), "--", text.c_str(), nullptr};
-    const auto flags = static_cast<GSubprocessFlags>(
-        G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+    const auto flags =
+        static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
     if (GSubprocess* process = g_subprocess_newv(command.data(), flags, nullptr))
         g_object_unref(process);
 }

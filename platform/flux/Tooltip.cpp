@@ -12,6 +12,9 @@ namespace {
 
 constexpr const char* kTextPart = "elm.text";
 
+/// Space between the bubble and a text below it, layout units.
+constexpr double kTextGap = 1.5;
+
 struct TooltipRecord {
     static constexpr const char* kKey = "orbis.flux.tooltip";
 
@@ -19,7 +22,7 @@ struct TooltipRecord {
 
     Evas_Object* object = nullptr;
     Evas_Object* target = nullptr; ///< borrowed; null once it is gone
-    int width = 0;                 ///< pixels, as the height
+    int width = 0; ///< pixels, as the height
     int height = 0;
 };
 
@@ -42,7 +45,7 @@ int firstTextBelow(Evas_Object* layout, const Box& bubble)
         const auto* text = recordOf<TextboxRecord>(item);
         const Box box = boxOf(item);
         if (text && !text->text.empty() && box.y >= bubble.y)
-            limit = std::min(limit, box.y);
+            limit = std::min(limit, box.y - elm_flux_unit_to_pixel(kTextGap));
         limit = std::min(limit, firstTextBelow(item, bubble));
     }
     return limit;
@@ -53,8 +56,8 @@ void place(const TooltipRecord& record)
     if (!record.target)
         return;
     const Box target = boxOf(record.target);
-    Box bubble {target.x + (target.width - record.width) / 2, target.y + target.height, record.width,
-        record.height};
+    Box bubble {
+        target.x + (target.width - record.width) / 2, target.y + target.height, record.width, record.height};
     // Texts stand right below the picture: a hint must not hide them, so it moves up over its target.
     bubble.y = firstTextBelow(outermostLayout(record.target), bubble) - bubble.height;
     evas_object_geometry_set(record.object, bubble.x, bubble.y, bubble.width, bubble.height);

@@ -13,10 +13,10 @@ extern "C" {
 /// Results of the calls of this header.
 typedef enum {
     APP_ERROR_NONE = 0,
-    APP_ERROR_OUT_OF_MEMORY = -12,     ///< -ENOMEM
+    APP_ERROR_OUT_OF_MEMORY = -12, ///< -ENOMEM
     APP_ERROR_INVALID_PARAMETER = -22, ///< -EINVAL
-    APP_ERROR_INVALID_CONTEXT = -2,    ///< the loop runs already, or the toolkit cannot start
-    APP_ERROR_KEY_NOT_FOUND = -126,    ///< -ENOKEY
+    APP_ERROR_INVALID_CONTEXT = -2, ///< the loop runs already, or the toolkit cannot start
+    APP_ERROR_KEY_NOT_FOUND = -126, ///< -ENOKEY
 } app_error_e;
 
 typedef struct app_control* app_control_h; ///< a launch request; owned by whoever created it
@@ -34,10 +34,10 @@ int app_control_destroy(app_control_h request);
 
 /// Lifecycle callbacks, all called from the main loop's thread; each may be null.
 typedef struct {
-    bool (*create)(void* user_data);    ///< once, inside the running loop; false ends the loop
+    bool (*create)(void* user_data); ///< once, inside the running loop; false ends the loop
     void (*terminate)(void* user_data); ///< once, after the loop ended, if create was called
-    void (*pause)(void* user_data);     ///< the window went off the screen
-    void (*resume)(void* user_data);    ///< the window came (back) on the screen
+    void (*pause)(void* user_data); ///< the window went off the screen
+    void (*resume)(void* user_data); ///< the window came (back) on the screen
     void (*app_control)(app_control_h request, void* user_data); ///< after create, and for each later
                                                                  ///< launch; request is borrowed
 } ui_app_lifecycle_callback_s;
@@ -58,8 +58,8 @@ typedef void (*app_event_cb)(app_event_info_h info, void* user_data);
 /// "db/menu_widget/language") has a source on an ordinary machine. The handle stays valid until the process
 /// ends; there is nothing to release.
 /// @return APP_ERROR_INVALID_PARAMETER for a null callback or an unknown event; *handler is untouched then
-int ui_app_add_event_handler(app_event_handler_h* handler, app_event_type_e event, app_event_cb callback,
-    void* user_data);
+int ui_app_add_event_handler(
+    app_event_handler_h* handler, app_event_type_e event, app_event_cb callback, void* user_data);
 
 /// Runs the application: starts the toolkit in the viewer's language, calls create and app_control, runs
 /// the loop until elm_exit() or SIGTERM, SIGINT or SIGHUP, calls terminate and shuts the toolkit down.

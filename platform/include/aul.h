@@ -13,9 +13,9 @@ extern "C" {
 enum aul_app_status {
     STATUS_LAUNCHING = 0,
     STATUS_CREATED = 1,
-    STATUS_FOCUS = 2,   ///< has the keys
+    STATUS_FOCUS = 2, ///< has the keys
     STATUS_VISIBLE = 3, ///< on the screen without the keys
-    STATUS_BG = 4,      ///< runs, not on the screen
+    STATUS_BG = 4, ///< runs, not on the screen
 };
 
 /// @return 1 while the application runs; 0 when it does not, and for a null, empty or unusable name.

@@ -1,5 +1,5 @@
-/// Styled widget set: the popups, buttons, layouts, texts, pictures and hint bubbles of the TV's look, and the
-/// manager that gives the application's window its place on the screen.
+/// Styled widget set: the popups, buttons, layouts, texts, pictures and hint bubbles of the TV's look, and
+/// the manager that gives the application's window its place on the screen.
 ///
 /// Lengths that callers think in are layout units; elm_flux_unit_to_pixel() turns them into pixels. Every
 /// widget belongs to its parent widget and goes with it, or earlier with evas_object_del(). Texts are
@@ -40,7 +40,7 @@ int elm_flux_unit_to_pixel(double units);
 
 typedef enum {
     ELM_FLUX_POPUP_STYLE_DEFAULT = 0, ///< card of the content's width
-    ELM_FLUX_POPUP_STYLE_WIDE = 1,    ///< wide card, for guides with a picture
+    ELM_FLUX_POPUP_STYLE_WIDE = 1, ///< wide card, for guides with a picture
 } Elm_Flux_Popup_Style;
 
 /// Number of buttons a popup holds, in slots 0 and 1, in reading order.
@@ -85,7 +85,7 @@ Eina_Bool elm_flux_button_text_set(Evas_Object* button, const char* text);
 /* ---- Layout --------------------------------------------------------------------------------------- */
 
 typedef enum {
-    ELM_FLUX_LAYOUT_VERTICAL = 1,   ///< stacks downward
+    ELM_FLUX_LAYOUT_VERTICAL = 1, ///< stacks downward
     ELM_FLUX_LAYOUT_HORIZONTAL = 2, ///< a row in reading direction
 } Elm_Flux_Layout_Type;
 
@@ -96,8 +96,8 @@ Eina_Bool elm_flux_layout_type_set(Evas_Object* layout, Elm_Flux_Layout_Type typ
 Eina_Bool elm_flux_layout_gap_set(Evas_Object* layout, double units);
 
 /// Space around the items, layout units.
-Eina_Bool elm_flux_layout_padding_set(Evas_Object* layout, double left, double right, double top,
-    double bottom);
+Eina_Bool elm_flux_layout_padding_set(
+    Evas_Object* layout, double left, double right, double top, double bottom);
 
 /// Adds @p item behind those that are there, at this size in pixels, and shows it.
 Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int width_px, int height_px);
@@ -105,8 +105,8 @@ Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int wid
 /* ---- Text box ------------------------------------------------------------------------------------- */
 
 typedef enum {
-    ELM_FLUX_TEXTBOX_SIZE_DIGITS = 8,     ///< large, spaced figures
-    ELM_FLUX_TEXTBOX_SIZE_BODY = 11,      ///< 28 pixels at 1080 lines
+    ELM_FLUX_TEXTBOX_SIZE_DIGITS = 8, ///< large, spaced figures
+    ELM_FLUX_TEXTBOX_SIZE_BODY = 11, ///< 28 pixels at 1080 lines
     ELM_FLUX_TEXTBOX_SIZE_SECONDARY = 13, ///< 24 pixels at 1080 lines
 } Elm_Flux_Textbox_Size;
 
@@ -118,9 +118,9 @@ typedef enum {
 } Elm_Flux_Textbox_Align;
 
 typedef enum {
-    ELM_FLUX_RESPONSIVE_KEEP = 0,   ///< keeps the size
+    ELM_FLUX_RESPONSIVE_KEEP = 0, ///< keeps the size
     ELM_FLUX_RESPONSIVE_SHRINK = 1, ///< shrinks a single line until it fits, then ends it with an ellipsis
-    ELM_FLUX_RESPONSIVE_WRAP = 2,   ///< wraps, inside a word where it must, then shrinks
+    ELM_FLUX_RESPONSIVE_WRAP = 2, ///< wraps, inside a word where it must, then shrinks
 } Elm_Flux_Responsive_Rule;
 
 /// A text box of body size, one line, centred, that wraps where it may.

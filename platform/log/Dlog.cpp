@@ -4,14 +4,20 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <exception>
 #include <glib.h>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unistd.h>
 
 namespace {
+
+struct FreeText {
+    void operator()(char* text) const { std::free(text); }
+};
 
 struct Level {
     log_priority priority;
@@ -94,15 +100,12 @@ int writeToStandardError(std::string_view line)
 
 int print(const Level& level, const char* tag, const char* format, va_list arguments)
 {
-    va_list again;
-    va_copy(again, arguments);
-    const int length = vsnprintf(nullptr, 0, format, again);
-    va_end(again);
+    char* formatted = nullptr;
+    const int length = vasprintf(&formatted, format, arguments);
     if (length < 0)
         return -errno;
-    std::string message(static_cast<size_t>(length) + 1, '\0');
-    vsnprintf(message.data(), message.size(), format, arguments);
-    message.pop_back();
+    const std::unique_ptr<char, FreeText> owner(formatted);
+    const std::string message(formatted, static_cast<size_t>(length));
     if (writeToJournal(level, tag, message))
         return length;
     return writeToStandardError(std::string {level.letter, '/'} + tag + ": " + message + '\n');

@@ -5,10 +5,7 @@
 
 namespace TesselUI {
 
-CDimBase::CDimBase(Evas_Object* parent)
-    : m_parent(parent)
-{
-}
+CDimBase::CDimBase(Evas_Object* parent) : m_parent(parent) { }
 
 void CDimBase::Show()
 {

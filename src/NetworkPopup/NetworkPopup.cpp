@@ -29,16 +29,9 @@ void copyText(char (&slot)[kAccessibilityTextSize], const std::string& text)
 } // namespace
 
 CNetworkPopup::CNetworkPopup(Evas_Object* parent, Elm_Flux_Popup_Style style)
-    : m_popup(nullptr)
-    , m_parent(parent)
-    , m_content(nullptr)
-    , m_extra(nullptr)
-    , m_tooltip(nullptr)
-    , m_buttons {nullptr, nullptr}
-    , m_timer(nullptr)
-    , m_buttonCount(0)
-    , m_dimBase(parent)
-    , m_alive(std::make_shared<char>())
+    : m_popup(nullptr), m_parent(parent), m_content(nullptr), m_extra(nullptr),
+      m_tooltip(nullptr), m_buttons {nullptr, nullptr}, m_timer(nullptr), m_buttonCount(0), m_dimBase(parent),
+      m_alive(std::make_shared<char>())
 {
     m_popup = elm_flux_popup_add(parent);
     elm_flux_popup_style_set(m_popup, style);
@@ -146,9 +139,7 @@ Evas_Object* CNetworkPopup::widget_min_set(Evas_Object* parent, Evas_Object* obj
     return table;
 }
 
-void CNetworkPopup::m_SetIcon(Evas_Object*, std::string)
-{
-}
+void CNetworkPopup::m_SetIcon(Evas_Object*, std::string) { }
 
 void CNetworkPopup::addButton(std::string label, std::string, bool, std::string style, std::string)
 {
@@ -160,7 +151,8 @@ void CNetworkPopup::addButton(std::string label, std::string, bool, std::string 
     m_buttons[slot] = button;
     (slot == 0 ? m_button1Label : m_button2Label) = label;
     m_SetBtnCommon(button, label, style);
-    evas_object_smart_callback_add(button, "clicked", slot == 0 ? on_Button1Clicked : on_Button2Clicked, this);
+    evas_object_smart_callback_add(
+        button, "clicked", slot == 0 ? on_Button1Clicked : on_Button2Clicked, this);
     elm_flux_popup_button_set(m_popup, button, slot);
     ++m_buttonCount;
 }

@@ -13,21 +13,13 @@ Eina_Bool CNetworkPopup::t_OnTimeout(void*)
     return ECORE_CALLBACK_RENEW;
 }
 
-void CNetworkPopup::t_Button1Clicked()
-{
-}
+void CNetworkPopup::t_Button1Clicked() { }
 
-void CNetworkPopup::t_Button2Clicked()
-{
-}
+void CNetworkPopup::t_Button2Clicked() { }
 
-void CNetworkPopup::t_CenterButtonClicked()
-{
-}
+void CNetworkPopup::t_CenterButtonClicked() { }
 
-void CNetworkPopup::t_CentreButtonFocussed()
-{
-}
+void CNetworkPopup::t_CentreButtonFocussed() { }
 
 void CNetworkPopup::t_OnKeyDown(void* event_info)
 {

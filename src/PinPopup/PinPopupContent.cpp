@@ -37,8 +37,8 @@ constexpr auto kTooltipBelow = static_cast<Elm_Flux_Tooltip_Orient>(4);
 constexpr int kGuideWidth = 151; ///< layout units
 
 /// How a body text is measured: its own style, at the width of the card's content.
-constexpr const char* kMeasureStyle
-    = "DEFAULT='font=NorvaleSans-500 font_size=28 align=left color=#ffffff wrap=word'";
+constexpr const char* kMeasureStyle =
+    "DEFAULT='font=NorvaleSans-500 font_size=28 align=left color=#ffffff wrap=word'";
 constexpr int kMeasureWidthPx = 808;
 
 constexpr int kPinCountdown = 60; ///< ticks of one second
@@ -240,7 +240,8 @@ void PinPopup::showPinText()
     setTitle(translated("SID_PIN"));
     const MallocStr phone {TSUtil::AddLTRMarker(m_mobileName.data())};
     char sentence[kCombinedTextSize] = {};
-    combinate_string(dgettext(kTextDomain, "TV_SID_TESSEL_MIX_CONNECTED_DEVICE"), phone.get(), nullptr, sentence);
+    combinate_string(
+        dgettext(kTextDomain, "TV_SID_TESSEL_MIX_CONNECTED_DEVICE"), phone.get(), nullptr, sentence);
     m_composedText = translated("TV_SID_ENTER_PIN_UR_PH") + "<br>" + sentence;
     LOGI("Text in Pin Popup is -> [%s]", m_composedText.c_str());
     if (!m_contentLayout)

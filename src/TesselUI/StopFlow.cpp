@@ -20,7 +20,7 @@ namespace {
 
 constexpr const char* kStartModeKey = "db/menu/network/tessel_startmode";
 
-constexpr int kStartModeExit = 100;  ///< written by the daemon: the program ends
+constexpr int kStartModeExit = 100; ///< written by the daemon: the program ends
 constexpr int kStartModeStopped = 5; ///< written here: the viewer stopped the set-up
 
 /// One watched key, and what is logged of it. That ending a watch reports success with the words of the

@@ -14,9 +14,7 @@ namespace TesselUI {
 
 CTesselUI* CTesselUI::m_pInstance = nullptr;
 
-CTesselUI::CTesselUI()
-    : m_pDbusClient(nullptr)
-    , m_pUIDbus(nullptr)
+CTesselUI::CTesselUI() : m_pDbusClient(nullptr), m_pUIDbus(nullptr)
 {
     LOGI("START");
 }
@@ -96,13 +94,9 @@ void CTesselUI::OnTerminate(void*)
     destroyInstance();
 }
 
-void CTesselUI::OnPause(void*)
-{
-}
+void CTesselUI::OnPause(void*) { }
 
-void CTesselUI::OnResume(void*)
-{
-}
+void CTesselUI::OnResume(void*) { }
 
 void CTesselUI::OnService(app_control_h, void*)
 {

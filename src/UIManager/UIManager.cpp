@@ -21,8 +21,8 @@ constexpr int kNotShown = -2;
 constexpr auto kDefaultStyle = static_cast<Elm_Flux_Popup_Style>(0);
 constexpr auto kGuideStyle = static_cast<Elm_Flux_Popup_Style>(1);
 
-constexpr const char* kOrientationKey
-    = "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
+constexpr const char* kOrientationKey =
+    "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
 
 template <typename Popup>
 void deletePopup(Popup*& popup)
@@ -32,13 +32,7 @@ void deletePopup(Popup*& popup)
 
 } // namespace
 
-UIManager::UIManager()
-    : m_bInitialized(false)
-    , m_pWin(nullptr)
-    , m_pBg(nullptr)
-    , m_pPinPopup(nullptr)
-{
-}
+UIManager::UIManager() : m_bInitialized(false), m_pWin(nullptr), m_pBg(nullptr), m_pPinPopup(nullptr) { }
 
 UIManager::~UIManager()
 {

@@ -34,8 +34,8 @@ struct MethodRow {
 };
 
 constexpr MethodRow kMethods[] = {
-    {"ShowMobileGuide", "(s)", [](UIManager& m, Arguments& a) { return m.showGuidePopup(a.first); }, DLOG_INFO,
-        "Mobile Guide PopupShown successfully"},
+    {"ShowMobileGuide", "(s)", [](UIManager& m, Arguments& a) { return m.showGuidePopup(a.first); },
+        DLOG_INFO, "Mobile Guide PopupShown successfully"},
     {"ShowPinPopup", "(ss)", [](UIManager& m, Arguments& a) { return m.showPinPopup(a.first, a.second); },
         DLOG_INFO, "Pin Popup Shown"},
     {"ShowFailedPopup", "(s)", [](UIManager& m, Arguments& a) { return m.showFailedPopup(a.first); },
@@ -70,9 +70,7 @@ Arguments unpack(GVariant* parameters, const char* signature)
 const GDBusInterfaceVTable CTesselUIDbus::m_InterfaceVtable = {m_OnMethodCall, nullptr, nullptr, {nullptr}};
 
 CTesselUIDbus::CTesselUIDbus(std::shared_ptr<UIManager> manager, CTesselUI* app)
-    : m_pUIManager(std::move(manager))
-    , m_app(app)
-    , m_cookie(this)
+    : m_pUIManager(std::move(manager)), m_app(app), m_cookie(this)
 {
     create();
     connectDbus();
@@ -150,8 +148,8 @@ unsigned int CTesselUIDbus::registerObject()
         && m_nodeInfo->interfaces && m_nodeInfo->interfaces[0];
     if (!m_acquired || !described)
         return 0;
-    return g_dbus_connection_register_object(m_acquired, m_nodeInfo->path, m_nodeInfo->interfaces[0],
-        &m_InterfaceVtable, this, nullptr, nullptr);
+    return g_dbus_connection_register_object(
+        m_acquired, m_nodeInfo->path, m_nodeInfo->interfaces[0], &m_InterfaceVtable, this, nullptr, nullptr);
 }
 
 void CTesselUIDbus::m_OnBusAcquired(GDBusConnection* connection, const char*, void* user_data)

@@ -75,9 +75,7 @@ void set_tessel_popup_type(int type)
     LOGI(" tessel popup type = %d ", type);
 }
 
-void ExitFromTS()
-{
-}
+void ExitFromTS() { }
 
 int IGetWizardMode()
 {

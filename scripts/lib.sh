@@ -1,0 +1,215 @@
+# Shared by the scripts: a private machine in a temporary folder, with a system bus, a display and a settings
+# store of its own, and an end that leaves nothing behind. To be sourced; the caller uses `set -eu`.
+#
+#   sandbox_start          temporary folders; cleanup on exit and on signals
+#   bus_start              a private system bus
+#   display_start          the present X display, else a virtual one with a window manager and a compositor
+#   run_in_background NAME COMMAND...   a process that ends with the script; its id is in LAST_PID
+#   wait_until SECONDS COMMAND...       waits for a condition
+# shellcheck shell=bash
+
+WORK_FOLDER=
+LOG_FOLDER=
+DISPLAY_KIND=
+LAST_PID=
+STARTED_PIDS=()
+
+say() {
+    printf '%s\n' "$*"
+}
+
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+# ---- processes
+
+run_in_background() {
+    local name=$1
+    shift
+    : >"$LOG_FOLDER/$name.out" # now: the process itself may open it only after somebody looked into it
+    "$@" >"$LOG_FOLDER/$name.out" 2>"$LOG_FOLDER/$name.log" </dev/null &
+    LAST_PID=$!
+    STARTED_PIDS+=("$LAST_PID")
+}
+
+is_alive() {
+    kill -0 "$1" 2>/dev/null
+}
+
+has_ended() {
+    ! is_alive "$1"
+}
+
+# Looks for the condition often enough for a person not to notice, for at most so many seconds.
+wait_until() {
+    local deadline=$((SECONDS + $1 + 1))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$deadline" ] || return 1
+        sleep 0.05
+    done
+}
+
+# Ends one process that this script started; harder after three seconds.
+stop_process() {
+    is_alive "$1" || return 0
+    kill "$1" 2>/dev/null || return 0
+    wait_until 3 has_ended "$1" || kill -KILL "$1" 2>/dev/null || true
+}
+
+sandbox_cleanup() {
+    local status=$? index
+    trap '' INT TERM HUP
+    trap - EXIT
+    # The latest first: programs before the display and the bus they use.
+    for ((index = ${#STARTED_PIDS[@]} - 1; index >= 0; index--)); do
+        stop_process "${STARTED_PIDS[index]}"
+    done
+    [ -z "$WORK_FOLDER" ] || rm -rf "$WORK_FOLDER"
+    exit "$status"
+}
+
+# A helper has said something, to the end of the line.
+has_line() {
+    [ "$(wc -l <"$1")" -gt 0 ]
+}
+
+# ---- folders
+
+# $1: where the logs of the helpers go; by default a folder that is removed at the end.
+sandbox_start() {
+    WORK_FOLDER=$(mktemp -d "${TMPDIR:-/tmp}/tessel.XXXXXX")
+    trap sandbox_cleanup EXIT
+    trap 'exit 129' HUP
+    trap 'exit 130' INT
+    trap 'exit 143' TERM
+    LOG_FOLDER=${1:-$WORK_FOLDER/logs}
+    mkdir -p "$LOG_FOLDER" "$WORK_FOLDER"/{state,runtime,home}
+    mkdir -m 700 "$WORK_FOLDER/xdg"
+
+    # A present display lets its clients in by a file in the real home folder.
+    if [ -z "${XAUTHORITY:-}" ] && [ -e "${HOME:-}/.Xauthority" ]; then
+        export XAUTHORITY="$HOME/.Xauthority"
+    fi
+    export ORBIS_STATE_DIR="$WORK_FOLDER/state"
+    export ORBIS_RUNTIME_DIR="$WORK_FOLDER/runtime"
+    export HOME="$WORK_FOLDER/home"
+    export XDG_RUNTIME_DIR="$WORK_FOLDER/xdg"
+    export ECORE_NO_SYSTEM_MODULES=1
+    # No session bus is needed; an address that cannot be used keeps libraries from starting one.
+    export DBUS_SESSION_BUS_ADDRESS=disabled:
+}
+
+# ---- bus
+
+bus_start() {
+    cat >"$WORK_FOLDER/bus.conf" <<END
+<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <listen>unix:path=$WORK_FOLDER/bus</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow user="*"/>
+    <allow own="*"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow receive_sender="*" eavesdrop="true"/>
+  </policy>
+</busconfig>
+END
+    run_in_background bus dbus-daemon --config-file="$WORK_FOLDER/bus.conf" --nofork --nopidfile --print-address
+    wait_until 10 has_line "$LOG_FOLDER/bus.out" || fail "the bus did not start: $(cat "$LOG_FOLDER/bus.log")"
+    DBUS_SYSTEM_BUS_ADDRESS=$(head -n 1 "$LOG_FOLDER/bus.out")
+    export DBUS_SYSTEM_BUS_ADDRESS
+}
+
+# ---- display
+
+present_display_works() {
+    [ -n "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1
+}
+
+has_window_manager() {
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+}
+
+virtual_display_start() {
+    run_in_background xvfb Xvfb -displayfd 1 -screen 0 1920x1080x24 -nolisten tcp -noreset
+    # The number is written once the server takes clients.
+    wait_until 20 has_line "$LOG_FOLDER/xvfb.out" || fail "Xvfb did not start: $(tail -n 3 "$LOG_FOLDER/xvfb.log")"
+    DISPLAY=:$(head -n 1 "$LOG_FOLDER/xvfb.out")
+    export DISPLAY
+    unset WAYLAND_DISPLAY XAUTHORITY
+
+    run_in_background openbox openbox
+    wait_until 20 has_window_manager || fail "openbox did not start: $(tail -n 3 "$LOG_FOLDER/openbox.log")"
+
+    # With a compositor the window's transparency is real. In the background mode picom's first process ends
+    # when the compositor works, and the file then holds the id of the one that stays.
+    if ! picom --config /dev/null --backend xrender -b --write-pid-path "$WORK_FOLDER/picom.pid" \
+        >"$LOG_FOLDER/picom.log" 2>&1; then
+        fail "picom did not start: $(tail -n 3 "$LOG_FOLDER/picom.log")"
+    fi
+    wait_until 10 has_line "$WORK_FOLDER/picom.pid" || fail "picom did not say its process id"
+    STARTED_PIDS+=("$(cat "$WORK_FOLDER/picom.pid")")
+}
+
+# Leaves "present" or "virtual" in DISPLAY_KIND.
+display_start() {
+    if present_display_works; then
+        DISPLAY_KIND=present
+    else
+        # shellcheck disable=SC2034 # for the caller
+        DISPLAY_KIND=virtual
+        virtual_display_start
+    fi
+}
+
+# Paints something like a film on the virtual screen, so that the dimming above it can be judged.
+television_picture() {
+    cat >"$WORK_FOLDER/picture.svg" <<'END'
+<svg xmlns="http://www.w3.org/2000/svg" width="1920" height="1080" viewBox="0 0 1920 1080">
+  <defs>
+    <linearGradient id="sky" x1="0" y1="0" x2="0" y2="1">
+      <stop offset="0" stop-color="#1d3f72"/><stop offset="0.55" stop-color="#e8895a"/>
+      <stop offset="1" stop-color="#f7d9a0"/>
+    </linearGradient>
+    <linearGradient id="sea" x1="0" y1="0" x2="0" y2="1">
+      <stop offset="0" stop-color="#c9805c"/><stop offset="1" stop-color="#16344f"/>
+    </linearGradient>
+  </defs>
+  <rect width="1920" height="760" fill="url(#sky)"/>
+  <circle cx="1340" cy="640" r="110" fill="#fff3cf"/>
+  <path d="M0 640 L260 420 L470 600 L720 330 L1010 650 L1240 560 L1500 700 L1920 520 V770 H0 Z"
+    fill="#37405f"/>
+  <path d="M0 720 L380 610 L760 740 L1180 640 L1560 750 L1920 660 V780 H0 Z" fill="#232a45"/>
+  <rect y="760" width="1920" height="320" fill="url(#sea)"/>
+  <path d="M1180 800 H1500 M1240 850 H1440 M1150 905 H1530 M1280 960 H1400" stroke="#fff3cf"
+    stroke-width="8" stroke-linecap="round" opacity="0.6"/>
+</svg>
+END
+    rsvg-convert -o "$WORK_FOLDER/picture.png" "$WORK_FOLDER/picture.svg"
+    hsetroot -cover "$WORK_FOLDER/picture.png" >/dev/null
+}
+
+# Writes the screen to a PNG file once it has not changed for longer than a motion or a hint takes to appear.
+# Fails when nothing can be written or the screen is still the one in $2.
+settled_screenshot() {
+    local file=$1 before=${2:-} previous=$WORK_FOLDER/previous.png same=0 round
+    rm -f "$previous"
+    for ((round = 0; round < 80 && same < 8; round++)); do
+        scrot -o "$file" 2>/dev/null || return 1
+        if [ -n "$before" ] && cmp -s "$file" "$before"; then
+            same=0
+        elif cmp -s "$file" "$previous"; then
+            same=$((same + 1))
+        else
+            same=0
+        fi
+        cp "$file" "$previous"
+        sleep 0.1
+    done
+    [ -z "$before" ] || ! cmp -s "$file" "$before"
+}

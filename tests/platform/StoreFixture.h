@@ -1,0 +1,57 @@
+/// A settings store in a folder of its own, and a main loop to run.
+#ifndef TESTS_STORE_FIXTURE_H
+#define TESTS_STORE_FIXTURE_H
+
+#include "vconf.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+
+class StoreFixture : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    std::string state() const { return m_folder + "/state"; }
+    std::string runtime() const { return m_folder + "/runtime"; }
+
+    std::string m_folder;
+};
+
+/// Runs the main loop until the condition holds. @return false when it does not in time
+bool runUntil(const std::function<bool()>& condition, double seconds = 20);
+
+/// A watch that counts; ends with its owner.
+class Watch {
+public:
+    explicit Watch(
+        const std::string& key, std::function<void()> action = {}, vconf_callback_fn callback = on_changed);
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+    ~Watch() { end(); }
+
+    static void on_changed(keynode_t* node, void* data);
+
+    bool active() const { return m_active; }
+    int end();
+    int calls() const { return m_calls; }
+    bool called(int times = 1) const;
+
+private:
+    std::string m_key;
+    std::function<void()> m_action;
+    vconf_callback_fn m_callback;
+    int m_calls = 0;
+    bool m_active;
+};
+
+/// Runs the loop until a write made now has been delivered, with everything that was due before it.
+void settle();
+
+std::optional<std::string> text(const std::string& key);
+std::string contentsOf(const std::string& path);
+void writeFile(const std::string& path, const std::string& contents);
+
+#endif

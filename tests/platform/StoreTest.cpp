@@ -1,0 +1,165 @@
+#include "StoreFixture.h"
+
+#include <climits>
+#include <cstring>
+#include <filesystem>
+#include <sys/stat.h>
+#include <sys/time.h>
+
+namespace fs = std::filesystem;
+
+class ASettingsStore : public StoreFixture { };
+
+TEST_F(ASettingsStore, KeepsValuesOfEitherTypeAndArea)
+{
+    for (const int value : {0, -1, INT_MAX, INT_MIN}) {
+        ASSERT_EQ(vconf_set_int("memory/a/number", value), VCONF_OK);
+        int read = 77;
+        EXPECT_EQ(vconf_get_int("memory/a/number", &read), VCONF_OK);
+        EXPECT_EQ(read, value);
+    }
+    for (const std::string value :
+        {"", "text", "int\n5", "lines\r\n\n", "\xFF\xFE\x01 no UTF-8", "été 电视"}) {
+        ASSERT_EQ(vconf_set_str("db/a/text", value.c_str()), VCONF_OK);
+        EXPECT_EQ(text("db/a/text"), value);
+    }
+    EXPECT_TRUE(fs::exists(state() + "/db/a%2Ftext"));
+    EXPECT_TRUE(fs::exists(runtime() + "/memory/a%2Fnumber"));
+}
+
+TEST_F(ASettingsStore, RefusesTheWrongTypeAndFollowsAChangeOfType)
+{
+    int value = 77;
+    vconf_set_str("db/k", "12");
+    EXPECT_EQ(vconf_get_int("db/k", &value), VCONF_ERROR);
+    EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_STRING);
+    vconf_set_int("db/k", 12);
+    EXPECT_EQ(text("db/k"), std::nullopt);
+    EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_INT);
+    EXPECT_EQ(vconf_unset("db/k"), VCONF_OK);
+    EXPECT_EQ(vconf_get_int("db/k", &value), VCONF_ERROR);
+    EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_NONE);
+    EXPECT_EQ(vconf_unset("db/k"), VCONF_ERROR);
+    EXPECT_EQ(value, 77) << "failed readings leave the value alone";
+}
+
+TEST_F(ASettingsStore, RefusesKeysOutsideItsAreas)
+{
+    const std::string tooLong = "db/" + std::string(256, 'k');
+    const std::string tooLongEscaped = "db/" + std::string(86, ' ');
+    for (const char* key :
+        {"", "db", "db/", "memory/", "file/x", "Db/x", "/db/x", "db//x", "db/x/", "db/.", "db/..", "db/../x",
+            "db/x/..", "db/x/./y", "memory/../../x", tooLong.c_str(), tooLongEscaped.c_str()}) {
+        EXPECT_EQ(vconf_set_int(key, 1), VCONF_ERROR) << key;
+        EXPECT_EQ(vconf_set_str(key, "1"), VCONF_ERROR) << key;
+        EXPECT_EQ(vconf_get_type(key), VCONF_TYPE_NONE) << key;
+        EXPECT_EQ(vconf_notify_key_changed(key, Watch::on_changed, nullptr), VCONF_ERROR) << key;
+    }
+    EXPECT_FALSE(fs::exists(state())) << "nothing was written";
+    int value = 0;
+    EXPECT_EQ(vconf_set_int(nullptr, 1), VCONF_ERROR);
+    EXPECT_EQ(vconf_set_str("db/x", nullptr), VCONF_ERROR);
+    EXPECT_EQ(vconf_get_int(nullptr, &value), VCONF_ERROR);
+    EXPECT_EQ(vconf_get_int("db/x", nullptr), VCONF_ERROR);
+    EXPECT_EQ(vconf_notify_key_changed("db/x", nullptr, nullptr), VCONF_ERROR);
+    EXPECT_EQ(vconf_ignore_key_changed("db/x", Watch::on_changed), VCONF_ERROR);
+    EXPECT_EQ(vconf_list("", nullptr, nullptr), VCONF_ERROR);
+}
+
+TEST_F(ASettingsStore, EscapesNamesAndListsThemSorted)
+{
+    const std::vector<std::string> keys = {"db/.hidden", "db/...", "db/a b%2F\n", "db/a/b", "db/été",
+        "db/" + std::string(255, 'k'), "memory/.tmp", "memory/a"};
+    for (const std::string& key : keys)
+        ASSERT_EQ(vconf_set_str(key.c_str(), key.c_str()), VCONF_OK) << key;
+    for (const char* foreign : {"%2f", "a/", "%2F", "%", "%4", "%41", "a%", "plain~"})
+        writeFile(state() + "/db/" + foreign, "int\n1");
+    fs::create_directory(state() + "/db/folder");
+
+    const auto collect = [](const char* key, void* data) {
+        static_cast<std::vector<std::string>*>(data)->push_back(key);
+    };
+    std::vector<std::string> found;
+    EXPECT_EQ(vconf_list(nullptr, collect, &found), 8);
+    auto sorted = keys;
+    std::sort(sorted.begin(), sorted.end());
+    EXPECT_EQ(found, sorted);
+    for (const std::string& key : keys)
+        EXPECT_EQ(text(key), key);
+    found.clear();
+    EXPECT_EQ(vconf_list("db/a", collect, &found), 2);
+    EXPECT_EQ(vconf_list("db/none", collect, &found), 0);
+    EXPECT_EQ(found, (std::vector<std::string> {"db/a b%2F\n", "db/a/b"}));
+}
+
+TEST_F(ASettingsStore, TakesTornOrForeignContentsForUnreadable)
+{
+    vconf_set_int("db/k", 1);
+    const std::string path = state() + "/db/k";
+    const std::string nul("string\na\0b", 10);
+    for (const std::string& contents : {std::string(), std::string("i"), std::string("int"),
+             std::string("int\n"), std::string("int\n5 "), std::string("int\n5\n"), std::string("int\n+5"),
+             std::string("int\n2147483648"), std::string("int\n-2147483649"), std::string("int\n0x5"),
+             std::string("string"), std::string("string \nx"), std::string("double\n1.5"), nul,
+             "string\n" + std::string(16U * 1024 * 1024, 'x')}) {
+        writeFile(path, contents);
+        int value = 77;
+        EXPECT_EQ(vconf_get_int("db/k", &value), VCONF_ERROR) << contents.substr(0, 20);
+        EXPECT_EQ(text("db/k"), std::nullopt) << contents.substr(0, 20);
+        EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_NONE) << contents.substr(0, 20);
+        EXPECT_EQ(value, 77);
+    }
+    fs::remove(path);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0); // opening one would wait for a writer
+    EXPECT_EQ(text("db/k"), std::nullopt);
+    EXPECT_EQ(vconf_set_int("db/k", 2), VCONF_OK);
+    EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_INT);
+}
+
+TEST_F(ASettingsStore, BoundsWhatItWrites)
+{
+    const size_t most = 16U * 1024 * 1024 - std::strlen("string\n");
+    const std::string largest(most, 'x');
+    EXPECT_EQ(vconf_set_str("memory/k", largest.c_str()), VCONF_OK);
+    EXPECT_EQ(vconf_set_str("memory/k", (largest + 'y').c_str()), VCONF_ERROR);
+    EXPECT_TRUE(text("memory/k") == largest) << "the old value stays";
+}
+
+TEST_F(ASettingsStore, SetsModesThatTheUmaskNarrows)
+{
+    const auto modeOf = [](const std::string& path) {
+        struct stat status = {};
+        return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+    };
+    const mode_t before = umask(0);
+    vconf_set_int("db/open", 1);
+    umask(027);
+    vconf_set_int("db/narrow", 1);
+    umask(before);
+    EXPECT_EQ(modeOf(state() + "/db/open"), 0644U);
+    EXPECT_EQ(modeOf(state() + "/db/narrow"), 0640U);
+    EXPECT_EQ(modeOf(state() + "/db"), 0755U);
+
+    // Where the folder lets a group write, the place of the drafts must not keep it out.
+    fs::create_directories(runtime() + "/memory");
+    ASSERT_EQ(chmod((runtime() + "/memory").c_str(), 02775), 0);
+    vconf_set_int("memory/k", 1);
+    EXPECT_EQ(modeOf(runtime() + "/memory/.tmp"), 02775U);
+}
+
+TEST_F(ASettingsStore, SweepsTheDraftsOfKilledWritersAndLeavesNoneItself)
+{
+    const std::string drafts = state() + "/db/.tmp";
+    fs::create_directories(drafts);
+    writeFile(drafts + "/old", "half");
+    writeFile(drafts + "/young", "half");
+    const timeval longAgo[2] = {{time(nullptr) - 120, 0}, {time(nullptr) - 120, 0}};
+    ASSERT_EQ(utimes((drafts + "/old").c_str(), longAgo), 0);
+    EXPECT_EQ(vconf_set_int("db/k", 1), VCONF_OK);
+    fs::create_directory(state() + "/db/taken"); // the rename of this write fails
+    EXPECT_EQ(vconf_set_int("db/taken", 1), VCONF_ERROR);
+    std::vector<std::string> left;
+    for (const auto& entry : fs::directory_iterator(drafts))
+        left.push_back(entry.path().filename());
+    EXPECT_EQ(left, std::vector<std::string> {"young"});
+}

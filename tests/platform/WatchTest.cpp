@@ -1,0 +1,153 @@
+#include "StoreFixture.h"
+
+#include <Ecore.h>
+#include <filesystem>
+#include <memory>
+
+namespace fs = std::filesystem;
+
+class AWatch : public StoreFixture {
+protected:
+    static int descriptors()
+    {
+        return static_cast<int>(std::distance(fs::directory_iterator("/proc/self/fd"), {}));
+    }
+};
+
+TEST_F(AWatch, HearsEveryKindOfChangeFromTheLoopOnly)
+{
+    const Watch watch("db/k");
+    ASSERT_TRUE(watch.active()) << "a key need not exist yet";
+    vconf_set_int("db/k", 1);
+    EXPECT_EQ(watch.calls(), 0) << "called from inside a write";
+    EXPECT_TRUE(watch.called(1));
+    vconf_set_int("db/k", 1);
+    EXPECT_TRUE(watch.called(2)) << "the same value again";
+    vconf_unset("db/k");
+    EXPECT_TRUE(watch.called(3)) << "removed";
+    for (int i = 0; i < 100; ++i)
+        vconf_set_int("db/k", i);
+    settle();
+    EXPECT_EQ(watch.calls(), 4) << "a burst that the loop did not see is one change";
+    vconf_set_int("db/other", 1);
+    settle();
+    EXPECT_EQ(watch.calls(), 4) << "another key";
+}
+
+TEST_F(AWatch, StartsFromTheValueOfItsRegistration)
+{
+    const Watch early("db/k");
+    vconf_set_int("db/k", 1);
+    const Watch late("db/k", {}, [](keynode_t* node, void* data) { Watch::on_changed(node, data); });
+    ASSERT_TRUE(late.active());
+    EXPECT_EQ(vconf_notify_key_changed("db/k", Watch::on_changed, nullptr), VCONF_ERROR)
+        << "registered twice";
+    settle();
+    EXPECT_EQ(early.calls(), 1);
+    EXPECT_EQ(late.calls(), 0);
+    vconf_set_int("db/k", 1);
+    EXPECT_TRUE(early.called(2) && late.called(1));
+}
+
+TEST_F(AWatch, MayEndItselfAndOthersAndBeginNewOnesInACallback)
+{
+    std::unique_ptr<Watch> added;
+    Watch* other = nullptr;
+    Watch* self = nullptr;
+    Watch first("db/k", [&] {
+        EXPECT_EQ(other->end(), VCONF_OK);
+        EXPECT_EQ(self->end(), VCONF_OK);
+        added = std::make_unique<Watch>("db/k");
+        vconf_set_int("memory/from-callback", 5);
+    });
+    Watch second("db/k", {}, [](keynode_t* node, void* data) { Watch::on_changed(node, data); });
+    other = &second;
+    self = &first;
+    vconf_set_int("db/k", 1);
+    EXPECT_TRUE(first.called());
+    settle();
+    vconf_set_int("db/k", 2);
+    ASSERT_TRUE(added && added->active());
+    EXPECT_TRUE(added->called());
+    EXPECT_EQ(first.calls(), 1);
+    EXPECT_EQ(second.calls(), 0) << "ended before its turn";
+    EXPECT_EQ(added->calls(), 1) << "only what came after it began";
+    EXPECT_EQ(vconf_get_type("memory/from-callback"), VCONF_TYPE_INT);
+}
+
+TEST_F(AWatch, MayRunTheLoopInACallback)
+{
+    int depth = 0;
+    Watch* inner = nullptr;
+    const Watch outer("db/k", [&] {
+        if (++depth > 1)
+            return;
+        vconf_set_int("db/k", 2);
+        EXPECT_TRUE(runUntil([&] { return depth == 2 && inner->calls() == 1; }));
+    });
+    Watch last("db/k", {}, [](keynode_t* node, void* data) { Watch::on_changed(node, data); });
+    inner = &last;
+    vconf_set_int("db/k", 1);
+    EXPECT_TRUE(outer.called(2));
+    settle();
+    EXPECT_EQ(last.calls(), 1) << "told of its pending change once";
+}
+
+TEST_F(AWatch, FollowsAFolderThatGoesAndComes)
+{
+    const Watch watch("db/k");
+    vconf_set_int("db/k", 1);
+    ASSERT_TRUE(watch.called(1));
+    fs::remove_all(state() + "/db");
+    ASSERT_TRUE(watch.called(2)) << "the folder's end removes the key";
+    vconf_set_int("db/k", 2);
+    ASSERT_TRUE(watch.called(3));
+    fs::remove_all(m_folder + "/state"); // with the folder above it
+    ASSERT_TRUE(watch.called(4));
+    EXPECT_FALSE(fs::exists(state())) << "whoever removes a folder does so in peace";
+    fs::create_directories(state() + "/db");
+    settle();
+    vconf_set_int("db/k", 3);
+    ASSERT_TRUE(watch.called(5));
+    fs::rename(state(), m_folder + "/moved"); // nothing happens in the folder itself
+    ASSERT_TRUE(watch.called(6));
+    vconf_set_int("db/k", 4);
+    ASSERT_TRUE(watch.called(7));
+    const int calls = watch.calls();
+    writeFile(m_folder + "/moved/db/k", "int\n9");
+    settle();
+    EXPECT_EQ(watch.calls(), calls) << "the old folder no longer counts";
+}
+
+TEST_F(AWatch, LosesNothingWhenTheEventQueueOverflows)
+{
+    const std::string limit = contentsOf("/proc/sys/fs/inotify/max_queued_events");
+    const int writes = std::stoi(limit) + 100;
+    if (writes > 100000)
+        GTEST_SKIP() << "the queue holds too much to be filled here: " << limit;
+    const Watch first("memory/first");
+    const Watch second("memory/second");
+    const Watch third("memory/third");
+    for (int i = 0; i < writes; ++i) // in turn: the kernel merges repeated events
+        vconf_set_int(i % 2 ? "memory/first" : "memory/second", i);
+    vconf_set_int("memory/third", 1); // its event is dropped
+    EXPECT_TRUE(first.called() && second.called() && third.called());
+}
+
+TEST_F(AWatch, GivesBackEverythingAtItsEnd)
+{
+    vconf_set_int("db/k", 1);
+    vconf_set_int("memory/k", 1);
+    ecore_main_loop_iterate();
+    const int before = descriptors();
+    for (int i = 0; i < 20; ++i) {
+        Watch db("db/k");
+        Watch memory("memory/k");
+        EXPECT_GT(descriptors(), before);
+        vconf_set_int("db/k", i);
+        EXPECT_TRUE(db.called());
+        EXPECT_EQ(db.end(), VCONF_OK);
+        EXPECT_EQ(db.end(), VCONF_ERROR);
+    }
+    EXPECT_EQ(descriptors(), before);
+}

@@ -1,0 +1,81 @@
+#include "Processes.h"
+#include "StoreFixture.h"
+
+#include "wizard.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+class TheWizard : public StoreFixture {
+protected:
+    void TearDown() override
+    {
+        unsetenv("ORBIS_WIZARD");
+        StoreFixture::TearDown();
+    }
+
+    int run(const std::string& script)
+    {
+        const std::string path = m_folder + "/wizard";
+        writeFile(path, "#!/bin/sh\n" + script);
+        chmod(path.c_str(), 0755);
+        return runProgram(path);
+    }
+
+    int runProgram(const std::string& path)
+    {
+        setenv("ORBIS_WIZARD", path.c_str(), 1);
+        char* arguments[] = {m_words[0].data(), m_words[1].data(), m_words[2].data()};
+        return Wizard::StartWizardApp(3, arguments, "org.app", nullptr); // no null behind the last argument
+    }
+
+    Words m_words = {"caller", "type=A B", "uri="};
+};
+
+TEST_F(TheWizard, GetsTheArgumentsAndGivesItsStatus)
+{
+    EXPECT_EQ(run("printf '%s|' $# \"$@\" > '" + m_folder + "/seen'; exit 7"), 7);
+    EXPECT_EQ(contentsOf(m_folder + "/seen"), "2|type=A B|uri=|");
+    EXPECT_EQ(run("kill -TERM $$"), 128 + SIGTERM);
+}
+
+TEST_F(TheWizard, IsWaitedForThroughSignals)
+{
+    struct sigaction before = {};
+    struct sigaction interrupting = {};
+    interrupting.sa_handler = [](int) {};
+    sigaction(SIGALRM, &interrupting, &before);
+    const itimerval often = {{0, 20000}, {0, 20000}};
+    const itimerval never = {};
+    setitimer(ITIMER_REAL, &often, nullptr);
+    EXPECT_EQ(run("sleep 0.2; exit 3"), 3);
+    setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before, nullptr);
+}
+
+TEST_F(TheWizard, ThatCannotRunIsReported)
+{
+    const std::string log = m_folder + "/log";
+    const int descriptor = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    {
+        const StandardErrorTo redirected(descriptor);
+        EXPECT_EQ(runProgram(m_folder + "/absent"), 127);
+    }
+    close(descriptor);
+    EXPECT_NE(contentsOf(log).find(m_folder + "/absent"), std::string::npos);
+}
+
+TEST_F(TheWizard, RefusesInvalidArguments)
+{
+    char name[] = "caller";
+    char* arguments[] = {name, nullptr};
+    EXPECT_THROW(Wizard::StartWizardApp(0, arguments, "org.app", nullptr), std::invalid_argument);
+    EXPECT_THROW(Wizard::StartWizardApp(1, nullptr, "org.app", nullptr), std::invalid_argument);
+    EXPECT_THROW(Wizard::StartWizardApp(2, arguments, "org.app", nullptr), std::invalid_argument);
+    EXPECT_THROW(Wizard::StartWizardApp(1, arguments, nullptr, nullptr), std::invalid_argument);
+    EXPECT_THROW(Wizard::StartWizardApp(1, arguments, "", nullptr), std::invalid_argument);
+}

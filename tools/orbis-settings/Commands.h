@@ -1,0 +1,34 @@
+/// The commands of orbis-settings. Each gets the arguments after its name and returns an exit status.
+#ifndef ORBIS_SETTINGS_COMMANDS_H
+#define ORBIS_SETTINGS_COMMANDS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+enum ExitStatus { kSuccess = 0, kFailure = 1, kUsageError = 2 };
+
+using Arguments = std::vector<std::string>;
+
+int setCommand(const Arguments& arguments);
+int getCommand(const Arguments& arguments);
+int listCommand(const Arguments& arguments);
+int unsetCommand(const Arguments& arguments);
+int watchCommand(const Arguments& arguments);
+
+/// Names the mistake on standard error. @return kUsageError
+int usageError(const std::string& problem);
+
+/// Names the failure on standard error, with errno's reason when there is one. @return kFailure
+int failure(const std::string& problem, int error);
+
+/// @return the value as text, or nothing when the key holds none that can be read
+std::optional<std::string> valueOf(const std::string& key);
+
+/// @return "KEY VALUE" as one line, line ends in either made blanks; the key alone when it has no value
+std::string lineOf(const std::string& key);
+
+/// Writes a line and its end to standard output at once. @return false with errno on failure
+bool printLine(const std::string& line);
+
+#endif

@@ -1,0 +1,300 @@
+#include "Commands.h"
+
+#include "Handles.h"
+#include "Names.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace DaemonSim {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr double kDefaultWaitSeconds = 30;
+constexpr double kMaxSeconds = 24 * 60 * 60;
+constexpr std::string_view kBlanks = " \t\r";
+
+struct CommandRow {
+    std::string_view name;
+    std::string_view usage; ///< what follows the name
+    std::string_view help;
+    /// Takes the rest of the line as it is, unless that begins with a quote.
+    bool takesText;
+    /// @param words  the name and its arguments. @return nothing when the arguments do not fit.
+    std::optional<Command> (*parse)(const Words& words);
+};
+
+struct EventRow {
+    std::string_view name;
+    EventKind kind;
+    size_t flagCount;
+};
+
+constexpr std::array<EventRow, 4> kEvents = {{
+    {"ServerStarted", EventKind::ServerStarted, 1},
+    {"StopTessel", EventKind::StopTessel, 2},
+    {"ui", EventKind::UiAppeared, 0},
+    {"gone", EventKind::UiVanished, 0},
+}};
+
+struct BehaviourRow {
+    std::string_view name;
+    Behaviour::Kind kind;
+};
+
+constexpr std::array<BehaviourRow, 5> kBehaviours = {{
+    {"normal", Behaviour::Kind::Normal},
+    {"refuse", Behaviour::Kind::Refuse},
+    {"dawdle", Behaviour::Kind::Dawdle},
+    {"wrong-type", Behaviour::Kind::WrongType},
+    {"vanish", Behaviour::Kind::Vanish},
+}};
+
+template <typename Rows, typename Key, typename Field>
+auto findRow(const Rows& rows, const Key& key, Field field)
+{
+    const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& r) { return r.*field == key; });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+template <size_t Count>
+std::optional<Command> parseRequest(const Words& words)
+{
+    if (words.size() != Count + 1)
+        return std::nullopt;
+    return RequestCommand {words[0], Words(words.begin() + 1, words.end())};
+}
+
+std::optional<Command> parseSleep(const Words& words)
+{
+    const auto seconds = words.size() == 2 ? parseSeconds(words[1]) : std::nullopt;
+    return seconds ? std::optional<Command>(SleepCommand {*seconds}) : std::nullopt;
+}
+
+/// Takes an event and its flags, if any are given, from the words at @p position on.
+std::optional<Event> takeEvent(const Words& words, size_t& position, size_t end)
+{
+    const EventRow* row = findRow(kEvents, words[position++], &EventRow::name);
+    if (!row)
+        return std::nullopt;
+    Event event {row->kind, {}};
+    while (position < end && (words[position] == "true" || words[position] == "false"))
+        event.flags.push_back(words[position++] == "true");
+    if (!event.flags.empty() && event.flags.size() != row->flagCount)
+        return std::nullopt;
+    return event;
+}
+
+std::optional<Command> parseWait(const Words& words)
+{
+    WaitCommand wait {{}, kDefaultWaitSeconds};
+    size_t end = words.size();
+    if (end >= 4 && words[end - 2] == "within") {
+        const auto seconds = parseSeconds(words[end - 1]);
+        if (!seconds)
+            return std::nullopt;
+        wait.seconds = *seconds;
+        end -= 2;
+    }
+    for (size_t position = 1; position < end;) {
+        const auto event = takeEvent(words, position, end);
+        if (!event)
+            return std::nullopt;
+        wait.events.push_back(*event);
+    }
+    return wait.events.empty() ? std::nullopt : std::optional<Command>(wait);
+}
+
+std::optional<Command> parseSet(const Words& words)
+{
+    if (words.size() != 4)
+        return std::nullopt;
+    const std::string& text = words[3];
+    if (words[1] == "string")
+        return SetStringCommand {words[2], text};
+    int value = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (words[1] != "int" || error != std::errc() || rest != text.data() + text.size())
+        return std::nullopt;
+    return SetIntCommand {words[2], value};
+}
+
+std::optional<Command> parseUnset(const Words& words)
+{
+    return words.size() == 2 ? std::optional<Command>(UnsetCommand {words[1]}) : std::nullopt;
+}
+
+std::optional<Command> parseJson(const Words& words)
+{
+    if (words.size() != 2)
+        return std::nullopt;
+    return SetStringCommand {kRequestKey, words[1]};
+}
+
+std::optional<Command> parseEnd(const Words& words)
+{
+    if (words.size() != 1)
+        return std::nullopt;
+    return SetIntCommand {kStartModeKey, kStartModeEnd};
+}
+
+std::optional<Command> parseBehave(const Words& words)
+{
+    const auto behaviour = parseBehaviour(Words(words.begin() + 1, words.end()));
+    return behaviour ? std::optional<Command>(BehaveCommand {*behaviour}) : std::nullopt;
+}
+
+std::optional<Command> parseEcho(const Words& words)
+{
+    if (words.size() > 2)
+        return std::nullopt;
+    return EchoCommand {words.size() == 2 ? words[1] : std::string()};
+}
+
+template <typename Plain>
+std::optional<Command> parsePlain(const Words& words)
+{
+    return words.size() == 1 ? std::optional<Command>(Plain {}) : std::nullopt;
+}
+
+constexpr std::array<CommandRow, 18> kCommands = {{
+    {"ShowMobileGuide", "PIN", "the guide", false, parseRequest<1>},
+    {"ShowNetworkTest", "PHONE NETWORK", "network test in progress", false, parseRequest<2>},
+    {"ShowSSOLoginPopup", "PHONE ACCOUNT", "sign-in in progress", false, parseRequest<2>},
+    {"ShowPinPopup", "PHONE PIN", "the PIN to compare", false, parseRequest<2>},
+    {"ShowFailedPopup", "STEP", "a failure; the step is sso or anything else", false, parseRequest<1>},
+    {"ShowTnCPopup", "", "the terms", false, parseRequest<0>},
+    {"ShowApListPopup", "", "the access-point hint", false, parseRequest<0>},
+    {"HidePopup", "", "no popup", false, parseRequest<0>},
+    {"json", "TEXT", "write a popup request into the settings key for them", true, parseJson},
+    {"end", "", "tell the UI to leave, through its start-mode key", false, parseEnd},
+    {"set", "int|string KEY VALUE", "write a settings key", false, parseSet},
+    {"unset", "KEY", "remove a settings key", false, parseUnset},
+    {"wait", "EVENT... [within SECONDS]",
+        "until all came: ServerStarted [FLAG], StopTessel [FLAG FLAG], ui, gone", false, parseWait},
+    {"sleep", "SECONDS", "do nothing for a while", false, parseSleep},
+    {"behave", "normal|refuse|dawdle SECONDS|wrong-type|vanish", "how to answer from now on", false,
+        parseBehave},
+    {"echo", "TEXT", "print a line", true, parseEcho},
+    {"help", "", "list the commands", false, parsePlain<HelpCommand>},
+    {"quit", "", "end the simulator", false, parsePlain<QuitCommand>},
+}};
+
+std::string usageOf(const CommandRow& row)
+{
+    return std::string(row.name).append(row.usage.empty() ? "" : " ").append(row.usage);
+}
+
+/// Splits a line at its blanks, minding quotes. A mistake in the quoting goes to @p error.
+Words splitWords(const std::string& line, std::string& error)
+{
+    int count = 0;
+    char** rawWords = nullptr;
+    GError* rawError = nullptr;
+    g_shell_parse_argv(line.c_str(), &count, &rawWords, &rawError);
+    const StrvPtr words(rawWords);
+    const ErrorPtr problem(rawError);
+    if (problem)
+        error = problem->message;
+    return words ? Words(words.get(), words.get() + count) : Words();
+}
+
+std::string trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(kBlanks);
+    const auto last = text.find_last_not_of(kBlanks);
+    return first == std::string::npos ? std::string() : text.substr(first, last - first + 1);
+}
+
+} // namespace
+
+ParsedLine parseLine(const std::string& line)
+{
+    if (!g_utf8_validate(line.data(), static_cast<gssize>(line.size()), nullptr))
+        return {std::nullopt, "not valid UTF-8 text"};
+    const std::string text = trimmed(line);
+    if (text.empty() || text.front() == '#')
+        return {};
+
+    const std::string name = text.substr(0, text.find_first_of(kBlanks));
+    const CommandRow* row = findRow(kCommands, name, &CommandRow::name);
+    if (!row)
+        return {std::nullopt, "unknown command: " + name + " (help lists them)"};
+
+    const std::string rest = trimmed(text.substr(name.size()));
+    std::string error;
+    Words words;
+    if (row->takesText && !rest.empty() && rest.front() != '\'' && rest.front() != '"')
+        words = {name, rest};
+    else
+        words = splitWords(text, error);
+    if (!error.empty())
+        return {std::nullopt, error};
+
+    ParsedLine parsed {row->parse(words), {}};
+    if (!parsed.command)
+        parsed.error = "usage: " + usageOf(*row);
+    return parsed;
+}
+
+std::optional<Behaviour> parseBehaviour(const Words& words)
+{
+    const BehaviourRow* row = words.empty() ? nullptr : findRow(kBehaviours, words[0], &BehaviourRow::name);
+    if (!row)
+        return std::nullopt;
+    Behaviour behaviour {row->kind, 0};
+    if (row->kind != Behaviour::Kind::Dawdle)
+        return words.size() == 1 ? std::optional(behaviour) : std::nullopt;
+    const auto seconds = words.size() == 2 ? parseSeconds(words[1]) : std::nullopt;
+    behaviour.seconds = seconds.value_or(0);
+    return seconds ? std::optional(behaviour) : std::nullopt;
+}
+
+std::optional<double> parseSeconds(std::string_view text)
+{
+    double seconds = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
+    if (error != std::errc() || rest != end || !std::isfinite(seconds) || seconds < 0
+        || seconds > kMaxSeconds)
+        return std::nullopt;
+    return seconds;
+}
+
+std::string toText(const Behaviour& behaviour)
+{
+    const std::string name(findRow(kBehaviours, behaviour.kind, &BehaviourRow::kind)->name);
+    char seconds[32] = "";
+    if (behaviour.kind == Behaviour::Kind::Dawdle)
+        g_snprintf(seconds, sizeof seconds, " %g", behaviour.seconds);
+    return name + seconds;
+}
+
+std::string toText(const Event& event)
+{
+    std::string text(findRow(kEvents, event.kind, &EventRow::kind)->name);
+    for (const bool flag : event.flags)
+        text += flag ? " true" : " false";
+    return text;
+}
+
+std::string commandHelp()
+{
+    constexpr size_t kUsageWidth = 32;
+    std::string text = "Commands, one a line, words quoted as in a shell, # begins a comment:\n";
+    for (const CommandRow& row : kCommands) {
+        std::string usage = usageOf(row);
+        if (usage.size() > kUsageWidth)
+            text += "  " + std::exchange(usage, {}) + '\n';
+        usage.resize(kUsageWidth, ' ');
+        text.append("  ").append(usage).append(" ").append(row.help).append("\n");
+    }
+    return text;
+}
+
+} // namespace DaemonSim

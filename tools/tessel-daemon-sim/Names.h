@@ -1,0 +1,18 @@
+/// The names by which the setup daemon and the UI know each other, and the settings keys between them.
+#ifndef DAEMON_SIM_NAMES_H
+#define DAEMON_SIM_NAMES_H
+
+namespace DaemonSim {
+
+inline constexpr char kDaemonName[] = "com.norvale.orbis.tessel.daemon"; ///< bus name and interface
+inline constexpr char kDaemonPath[] = "/com/norvale/orbis/tessel/daemon";
+inline constexpr char kUiName[] = "com.norvale.orbis.tessel.ui"; ///< bus name and interface
+inline constexpr char kUiPath[] = "/com/norvale/orbis/tessel/ui";
+
+inline constexpr char kStartModeKey[] = "db/menu/network/tessel_startmode";
+inline constexpr int kStartModeEnd = 100; ///< tells the UI to leave
+inline constexpr char kRequestKey[] = "db/tessel/mobile_oobe"; ///< takes a popup request as JSON
+
+} // namespace DaemonSim
+
+#endif

@@ -1,0 +1,67 @@
+/// Plays one command after the other.
+#ifndef DAEMON_SIM_PLAYER_H
+#define DAEMON_SIM_PLAYER_H
+
+#include "Commands.h"
+#include "Timer.h"
+
+#include <functional>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace DaemonSim {
+
+class DaemonService;
+class EventLog;
+class UiClient;
+
+enum class Outcome {
+    Done,
+    TimedOut, ///< a wait was in vain
+    Failed, ///< a setting could not be written; the reason is on standard error
+    Quit,
+};
+
+class Player {
+public:
+    /// @param onFinished  called with what became of a command, from inside play() or later
+    Player(EventLog& log, DaemonService& service, UiClient& ui, std::function<void(Outcome)> onFinished);
+
+    /// Plays a command. Only while isBusy() is false.
+    void play(const Command& command);
+    bool isBusy() const { return m_busy; }
+
+    /// Tells of something that happened, so that a wait, present or later, can be fulfilled.
+    void note(const Event& event);
+
+private:
+    void start(const RequestCommand& command);
+    void start(const SleepCommand& command);
+    void start(const WaitCommand& command);
+    void start(const SetIntCommand& command);
+    void start(const SetStringCommand& command);
+    void start(const UnsetCommand& command);
+    void start(const BehaveCommand& command);
+    void start(const EchoCommand& command);
+    void start(const HelpCommand& command);
+    void start(const QuitCommand& command);
+
+    bool hasHappened(const Event& awaited) const;
+    void giveUpWait(double seconds);
+    void finish(Outcome outcome);
+
+    EventLog& m_log;
+    DaemonService& m_service;
+    UiClient& m_ui;
+    std::function<void(Outcome)> m_onFinished;
+    bool m_busy = false;
+    Timer m_timer; ///< of a sleep or a wait
+    std::vector<Event> m_missing; ///< what the present wait still waits for
+    /// What came since the last wait of its kind: the flags of each call, once.
+    std::map<EventKind, std::set<std::vector<bool>>> m_past;
+};
+
+} // namespace DaemonSim
+
+#endif

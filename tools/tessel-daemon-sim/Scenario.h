@@ -1,0 +1,26 @@
+/// Scenario files: commands that are known to be right before the first of them is played.
+#ifndef DAEMON_SIM_SCENARIO_H
+#define DAEMON_SIM_SCENARIO_H
+
+#include "Commands.h"
+
+#include <deque>
+#include <string>
+
+namespace DaemonSim {
+
+class EventLog;
+
+struct Step {
+    Command command;
+    std::string place; ///< file and line, for messages
+};
+
+/// Adds the commands of a scenario to @p steps.
+/// @param name  a file, or the name of a scenario that came with the program, without its ending
+/// @return false when the file cannot be read or any line is wrong; each such line is reported.
+bool loadScenario(EventLog& log, const std::string& name, std::deque<Step>& steps);
+
+} // namespace DaemonSim
+
+#endif

@@ -1,0 +1,164 @@
+#include "Session.h"
+
+#include "Names.h"
+
+#include <glib-unix.h>
+
+#include <array>
+#include <csignal>
+#include <unistd.h>
+#include <utility>
+
+namespace DaemonSim {
+
+Session::Session(GDBusConnection* connection, EventLog& log, const Options& options, std::deque<Step> steps)
+    : m_connection(connection), m_log(log), m_loop(g_main_loop_new(nullptr, FALSE)),
+      m_steps(std::move(steps)), m_stay(options.stay),
+      m_showsPrompt(isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1),
+      m_closedHandler(g_signal_connect(connection, "closed", G_CALLBACK(onClosed), this)),
+      m_service(connection, log, options.endAfterStop, serviceCallbacks()),
+      m_ui(connection, log, [this](const Event& event) { m_player.note(event); }),
+      m_player(log, m_service, m_ui, [this](Outcome outcome) { onFinished(outcome); }),
+      m_input(STDIN_FILENO, [this] { advance(); })
+{
+    m_service.setBehaviour(options.behaviour);
+}
+
+Session::~Session()
+{
+    g_signal_handler_disconnect(m_connection, m_closedHandler);
+}
+
+DaemonService::Callbacks Session::serviceCallbacks()
+{
+    DaemonService::Callbacks callbacks;
+    callbacks.onReady = [this] {
+        m_log.event("ready");
+        m_ready = true;
+        advance();
+    };
+    callbacks.onNameLost = [this] {
+        if (m_ended)
+            return;
+        m_log.error(std::string("cannot own the bus name ") + kDaemonName);
+        end(kExitBus);
+    };
+    callbacks.onReceived = [this](const Event& event) { onReceived(event); };
+    callbacks.onIdle = [this] { advance(); };
+    callbacks.onVanished = [this] { end(kExitOk); };
+    return callbacks;
+}
+
+int Session::run()
+{
+    constexpr std::array<int, 3> kSignals = {SIGINT, SIGTERM, SIGHUP};
+    std::array<guint, kSignals.size()> sources {};
+    for (size_t index = 0; index < kSignals.size(); ++index)
+        sources[index] = g_unix_signal_add(kSignals[index], onSignal, this);
+
+    if (!m_service.start()) {
+        m_log.error("cannot export the daemon's object");
+        end(kExitBus);
+    }
+    if (!m_ended)
+        g_main_loop_run(m_loop.get());
+    for (const guint source : sources)
+        g_source_remove(source);
+    return m_status;
+}
+
+gboolean Session::onSignal(gpointer data)
+{
+    static_cast<Session*>(data)->end(kExitOk);
+    return G_SOURCE_CONTINUE;
+}
+
+void Session::onClosed(GDBusConnection*, gboolean, GError*, gpointer data)
+{
+    auto* self = static_cast<Session*>(data);
+    if (self->m_ended)
+        return;
+    self->m_log.error("the bus is gone");
+    self->end(kExitBus);
+}
+
+void Session::onReceived(const Event& event)
+{
+    if (event.kind == EventKind::ServerStarted && event.flags == std::vector<bool> {true})
+        m_ui.announce();
+    m_player.note(event);
+}
+
+void Session::onFinished(Outcome outcome)
+{
+    if (outcome == Outcome::Quit) {
+        end(kExitOk);
+    } else if (outcome != Outcome::Done && !m_place.empty()) {
+        m_log.error(m_place + ": the scenario ends here");
+        end(kExitScenarioFailed);
+    }
+    advance();
+}
+
+/// Plays as many commands as can be played now. A command that finishes at once comes back here through
+/// onFinished(): the loop below goes on then, rather than one call deeper.
+void Session::advance()
+{
+    if (!m_ready || m_advancing)
+        return;
+    m_advancing = true;
+    while (!m_ended && !m_player.isBusy() && playNext()) { }
+    m_advancing = false;
+}
+
+/// @return false when there is nothing to play for now.
+bool Session::playNext()
+{
+    if (m_steps.empty())
+        return playTypedLine();
+    const Step step = std::move(m_steps.front());
+    m_steps.pop_front();
+    m_place = step.place;
+    m_player.play(step.command);
+    return true;
+}
+
+bool Session::playTypedLine()
+{
+    m_place.clear();
+    const auto line = m_input.take();
+    if (!line) {
+        if (m_input.atEnd())
+            endWhenIdle();
+        else if (m_showsPrompt)
+            m_log.showPrompt();
+        m_input.listen();
+        return false;
+    }
+    m_log.hidePrompt();
+    const ParsedLine parsed =
+        line->isTooLong ? ParsedLine {std::nullopt, "the line is too long"} : parseLine(line->text);
+    if (!parsed.error.empty())
+        m_log.error(parsed.error);
+    else if (parsed.command)
+        m_player.play(*parsed.command);
+    return true;
+}
+
+void Session::endWhenIdle()
+{
+    // An answer or an order to leave that is still due belongs to the run.
+    if (!m_stay && m_service.isIdle())
+        end(kExitOk);
+}
+
+void Session::end(int status)
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    m_status = status;
+    g_main_loop_quit(m_loop.get());
+}
+
+} // namespace DaemonSim

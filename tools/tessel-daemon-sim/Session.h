@@ -1,0 +1,72 @@
+/// One run of the simulator.
+#ifndef DAEMON_SIM_SESSION_H
+#define DAEMON_SIM_SESSION_H
+
+#include "DaemonService.h"
+#include "EventLog.h"
+#include "Handles.h"
+#include "LineReader.h"
+#include "Options.h"
+#include "Player.h"
+#include "Scenario.h"
+#include "UiClient.h"
+
+#include <deque>
+#include <string>
+
+namespace DaemonSim {
+
+enum ExitStatus {
+    kExitOk = 0,
+    kExitScenarioFailed = 1,
+    kExitUsage = 2,
+    kExitBus = 3,
+};
+
+/// Ties the parts together: plays the scenarios first, then what comes on standard input.
+class Session {
+public:
+    /// @param connection  borrowed
+    /// @param steps       the scenarios' commands
+    Session(GDBusConnection* connection, EventLog& log, const Options& options, std::deque<Step> steps);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Runs until the input ends, a scenario fails, or a signal comes. @return the exit status.
+    int run();
+
+private:
+    static gboolean onSignal(gpointer data);
+    static void onClosed(GDBusConnection* connection, gboolean vanished, GError* error, gpointer data);
+
+    DaemonService::Callbacks serviceCallbacks();
+    void onReceived(const Event& event);
+    void onFinished(Outcome outcome);
+    void advance();
+    bool playNext();
+    bool playTypedLine();
+    void endWhenIdle();
+    void end(int status);
+
+    GDBusConnection* m_connection;
+    EventLog& m_log;
+    LoopPtr m_loop;
+    std::deque<Step> m_steps;
+    std::string m_place; ///< of the step under way; empty at the prompt
+    bool m_stay;
+    bool m_showsPrompt;
+    bool m_ready = false;
+    bool m_advancing = false;
+    bool m_ended = false;
+    int m_status = kExitOk;
+    gulong m_closedHandler;
+    DaemonService m_service;
+    UiClient m_ui;
+    Player m_player;
+    LineReader m_input;
+};
+
+} // namespace DaemonSim
+
+#endif

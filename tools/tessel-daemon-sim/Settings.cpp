@@ -1,0 +1,41 @@
+#include "Settings.h"
+
+#include "EventLog.h"
+
+#include <vconf.h>
+
+namespace DaemonSim {
+
+namespace {
+
+bool report(EventLog& log, bool success, const std::string& what, const std::string& value)
+{
+    if (success)
+        log.event(what + value);
+    else
+        log.error("the settings store refused: " + what);
+    return success;
+}
+
+} // namespace
+
+bool writeInt(EventLog& log, const std::string& key, int value)
+{
+    const bool success = vconf_set_int(key.c_str(), value) == VCONF_OK;
+    return report(log, success, "set " + key, " " + std::to_string(value));
+}
+
+bool writeString(EventLog& log, const std::string& key, const std::string& value)
+{
+    const bool success = vconf_set_str(key.c_str(), value.c_str()) == VCONF_OK;
+    return report(log, success, "set " + key, " " + value);
+}
+
+bool removeKey(EventLog& log, const std::string& key)
+{
+    const bool existed = vconf_get_type(key.c_str()) != VCONF_TYPE_NONE;
+    const bool success = !existed || vconf_unset(key.c_str()) == VCONF_OK;
+    return report(log, success, "unset " + key, "");
+}
+
+} // namespace DaemonSim

@@ -1,0 +1,20 @@
+/// Writes to the settings store, each reported as an event.
+#ifndef DAEMON_SIM_SETTINGS_H
+#define DAEMON_SIM_SETTINGS_H
+
+#include <string>
+
+namespace DaemonSim {
+
+class EventLog;
+
+/// @return false when the store refused; that is reported as an error.
+bool writeInt(EventLog& log, const std::string& key, int value);
+bool writeString(EventLog& log, const std::string& key, const std::string& value);
+
+/// Removes a key. One that does not exist counts as removed.
+bool removeKey(EventLog& log, const std::string& key);
+
+} // namespace DaemonSim
+
+#endif
