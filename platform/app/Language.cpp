@@ -42,17 +42,34 @@ void leaveCLocale()
         setlocale(LC_ALL, "C.UTF-8");
 }
 
+/// What the environment said before the first change made here.
+std::string languageOfEnvironment()
+{
+    if (const char* languages = getenv("LANGUAGE"); languages && *languages)
+        return languages;
+    const char* locale = setlocale(LC_MESSAGES, nullptr);
+    const std::string_view name = locale ? locale : "";
+    const bool neutral = name.substr(0, name.find('.')) == "C" || name == "POSIX";
+    return neutral ? "" : std::string {name};
+}
+
+/// @return the viewer's choice, else the environment's, for instance "de_DE"; "" for none
+std::string chosenLanguage()
+{
+    static const std::string s_environment = languageOfEnvironment();
+    const std::unique_ptr<char, decltype(&free)> setting {vconf_get_str(kLanguageKey), free};
+    const std::string_view choice = setting && *setting ? setting.get() : s_environment;
+    return std::string {choice.substr(0, choice.find('.'))};
+}
+
 } // namespace
 
 void applyLanguage()
 {
     leaveCLocale();
-    const std::unique_ptr<char, decltype(&free)> setting {vconf_get_str(kLanguageKey), free};
-    if (!setting || !*setting)
-        return;
-    const std::string_view language = setting.get();
-    const std::string name {language.substr(0, language.find('.'))};
-    setenv("LANGUAGE", (name + ":en").c_str(), 1);
+    const std::string language = chosenLanguage();
+    // Without a fallback of its own, gettext would show the id of a text that the language lacks.
+    setenv("LANGUAGE", language.empty() ? "en" : (language + ":en").c_str(), 1);
     ++_nl_msg_cat_cntr;
     elm_config_mirrored_set(isRightToLeft(language));
 }

@@ -1,6 +1,7 @@
 #include "flux/Layout.h"
 
 #include "flux/Record.h"
+#include "flux/Textbox.h"
 #include "flux/Theme.h"
 
 #include <algorithm>
@@ -10,6 +11,10 @@ namespace orbis::flux {
 namespace {
 
 constexpr const char* kBoxPart = "elm.swallow.box";
+
+/// How far a text may reach above and below its place, layout units: the rows of secondary text are a little
+/// lower than the font's own lines, and its letters must not be cut.
+constexpr double kTextOverhang = 0.5;
 
 struct LayoutRecord {
     static constexpr const char* kKey = "orbis.flux.layout";
@@ -61,7 +66,8 @@ int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrore
         x = mirrored ? area.x + area.width - offset - width : area.x + offset;
     else
         y = area.y + offset;
-    evas_object_geometry_set(item, x, y, width, height);
+    const int overhang = recordOf<TextboxRecord>(item) ? elm_flux_unit_to_pixel(kTextOverhang) : 0;
+    evas_object_geometry_set(item, x, y - overhang, width, height + 2 * overhang);
     return horizontal ? width : height;
 }
 

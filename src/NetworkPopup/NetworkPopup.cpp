@@ -49,6 +49,9 @@ CNetworkPopup::~CNetworkPopup()
 void CNetworkPopup::deleteWidgets()
 {
     deleteTimer();
+    // Or the toolkit looks for the next focus among widgets that are going, and complains in the log.
+    if (m_popup)
+        elm_object_tree_focus_allow_set(m_popup, EINA_FALSE);
     deleteObject(m_buttons[0]);
     deleteObject(m_buttons[1]);
     deleteObject(m_popup);

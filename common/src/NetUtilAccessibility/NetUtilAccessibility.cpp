@@ -3,7 +3,10 @@
 #include "Handles.h"
 #include "Log.h"
 
+#include <cctype>
 #include <cstdlib>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -13,6 +16,51 @@ using TesselUI::MallocStr;
 using BufferPtr = CHandle<Eina_Strbuf, eina_strbuf_free>;
 
 AccessibilityInfo* s_info = nullptr;
+
+/// @return the length of the entity ("&amp;", "&#x200e;") that @p text begins with, or 0
+std::size_t entityLength(std::string_view text)
+{
+    std::size_t length = 1;
+    while (length < text.size() && (isalnum(static_cast<unsigned char>(text[length])) || text[length] == '#'))
+        ++length;
+    return length > 1 && length < text.size() && text[length] == ';' ? length + 1 : 0;
+}
+
+/// @return the length of the tag ("<br>", "</font>") that @p text begins with, or 0
+std::size_t tagLength(std::string_view text)
+{
+    const bool opens = text.size() > 1 && (isalpha(static_cast<unsigned char>(text[1])) || text[1] == '/');
+    const std::size_t end = text.find_first_of("<>", 1);
+    return opens && end != std::string_view::npos && text[end] == '>' ? end + 1 : 0;
+}
+
+/// The toolkit's conversion drops everything behind a lone ampersand or angle bracket, and names of phones
+/// and networks hold such: they are escaped, while tags and entities stay.
+std::string convertible(std::string_view markup)
+{
+    std::string result;
+    while (!markup.empty()) {
+        const char first = markup.front();
+        std::size_t kept = 1;
+        if (first == '&')
+            kept = entityLength(markup);
+        else if (first == '<')
+            kept = tagLength(markup);
+        if (kept == 0) {
+            result += first == '&' ? "&amp;" : "&lt;";
+            kept = 1;
+        } else {
+            result += markup.substr(0, kept);
+        }
+        markup.remove_prefix(kept);
+    }
+    return result;
+}
+
+MallocStr plainText(const char* markup)
+{
+    return MallocStr {markup ? elm_entry_markup_to_utf8(convertible(markup).c_str()) : nullptr};
+}
 
 } // namespace
 
@@ -46,8 +94,8 @@ char* access_info_cb_widget(void* data, Evas_Object*)
 char* access_cb_func(const char* text1, const char* text2, bool flag)
 {
     LOGD("Entered in access_cb_func to read out the text!");
-    const MallocStr plain2 {text2 ? elm_entry_markup_to_utf8(text2) : nullptr};
-    const MallocStr plain1 {text1 ? elm_entry_markup_to_utf8(text1) : nullptr};
+    const MallocStr plain2 = plainText(text2);
+    const MallocStr plain1 = plainText(text1);
     if (text1 && !plain1)
         return nullptr;
     const BufferPtr buffer {eina_strbuf_new()};

@@ -1,0 +1,118 @@
+/// The guide, which is for the viewer of the set-up wizard only.
+#include "TvTest.h"
+
+#include <unistd.h>
+
+namespace {
+
+using tv::waitUntil;
+
+constexpr const char* kNetworkSetting = "org.orbis.NetworkSetting-Orbis";
+constexpr const char* kSignIn = "org.orbis.sso";
+constexpr const char* kRefusedLine = "Mobile Guide PopupShown successfully"; // logged when it was not shown
+constexpr int kFocus = 2;
+constexpr int kVisible = 3;
+constexpr int kBackground = 4;
+
+class TheGuide : public tv::TvTest {
+protected:
+    void SetUp() override { ASSERT_TRUE(box.start()); }
+
+    /// Shows the guide and waits until it can take keys: its hint comes when it has been drawn.
+    void showGuide()
+    {
+        ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
+        const size_t mark = box.program->mark();
+        ASSERT_TRUE(box.show("ShowMobileGuide", {"0042"}));
+        ASSERT_TRUE(box.program->waitForLog("Showing tooltip", mark));
+        EXPECT_FALSE(box.program->logged(kRefusedLine, mark));
+        display().settledPicture();
+    }
+
+    /// Asks for the guide over a popup that is up. @return whether the guide was shown instead of it
+    bool isShown()
+    {
+        EXPECT_TRUE(box.show("ShowApListPopup"));
+        const size_t mark = box.program->mark();
+        EXPECT_TRUE(box.request("ShowMobileGuide", {"0042"}));
+        EXPECT_TRUE(waitUntil([&] {
+            return box.program->logged(kRefusedLine, mark) || box.program->logged("ToolTimerCB", mark);
+        }));
+        if (!box.program->logged(kRefusedLine, mark))
+            return true;
+        EXPECT_TRUE(box.screenIsPlain()) << "a refused guide still takes the popup before it away";
+        return false;
+    }
+};
+
+TEST_F(TheGuide, IsRefusedWhenNoWizardRuns)
+{
+    EXPECT_FALSE(isShown());
+    ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "OFF"));
+    EXPECT_FALSE(isShown());
+    ASSERT_TRUE(box.settings.setInt(tv::kWizardMode, 1));
+    EXPECT_FALSE(isShown()) << "the mode is no text";
+    EXPECT_EQ(box.program->count("showGuideText popup"), 0U);
+}
+
+TEST_F(TheGuide, IsShownInEveryOtherModeOfTheWizard)
+{
+    for (const char* mode : {"FIRST_RUN", "off", ""}) {
+        SCOPED_TRACE(mode);
+        ASSERT_TRUE(box.settings.setText(tv::kWizardMode, mode));
+        EXPECT_TRUE(isShown());
+    }
+    EXPECT_TRUE(waitUntil([&] { return display().showsAnything(); }));
+}
+
+TEST_F(TheGuide, NeedsTheSettingProgramsInView)
+{
+    const std::pair<const char*, const char*> modes[] = {
+        {"NETWORK_SETUP", kNetworkSetting}, {"SSO_ALONE_SETUP", kSignIn}};
+    for (const auto& [mode, package] : modes) {
+        SCOPED_TRACE(mode);
+        ASSERT_TRUE(box.settings.setText(tv::kWizardMode, mode));
+        EXPECT_FALSE(isShown()) << "the program does not run";
+        box.folders.setAppStatus(package, getpid(), kFocus);
+        EXPECT_TRUE(isShown());
+        box.folders.setAppStatus(package, getpid(), kVisible);
+        EXPECT_TRUE(isShown());
+        box.folders.setAppStatus(package, getpid(), kBackground);
+        EXPECT_FALSE(isShown()) << "the program is not in view";
+    }
+}
+
+TEST_F(TheGuide, EndsWhenTheViewerGoesOnWithTheRemote)
+{
+    showGuide();
+    const size_t mark = box.program->mark();
+    display().key("Right");
+    display().key("Return");
+    EXPECT_TRUE(endedByViewer(false));
+    EXPECT_TRUE(box.program->logsInOrder({"on_Button2Clicked", "Close Button Clicked",
+                                             "Close Popups, stop Tessel, exit from App", "Stop Tessel"},
+        mark));
+    EXPECT_TRUE(box.screenIsPlain());
+}
+
+TEST_F(TheGuide, GoesOnToTheAccessPointHint)
+{
+    showGuide();
+    const tv::Picture guide = display().settledPicture();
+    const size_t mark = box.program->mark();
+    // A key that is held down must not answer the hint as well.
+    display().keyDown("Return");
+    ASSERT_TRUE(box.program->waitForLog("Show APList popup", mark));
+    const bool lived = tv::stays([&] { return box.program->running(); }, tv::Milliseconds(1500));
+    display().keyUp("Return");
+    ASSERT_TRUE(lived) << "the held key went through both popups";
+    EXPECT_TRUE(
+        box.program->logsInOrder({"Clos Button Clicked", "Show APList popup", "showTncText popup"}, mark));
+    EXPECT_GT(display().settledPicture().differences(guide), 0U);
+    EXPECT_EQ(box.daemon->calls().size(), 1U) << "going on is no stop";
+
+    display().key("Return");
+    EXPECT_TRUE(endedByViewer(false));
+}
+
+} // namespace

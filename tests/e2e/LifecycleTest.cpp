@@ -1,0 +1,180 @@
+/// How the program comes up, what it tells the rest of the TV, and how it ends.
+#include "TvTest.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace {
+
+using tv::waitUntil;
+
+class TheProgram : public tv::TvTest {
+protected:
+    std::string status(int code) const
+    {
+        return std::to_string(box.program->pid()) + " " + std::to_string(code);
+    }
+
+    /// The status entry without the line end that it may have.
+    std::string appStatus() const
+    {
+        std::string text = box.folders.appStatus(tv::kPackage).value_or("no entry");
+        return text.substr(0, text.find('\n'));
+    }
+};
+
+TEST_F(TheProgram, ComesUpInOrderAndTellsTheDaemonOnce)
+{
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.program->waitForLog("End m_OnBusAcquired"));
+
+    EXPECT_TRUE(box.program->logsInOrder({
+        "Tessel UI Main start",
+        "[Input Param] => POPUP",
+        "[Input Param] => POPUP",
+        "Tessel UI Main before loop",
+        "[Input Param] => POPUP",
+        "In CTesselUI::OnCreate",
+        "In CTesselUI::Instance created Successfully",
+        "Inside registerTesselVconf",
+        "Success to register VCONF_KEY_MOBILEOOBE callback",
+        "Success to register DEVICE_OWNED_VCONF callback",
+        "Success to register VCONFKEY_TESSEL_STARTMODE",
+        "In CreateWin",
+        "(TSPKGNAME = org.orbis.tessel-UI, TSLOCALEDIR = *",
+        "Portrait Mode = 0",
+        "Entry",
+        "ENTRY",
+        "Start CTesselUIDbus::Create",
+        "End CTesselUIDbus::Create",
+        "Start ReconnectDbus",
+        "End ReconnectDbus",
+        "Start m_OnBusAcquired",
+        "Object registered Successfully",
+        "DBus server started = [true]",
+        "Proxy Not NUll",
+        "result:0",
+        "End m_OnBusAcquired",
+    }));
+    EXPECT_TRUE(box.program->logged("In CTesselUI ::On Service "));
+    EXPECT_EQ(box.daemon->calls(), std::vector<std::string> {"ServerStarted(true)"});
+    EXPECT_TRUE(box.screenIsPlain()) << "nothing was asked for yet";
+}
+
+TEST_F(TheProgram, AnswersWhateverItIsAsked)
+{
+    ASSERT_TRUE(box.start());
+    EXPECT_TRUE(box.request("ShowMobileGuide", {"0042"}));
+    EXPECT_TRUE(box.request("ShowPinPopup", {"Anna's phone", "0042"}));
+    EXPECT_TRUE(box.request("ShowFailedPopup", {"wifi"}));
+    EXPECT_TRUE(box.request("ShowFailedPopup", {"sso"}));
+    EXPECT_TRUE(box.request("ShowTnCPopup"));
+    EXPECT_TRUE(box.request("ShowApListPopup"));
+    EXPECT_TRUE(box.request("HidePopup"));
+    // What the interface does not offer is refused by the bus, arguments of another type too.
+    EXPECT_NE(box.daemon->request("ShowNothing").error, "");
+    EXPECT_NE(box.daemon->request("ShowPinPopup", {"0042"}).error, "");
+    EXPECT_TRUE(box.request("HidePopup"));
+}
+
+TEST_F(TheProgram, SpeaksEnglishUntilALanguageIsChosen)
+{
+    ASSERT_TRUE(box.settings.remove(tv::kLanguage));
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    EXPECT_TRUE(box.program->logged("Text in Pin Popup is -> [*"));
+    EXPECT_FALSE(box.program->logged("Text in Pin Popup is -> [TV_SID_*")) << "the viewer sees message ids";
+}
+
+TEST_F(TheProgram, EndsOnlyWhenTheStartModeIs100)
+{
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    for (int mode : {5, 0, 99, -100})
+        ASSERT_TRUE(box.setStartMode(mode));
+    EXPECT_FALSE(box.program->logged("Exiting APP"));
+
+    EXPECT_TRUE(box.setStartMode(100));
+    EXPECT_TRUE(box.program->endsWith(0));
+    EXPECT_TRUE(box.program->logsInOrder({
+        "Exiting APP",
+        "In CTesselUI::OnTerminate",
+        "Inside deRegisterTesselVconf",
+        "Success to register VCONF_KEY_MOBILEOOBE ignore",
+        "Success to register DEVICE_OWNED_VCONF callback",
+        "Success to Deregister VCONFKEY_TESSEL_STARTMODE callback",
+        "In CTesselUI::Main after loop",
+    }));
+    EXPECT_EQ(box.daemon->calls().size(), 1U) << "an end that the daemon asked for is no stop by the viewer";
+    EXPECT_TRUE(box.screenIsPlain());
+}
+
+TEST_F(TheProgram, EndsTheOrderlyWayOnEverySignalThatAsksForIt)
+{
+    for (int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        ASSERT_TRUE(box.start());
+        ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+        box.program->signal(signal);
+        EXPECT_TRUE(box.program->endsWith(0));
+        EXPECT_TRUE(box.program->logsInOrder({"In CTesselUI::OnTerminate", "In CTesselUI::Main after loop"}));
+        EXPECT_TRUE(box.screenIsPlain());
+        box.program.reset();
+    }
+}
+
+TEST_F(TheProgram, HandsASecondLaunchToTheFirst)
+{
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.program->waitForLog("In CTesselUI ::On Service "));
+    const size_t mark = box.program->mark();
+
+    const auto second = box.launch({"LAUNCH_MODE=POPUP"});
+    EXPECT_TRUE(second->endsWith(0)) << second->tail();
+    EXPECT_TRUE(box.program->waitForLog("In CTesselUI ::On Service ", mark));
+    EXPECT_FALSE(second->logged("In CTesselUI::OnCreate"));
+    EXPECT_EQ(box.daemon->calls().size(), 1U);
+    EXPECT_TRUE(box.request("HidePopup")) << "the first goes on";
+    EXPECT_NE(box.folders.appStatus(tv::kPackage), std::nullopt) << "the second must leave the entry alone";
+}
+
+TEST_F(TheProgram, KeepsItsStatusEntryWhileItRuns)
+{
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
+    EXPECT_EQ(appStatus().rfind(std::to_string(box.program->pid()) + " ", 0), 0U) << appStatus();
+
+    constexpr int kFocus = 2;
+    constexpr int kBackground = 4;
+    ASSERT_TRUE(box.show("ShowTnCPopup"));
+    EXPECT_TRUE(waitUntil([&] { return appStatus() == status(kFocus); })) << appStatus();
+    ASSERT_TRUE(box.request("HidePopup"));
+    EXPECT_TRUE(waitUntil([&] { return appStatus() == status(kBackground); })) << appStatus();
+
+    ASSERT_TRUE(box.setStartMode(100));
+    EXPECT_TRUE(box.program->endsWith(0));
+    EXPECT_EQ(box.folders.appStatus(tv::kPackage), std::nullopt);
+}
+
+TEST_F(TheProgram, TakesOverTheEntryOfARunThatDied)
+{
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
+    box.program->signal(SIGKILL);
+    ASSERT_TRUE(box.program->endsWith(128 + SIGKILL));
+
+    ASSERT_TRUE(box.start());
+    EXPECT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+}
+
+TEST_F(TheProgram, NamesAnArgumentThatIsNoParameterAndSkipsIt)
+{
+    ASSERT_TRUE(box.start({"nonsense", "LAUNCH_MODE=POPUP"}));
+    const auto& errors = box.program->errors();
+    const auto named = std::count_if(errors.begin(), errors.end(),
+        [](const std::string& line) { return line.find("nonsense") != std::string::npos; });
+    EXPECT_GE(named, 1);
+    EXPECT_TRUE(box.request("HidePopup"));
+}
+
+} // namespace

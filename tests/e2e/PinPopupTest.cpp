@@ -1,0 +1,115 @@
+/// The PIN on the screen and the viewer's way out of it.
+#include "TvTest.h"
+
+#include <algorithm>
+
+namespace {
+
+using tv::waitUntil;
+
+constexpr uint32_t kPinColour = 0x29C5FF;
+
+class APinPopup : public tv::TvTest {
+protected:
+    void SetUp() override { ASSERT_TRUE(box.start()); }
+
+    tv::Picture pictureOf(const std::string& phone, const std::string& pin)
+    {
+        EXPECT_TRUE(box.show("ShowPinPopup", {phone, pin}));
+        return display().settledPicture();
+    }
+};
+
+TEST_F(APinPopup, CoversTheScreenAndShowsThePinDigitByDigit)
+{
+    const tv::Picture padded = pictureOf("Anna's phone", "0042");
+    EXPECT_EQ(display().visibleWindow(box.program->pid()), tv::Display::kScreen);
+    EXPECT_GT(padded.count(kPinColour), 200U) << "no large text in the colour of the PIN";
+
+    const tv::Picture bare = pictureOf("Anna's phone", "42");
+    EXPECT_LT(bare.count(kPinColour), padded.count(kPinColour)) << "the leading zeros are not shown";
+    EXPECT_GT(pictureOf("Anna's phone", "0043").differences(padded), 0U);
+    EXPECT_GT(pictureOf("Bert's phone", "0042").differences(padded), 0U);
+    EXPECT_EQ(pictureOf("Anna's phone", "0042").differences(padded), 0U);
+}
+
+TEST_F(APinPopup, EndsInOrderWhenCancelled)
+{
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    const size_t mark = box.program->mark();
+    display().key("Return");
+
+    EXPECT_TRUE(endedByViewer(true));
+    EXPECT_TRUE(box.program->logsInOrder(
+        {
+            "Close Button Clicked",
+            "Close Popups, stop Tessel, exit from App",
+            "Stop Tessel",
+            "Proxy Not NUll",
+            "result:0",
+            "Stopping Tessel",
+            "In CTesselUI::OnTerminate",
+            "In CTesselUI::Main after loop",
+        },
+        mark));
+    EXPECT_EQ(box.program->count("Close Button Clicked"), 1U);
+}
+
+TEST_F(APinPopup, IsOffTheScreenBeforeTheDaemonAnswersTheStop)
+{
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    box.daemon->answer("StopTessel", tv::Answer::Held);
+    display().key("Return");
+
+    ASSERT_TRUE(waitUntil([&] { return box.daemon->received("StopTessel(true, false)"); }));
+    EXPECT_TRUE(box.screenIsPlain());
+    EXPECT_EQ(box.settings.getInt(tv::kReady), 1);
+    EXPECT_NE(box.settings.getInt(tv::kStartMode), 5) << "the key follows the daemon's answer";
+    EXPECT_TRUE(box.program->running());
+
+    box.daemon->release();
+    EXPECT_TRUE(endedByViewer(true));
+}
+
+TEST_F(APinPopup, IgnoresTheKeysThatAreNotForIt)
+{
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    const tv::Picture before = display().settledPicture();
+    for (const char* key : {"Left", "Right", "Up", "Down", "XF86Back", "XF86Close", "Menu", "Escape", "r"})
+        display().key(key);
+    EXPECT_FALSE(waitUntil(
+        [&] { return !box.program->running() || box.daemon->calls().size() > 1; }, tv::Milliseconds(500)));
+    EXPECT_EQ(display().settledPicture().differences(before), 0U) << "the focus left the only button";
+
+    display().key("Return");
+    EXPECT_TRUE(endedByViewer(true));
+}
+
+TEST_F(APinPopup, TakesTheKeysWhileItIsUpAndGivesThemBack)
+{
+    const auto other = display().start({"xev", "-geometry", "1200x800+100+100"});
+    const auto keysOfOther = [&] {
+        const auto& lines = other->output();
+        return std::count_if(lines.begin(), lines.end(),
+            [](const std::string& line) { return line.rfind("KeyPress event", 0) == 0; });
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        display().key("Left");
+        return keysOfOther() > 0;
+    }));
+    const tv::Picture before = display().settledPicture();
+
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    const auto keysSoFar = keysOfOther();
+    display().key("Left");
+    EXPECT_GT(display().settledPicture().differences(before), 0U);
+    EXPECT_EQ(keysOfOther(), keysSoFar) << "a key went past the popup";
+
+    ASSERT_TRUE(box.request("HidePopup"));
+    EXPECT_TRUE(display().waitForPicture([&](const tv::Picture& now) { return now == before; }));
+    display().key("Return");
+    EXPECT_TRUE(waitUntil([&] { return keysOfOther() > keysSoFar; })) << "the keys did not come back";
+    EXPECT_EQ(box.daemon->calls().size(), 1U) << "the hidden popup took the key";
+}
+
+} // namespace

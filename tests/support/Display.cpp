@@ -1,0 +1,118 @@
+#include "Display.h"
+
+#include <ostream>
+#include <sstream>
+#include <stdexcept>
+
+namespace tv {
+
+namespace {
+
+/// A picture that stays the same this long is at rest; no motion on the screen is slower.
+constexpr Milliseconds kRest {250};
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& out, const Geometry& geometry)
+{
+    return out << geometry.width << "x" << geometry.height << "+" << geometry.x << "+" << geometry.y;
+}
+
+Display::Display()
+{
+    startServer();
+    startManager();
+    // A pointer over a button would take the focus there.
+    control({"mousemove", "--sync", "1919", "1079"});
+    m_plain = settledPicture();
+}
+
+void Display::startServer()
+{
+    // A white background tells a dimmed screen from a plain one.
+    m_server = std::make_unique<Process>(
+        std::vector<std::string> {"Xvfb", "-displayfd", "1", "-screen", "0", "1920x1080x24", "-wr",
+            "-nolisten", "tcp", "-noreset", "-fbdir", m_folders.root().string()},
+        m_folders.environment());
+    if (!waitUntil([this] { return !m_server->output().empty() || !m_server->running(); })
+        || m_server->output().empty())
+        throw std::runtime_error("the display did not start");
+    m_name = ":" + m_server->output().front();
+}
+
+void Display::startManager()
+{
+    m_manager = start({"openbox", "--sm-disable"});
+    const bool managed = waitUntil([this] {
+        const auto owner = outputOf({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}, environment());
+        return owner && owner->find("window id") != std::string::npos;
+    });
+    if (!managed)
+        throw std::runtime_error("the window manager did not start");
+}
+
+std::vector<std::string> Display::environment() const
+{
+    std::vector<std::string> result = m_folders.environment();
+    result.push_back("DISPLAY=" + m_name);
+    return result;
+}
+
+std::unique_ptr<Process> Display::start(const std::vector<std::string>& arguments) const
+{
+    return std::make_unique<Process>(arguments, environment());
+}
+
+std::optional<std::string> Display::control(std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), "xdotool");
+    return outputOf(arguments, environment());
+}
+
+std::optional<Geometry> Display::visibleWindow(int pid) const
+{
+    const auto found = control({"search", "--onlyvisible", "--pid", std::to_string(pid)});
+    std::istringstream windows(found.value_or(""));
+    for (std::string window; windows >> window;) {
+        const auto text = control({"getwindowgeometry", "--shell", window});
+        Geometry geometry;
+        if (text
+            && std::sscanf(text->c_str(), "WINDOW=%*d X=%d Y=%d WIDTH=%d HEIGHT=%d", &geometry.x, &geometry.y,
+                   &geometry.width, &geometry.height)
+                == 4)
+            return geometry;
+    }
+    return std::nullopt;
+}
+
+bool Display::hasKeys(int pid) const
+{
+    return control({"getwindowfocus", "getwindowpid"}) == std::to_string(pid) + "\n";
+}
+
+Picture Display::picture() const
+{
+    return readWindowDump(m_folders.root() / "Xvfb_screen0");
+}
+
+Picture Display::settledPicture() const
+{
+    Picture last = picture();
+    auto since = std::chrono::steady_clock::now();
+    waitUntil([&] {
+        Picture now = picture();
+        if (now != last) {
+            last = std::move(now);
+            since = std::chrono::steady_clock::now();
+        }
+        return std::chrono::steady_clock::now() - since >= kRest;
+    });
+    return last;
+}
+
+bool Display::waitForPicture(const std::function<bool(const Picture&)>& condition) const
+{
+    return waitUntil([&] { return condition(picture()); });
+}
+
+} // namespace tv

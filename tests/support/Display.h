@@ -1,0 +1,70 @@
+/// A TV screen: an X server without hardware, with a window manager and a remote control.
+#ifndef TESSEL_TESTS_DISPLAY_H
+#define TESSEL_TESTS_DISPLAY_H
+
+#include "Folders.h"
+#include "Picture.h"
+#include "Process.h"
+
+#include <functional>
+
+namespace tv {
+
+struct Geometry {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const Geometry& other) const
+    {
+        return x == other.x && y == other.y && width == other.width && height == other.height;
+    }
+};
+std::ostream& operator<<(std::ostream& out, const Geometry& geometry);
+
+class Display {
+public:
+    static constexpr Geometry kScreen {0, 0, 1920, 1080};
+
+    /// Comes up with a plain screen and the pointer out of the way.
+    /// @throws std::runtime_error when the display or its window manager does not start
+    Display();
+
+    const std::string& name() const { return m_name; } ///< for DISPLAY
+
+    /// Presses and releases a key; names as in X11 ("Return", "XF86Back").
+    void key(const std::string& name) const { control({"key", name}); }
+    void keyDown(const std::string& name) const { control({"keydown", name}); }
+    void keyUp(const std::string& name) const { control({"keyup", name}); }
+
+    /// @return where the viewable window of a process is, nothing when it has none
+    std::optional<Geometry> visibleWindow(int pid) const;
+    /// @return whether a window of the process gets the keys
+    bool hasKeys(int pid) const;
+
+    Picture picture() const;
+    /// @return the picture once it has not changed for a moment
+    Picture settledPicture() const;
+    /// @return whether anything but the plain screen can be seen
+    bool showsAnything() const { return picture() != m_plain; }
+    bool waitForPicture(const std::function<bool(const Picture&)>& condition) const;
+
+    /// Starts a program on this display.
+    std::unique_ptr<Process> start(const std::vector<std::string>& arguments) const;
+
+private:
+    std::optional<std::string> control(std::vector<std::string> arguments) const;
+    std::vector<std::string> environment() const;
+    void startServer();
+    void startManager();
+
+    Folders m_folders;
+    std::unique_ptr<Process> m_server;
+    std::string m_name;
+    std::unique_ptr<Process> m_manager; // goes before the server it talks to
+    Picture m_plain;
+};
+
+} // namespace tv
+
+#endif

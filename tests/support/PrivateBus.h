@@ -1,0 +1,27 @@
+/// A message bus of the test's own, in the place of the system bus.
+#ifndef TESSEL_TESTS_PRIVATE_BUS_H
+#define TESSEL_TESTS_PRIVATE_BUS_H
+
+#include "Folders.h"
+#include "Process.h"
+
+namespace tv {
+
+class PrivateBus {
+public:
+    /// @throws std::runtime_error when the bus does not come up
+    PrivateBus();
+
+    const std::string& address() const { return m_address; }
+    /// Ends the bus at once, as a crash would; returns when it is gone.
+    void kill();
+
+private:
+    Folders m_folders;
+    std::unique_ptr<Process> m_process;
+    std::string m_address;
+};
+
+} // namespace tv
+
+#endif

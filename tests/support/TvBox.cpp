@@ -1,0 +1,128 @@
+#include "TvBox.h"
+
+namespace tv {
+
+namespace {
+
+std::filesystem::path speechLog(const Folders& folders)
+{
+    return folders.root() / "speech.log";
+}
+
+} // namespace
+
+TvBox::TvBox(const PrivateBus& bus, const Display& screen)
+    : settings(folders), display(screen), daemon(std::make_unique<Daemon>(bus.address()))
+{
+    settings.setText(kLanguage, "en_US.UTF-8");
+    setVariable("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
+    setVariable("DISPLAY", display.name());
+    setVariable("ORBIS_SPEECH_LOG", speechLog(folders).string());
+}
+
+std::string TvBox::binary(const std::string& name)
+{
+    return std::string(BIN_DIR "/") + name;
+}
+
+std::vector<std::string> TvBox::environment() const
+{
+    std::vector<std::string> result = folders.environment();
+    for (const auto& [name, value] : m_variables)
+        result.emplace_back(name).append("=").append(value);
+    return result;
+}
+
+void TvBox::setVariable(const std::string& name, const std::string& value)
+{
+    for (auto& variable : m_variables) {
+        if (variable.first == name) {
+            variable.second = value;
+            return;
+        }
+    }
+    m_variables.emplace_back(name, value);
+}
+
+std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments) const
+{
+    std::vector<std::string> all {binary("tessel-ui")};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return std::make_unique<Program>(all, environment());
+}
+
+testing::AssertionResult TvBox::start(const std::vector<std::string>& arguments)
+{
+    program = launch(arguments);
+    // The name is asked for after the daemon was told, so both are waited for.
+    const bool ready = waitUntil([this] {
+        return !program->running() || (!daemon->calls().empty() && daemon->findsUi(program->pid()));
+    });
+    if (ready && program->running())
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "the program did not come up";
+}
+
+testing::AssertionResult TvBox::request(const std::string& method, const std::vector<std::string>& texts)
+{
+    const Reply reply = daemon->request(method, texts);
+    if (reply.value == "(0,)")
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+        << method << " was answered with \"" << reply.value << reply.error << "\"";
+}
+
+testing::AssertionResult TvBox::show(const std::string& method, const std::vector<std::string>& texts)
+{
+    if (auto answered = request(method, texts); !answered)
+        return answered;
+    const int pid = program->pid();
+    if (!waitUntil([&] { return display.visibleWindow(pid) && display.showsAnything(); }))
+        return testing::AssertionFailure() << method << " brought nothing onto the screen";
+    if (!waitUntil([&] { return display.hasKeys(pid); }))
+        return testing::AssertionFailure() << "the popup of " << method << " does not get the keys";
+    display.settledPicture();
+    return testing::AssertionSuccess();
+}
+
+testing::AssertionResult TvBox::screenIsPlain() const
+{
+    const int pid = program->pid();
+    if (waitUntil([&] { return !display.showsAnything() && !display.visibleWindow(pid); }))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+        << "something is left on the screen" << (display.visibleWindow(pid) ? ", the window too" : "");
+}
+
+testing::AssertionResult TvBox::setStartMode(int value) const
+{
+    const size_t mark = program->mark();
+    if (!settings.setInt(kStartMode, value))
+        return testing::AssertionFailure() << "the setting cannot be written";
+    if (auto handled = program->waitForLog("START", mark); !handled)
+        return handled << " after start mode " << value;
+    if (auto handled = program->waitForLog("END", mark); !handled)
+        return handled << " after start mode " << value;
+    if (value != 100 && !program->running())
+        return testing::AssertionFailure() << "start mode " << value << " ended the program";
+    return testing::AssertionSuccess();
+}
+
+std::vector<std::string> TvBox::utterances() const
+{
+    return readLines(speechLog(folders));
+}
+
+std::string TvBox::report() const
+{
+    std::string text = "The daemon received:\n";
+    if (daemon) {
+        for (const std::string& call : daemon->calls())
+            text += "  " + call + "\n";
+    }
+    if (program)
+        text += "The program's standard error ended:\n" + program->tail();
+    return text;
+}
+
+} // namespace tv

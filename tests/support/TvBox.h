@@ -1,0 +1,64 @@
+/// A whole TV in a box: bus, screen, settings, setup daemon and the program under test.
+#ifndef TESSEL_TESTS_TV_BOX_H
+#define TESSEL_TESTS_TV_BOX_H
+
+#include "Daemon.h"
+#include "Display.h"
+#include "Folders.h"
+#include "PrivateBus.h"
+#include "Program.h"
+
+namespace tv {
+
+/// The settings and names that the program shares with the rest of the TV.
+constexpr const char* kStartMode = "db/menu/network/tessel_startmode";
+constexpr const char* kReady = "memory/menu/network/tessel_ocf_ready";
+constexpr const char* kWizardMode = "memory/wizard/wizard_mode";
+constexpr const char* kLanguage = "db/menu_widget/language";
+constexpr const char* kScreenReader = "db/menu/system/accessibility/screenreader";
+constexpr const char* kPackage = "org.orbis.tessel-UI";
+
+class TvBox {
+public:
+    /// The TV speaks English.
+    /// @param bus      borrowed; where the daemon lives
+    /// @param display  borrowed; must outlive the box
+    TvBox(const PrivateBus& bus, const Display& display);
+
+    /// @return the program's path among the binaries of the build
+    static std::string binary(const std::string& name);
+    /// @return an environment in which the program finds this box
+    std::vector<std::string> environment() const;
+    /// Sets a variable of the box's own for the programs started from now on.
+    void setVariable(const std::string& name, const std::string& value);
+
+    /// Starts one more instance of the program.
+    std::unique_ptr<Program> launch(const std::vector<std::string>& arguments) const;
+    /// Starts the program and waits until the daemon can send it requests.
+    testing::AssertionResult start(const std::vector<std::string>& arguments = {"LAUNCH_MODE=POPUP"});
+    /// Sends a request; success when it is answered with (i) 0.
+    testing::AssertionResult request(const std::string& method, const std::vector<std::string>& texts = {});
+    /// The same, and waits until its popup is on the screen and has the keys.
+    testing::AssertionResult show(const std::string& method, const std::vector<std::string>& texts = {});
+    /// Success when, at last, nothing of the program can be seen.
+    testing::AssertionResult screenIsPlain() const;
+    /// Writes the start-mode key; success when the program has dealt with it and, but for 100, runs on.
+    testing::AssertionResult setStartMode(int value) const;
+    /// @return what was read out, an utterance a line
+    std::vector<std::string> utterances() const;
+    /// @return what the program's standard error ended with and what the daemon received
+    std::string report() const;
+
+    Folders folders;
+    Settings settings;
+    const Display& display;
+    std::unique_ptr<Daemon> daemon;
+    std::unique_ptr<Program> program; // goes first: it may be talking to the daemon
+
+private:
+    std::vector<std::pair<std::string, std::string>> m_variables;
+};
+
+} // namespace tv
+
+#endif

@@ -1,0 +1,39 @@
+#include "TvTest.h"
+
+#include <iostream>
+
+namespace tv {
+
+void TvTest::SetUpTestSuite()
+{
+    s_bus = std::make_unique<PrivateBus>();
+    s_display = std::make_unique<Display>();
+}
+
+void TvTest::TearDownTestSuite()
+{
+    s_display.reset();
+    s_bus.reset();
+}
+
+void TvTest::TearDown()
+{
+    if (HasFailure())
+        std::cout << box.report();
+}
+
+testing::AssertionResult TvTest::endedByViewer(bool readySet)
+{
+    if (auto ended = box.program->endsWith(0); !ended)
+        return ended;
+    const std::vector<std::string> expected {"ServerStarted(true)", "StopTessel(true, false)"};
+    if (box.daemon->calls() != expected)
+        return testing::AssertionFailure() << "the daemon did not receive exactly one stop by the viewer";
+    if (box.settings.getInt(kStartMode) != 5)
+        return testing::AssertionFailure() << "the start-mode key is not 5";
+    if ((box.settings.getInt(kReady) == 1) != readySet)
+        return testing::AssertionFailure() << "the ready key is " << (readySet ? "not " : "") << "1";
+    return testing::AssertionSuccess();
+}
+
+} // namespace tv

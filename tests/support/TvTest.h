@@ -1,0 +1,36 @@
+/// The fixture of whole-program tests: one bus and one display a suite, a new box for every test.
+#ifndef TESSEL_TESTS_TV_TEST_H
+#define TESSEL_TESTS_TV_TEST_H
+
+#include "TvBox.h"
+
+#include <gtest/gtest.h>
+
+namespace tv {
+
+class TvTest : public testing::Test {
+protected:
+    static void SetUpTestSuite();
+    static void TearDownTestSuite();
+
+    TvTest() = default;
+    /// Tells, after a failure, what the program logged and what the daemon received.
+    void TearDown() override;
+
+    /// Success when the program told the daemon of the viewer's stop and ended as it should: the daemon
+    /// received StopTessel(true, false), the start-mode key is 5, the ready key is as @p readySet says, the
+    /// status 0.
+    testing::AssertionResult endedByViewer(bool readySet);
+
+    static Display& display() { return *s_display; }
+
+    TvBox box {*s_bus, *s_display};
+
+private:
+    inline static std::unique_ptr<PrivateBus> s_bus;
+    inline static std::unique_ptr<Display> s_display;
+};
+
+} // namespace tv
+
+#endif

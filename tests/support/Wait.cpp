@@ -1,0 +1,36 @@
+#include "Wait.h"
+
+#include "Handles.h"
+
+namespace tv {
+
+namespace {
+
+/// Conditions that no event announces (a file, a window) are looked at this often.
+constexpr guint kLookMs = 15;
+
+gboolean on_look(gpointer /*data*/)
+{
+    return G_SOURCE_CONTINUE;
+}
+
+} // namespace
+
+bool waitUntil(const std::function<bool()>& condition, Milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    const Source look(g_timeout_add(kLookMs, on_look, nullptr));
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        g_main_context_iteration(nullptr, TRUE);
+    }
+    return true;
+}
+
+bool stays(const std::function<bool()>& condition, Milliseconds duration)
+{
+    return !waitUntil([&] { return !condition(); }, duration);
+}
+
+} // namespace tv
