@@ -15,7 +15,11 @@ template <typename T>
 class Cookie {
 public:
     /// @param owner  borrowed; the object that holds this cookie
-    explicit Cookie(T* owner) : m_cookie(++m_last_cookie) { cookieMap[m_cookie] = owner; }
+    explicit Cookie(T* owner)
+        : m_cookie(++m_last_cookie)
+    {
+        cookieMap[m_cookie] = owner;
+    }
 
     virtual ~Cookie() { cookieMap.erase(m_cookie); }
 

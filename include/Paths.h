@@ -21,6 +21,9 @@ inline constexpr const char* kThemeFile = TESSEL_SYSROOT "/org.orbis.tessel-UI.e
 inline constexpr const char* kIntrospectionFile =
     TESSEL_SYSROOT "/usr/apps/org.orbis.tessel-UI/bin/org.orbis.tessel-UI.interface.xml";
 
+/// The program's own pictures.
+inline constexpr const char* kImageFolder = TESSEL_SYSROOT "/usr/apps/org.orbis.tessel-UI/res/images/";
+
 /// Pictures that belong to the TV's theme.
 inline constexpr const char* kThemeImageFolder =
     TESSEL_SYSROOT "/usr/apps/com.norvale.tv.theme-resource/shared/res/org.orbis.tessel-UI/res/tessel";

@@ -1,7 +1,10 @@
 /// The one window and the popup on it.
 #pragma once
 
+#include "NetworkTestPopup.h"
 #include "PinPopup.h"
+#include "SSOLoginPopup.h"
+#include "SettingScreenPopup.h"
 
 #include <Elementary.h>
 
@@ -32,6 +35,9 @@ public:
     int showPinPopup(std::string& mobileName, std::string& pin);
     int showTncPopup();
     int showApListPopup();
+    int showAfterPairingPopup();
+    int showNetworkTestPopup(const std::string& mobileName, const std::string& apName);
+    int showSSOLoginPopup(const std::string& mobileName, const std::string& loginId);
     /// @param failedStep  "sso" for a failed sign-in; any other text for a failed network set-up
     int showFailedPopup(std::string& failedStep);
     /// Shown only while an application that drives the set-up is in front. @param pin  logged only
@@ -46,7 +52,10 @@ private:
     bool m_bInitialized;
     Evas_Object* m_pWin; ///< owned
     Evas_Object* m_pBg; ///< child of the window
-    PinPopup* m_pPinPopup; ///< owned
+    CNetwokTestPopup* m_pNetworkTestPopup; ///< owned, as the other popups
+    CSSOPopup* m_pSSOPopup;
+    PinPopup* m_pPinPopup;
+    SettingScreenPopup* m_pSettingScreenPopup;
 };
 
 } // namespace TesselUI

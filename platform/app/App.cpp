@@ -65,7 +65,9 @@ void prepareToolkit()
 class Run {
 public:
     Run(std::string id, const ui_app_lifecycle_callback_s& callbacks, void* userData)
-        : m_id(std::move(id)), m_callbacks(callbacks), m_userData(userData)
+        : m_id(std::move(id))
+        , m_callbacks(callbacks)
+        , m_userData(userData)
     {
     }
 

@@ -28,8 +28,9 @@ Ecore_Fd_Handler_Flags flagsOf(const GPollFD& descriptor)
 } // namespace
 
 GLibBridge::GLibBridge()
-    : m_context(g_main_context_default()), m_acquired(g_main_context_acquire(m_context)),
-      m_idleEnterer(ecore_idle_enterer_add(on_idleEnter, this))
+    : m_context(g_main_context_default())
+    , m_acquired(g_main_context_acquire(m_context))
+    , m_idleEnterer(ecore_idle_enterer_add(on_idleEnter, this))
 {
 }
 

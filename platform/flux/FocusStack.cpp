@@ -1,6 +1,8 @@
 #include "flux/FocusStack.h"
 
+#include "flux/Manager.h"
 #include "flux/Popup.h"
+#include "flux/Theme.h"
 
 #include <algorithm>
 
@@ -21,13 +23,28 @@ void FocusStack::push(Evas_Object* popup)
         elm_object_tree_focus_allow_set(below, EINA_FALSE);
     m_popups.push_back(popup);
     elm_object_tree_focus_allow_set(popup, EINA_TRUE);
+    updateDims();
     focusPopup(popup);
+}
+
+void FocusStack::updateDims()
+{
+    for (Evas_Object* popup : m_popups) {
+        const Manager* manager = Manager::of(elm_object_top_widget_get(popup));
+        const char* signal = highContrast() ? "flux,dim,strong" : "flux,dim,full";
+        if (popup != m_popups.front())
+            signal = "flux,dim,veil";
+        else if (manager && manager->isDimmed())
+            signal = "flux,dim,clear";
+        elm_object_signal_emit(popup, signal, "");
+    }
 }
 
 void FocusStack::remove(Evas_Object* popup)
 {
     const bool wasTop = top() == popup;
     m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
+    updateDims();
     Evas_Object* below = top();
     if (!wasTop || !below)
         return;

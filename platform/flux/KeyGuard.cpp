@@ -12,7 +12,8 @@ constexpr unsigned int kLongestRepeatMs = 1000;
 
 } // namespace
 
-KeyGuard::KeyGuard(Evas_Object* window) : m_watcher(evas_object_rectangle_add(evas_object_evas_get(window)))
+KeyGuard::KeyGuard(Evas_Object* window)
+    : m_watcher(evas_object_rectangle_add(evas_object_evas_get(window)))
 {
     // A shared grab is served before the focused object, with the same event record.
     for (const char* key : kActivationKeys) {

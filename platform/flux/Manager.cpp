@@ -49,7 +49,9 @@ bool isWayland(const Evas_Object* window)
 } // namespace
 
 Manager::Manager(Evas_Object* window)
-    : m_window(window), m_hidesWhenLowered(!isWayland(window)), m_keyGuard(std::make_unique<KeyGuard>(window))
+    : m_window(window)
+    , m_hidesWhenLowered(!isWayland(window))
+    , m_keyGuard(std::make_unique<KeyGuard>(window))
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
@@ -112,16 +114,26 @@ void Manager::placeWindow()
 
 void Manager::windowSignal(std::string_view emission)
 {
-    if (emission == "SetDim") {
-        if (!m_dim) {
-            m_dim = addThemedLayout(m_window, "dim", "window");
-            on_windowResized(this, nullptr, m_window, nullptr);
-        }
-        evas_object_lower(m_dim);
-        evas_object_show(m_dim);
-    } else if (emission == "SetNormal") {
+    if (emission != "SetDim" && emission != "SetNormal")
+        return;
+    m_isDimmed = emission == "SetDim";
+    updateDim();
+    FocusStack::instance().updateDims();
+}
+
+/// A popup may go without undimming, so a lowered window is not dimmed either: it may not be hidden.
+void Manager::updateDim()
+{
+    if (!m_isDimmed || m_isLowered) {
         evas_object_hide(m_dim);
+        return;
     }
+    if (!m_dim) {
+        m_dim = addThemedLayout(m_window, "dim", "window");
+        on_windowResized(this, nullptr, m_window, nullptr);
+    }
+    evas_object_lower(m_dim);
+    evas_object_show(m_dim);
 }
 
 void Manager::focusMoved()
@@ -142,6 +154,8 @@ void Manager::on_focusJob(void* data)
 /// bounce the focus. When none is up, a blocking call may follow that would leave a stale picture.
 void Manager::lowered()
 {
+    m_isLowered = true;
+    updateDim();
     if (!m_hidesWhenLowered || !evas_object_visible_get(m_window))
         return;
     if (FocusStack::instance().empty())
@@ -152,6 +166,8 @@ void Manager::lowered()
 
 void Manager::raised()
 {
+    m_isLowered = false;
+    updateDim();
     cancelHide();
 }
 

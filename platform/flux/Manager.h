@@ -27,6 +27,9 @@ public:
     /// A signal that the application emitted on the window; unknown ones are ignored.
     void windowSignal(std::string_view emission);
 
+    /// @return whether the application asked for the picture behind the window to be dimmed
+    bool isDimmed() const { return m_isDimmed; }
+
     /// The focus came to a button. Toolkit events of the kind also come in passing, so it is looked at
     /// once the loop is idle again.
     void focusMoved();
@@ -46,12 +49,15 @@ private:
     void placeWindow();
     void lowered();
     void raised();
+    void updateDim();
     void hideNow();
     void cancelHide();
     void detach();
 
     Evas_Object* m_window;
     Evas_Object* m_dim = nullptr; ///< child of the window; made when first needed
+    bool m_isDimmed = false;
+    bool m_isLowered = false; ///< since then nothing raised it
     Ecore_Job* m_hideJob = nullptr; ///< cleared by the job itself
     Ecore_Job* m_focusJob = nullptr; ///< cleared by the job itself
     bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied

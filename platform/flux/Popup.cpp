@@ -46,6 +46,11 @@ int slotOf(const PopupRecord& record, const Evas_Object* button)
     return button && found != record.buttons.end() ? static_cast<int>(found - record.buttons.begin()) : -1;
 }
 
+bool isEmpty(const PopupRecord& record)
+{
+    return std::all_of(record.buttons.begin(), record.buttons.end(), [](auto* button) { return !button; });
+}
+
 /// One button has a width of its own; two share the content's width.
 void arrangeButtons(PopupRecord& record)
 {
@@ -211,6 +216,8 @@ Eina_Bool elm_flux_popup_button_set(Evas_Object* popup, Evas_Object* button, int
         evas_object_event_callback_add(button, EVAS_CALLBACK_DEL, on_buttonDeleted, record);
         evas_object_smart_callback_add(button, "focused", on_buttonFocused, record);
         evas_object_show(button);
+        if (FocusStack::instance().top() == popup)
+            elm_object_tree_focus_allow_set(popup, EINA_TRUE);
     }
     arrangeButtons(*record);
     return EINA_TRUE;
@@ -223,6 +230,9 @@ Eina_Bool elm_flux_popup_item_remove(Evas_Object* popup, Evas_Object* item)
     if (slot < 0)
         return EINA_FALSE;
     forgetButton(*record, slot);
+    // Or the toolkit looks for the next focus in a popup that has none to give, and complains in the log.
+    if (isEmpty(*record))
+        elm_object_tree_focus_allow_set(popup, EINA_FALSE);
     arrangeButtons(*record);
     evas_object_hide(item);
     return EINA_TRUE;

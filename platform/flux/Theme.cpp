@@ -32,10 +32,15 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
     return nullptr;
 }
 
-void applyContrast(Evas_Object* object)
+bool highContrast()
 {
     int contrast = 0;
-    if (vconf_get_int(kContrastKey, &contrast) == VCONF_OK && contrast == 1)
+    return vconf_get_int(kContrastKey, &contrast) == VCONF_OK && contrast == 1;
+}
+
+void applyContrast(Evas_Object* object)
+{
+    if (highContrast())
         elm_object_signal_emit(object, "HC", "");
 }
 

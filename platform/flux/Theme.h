@@ -12,6 +12,9 @@ void ensureTheme();
 /// @return null when the parent is null or the theme has no such group
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style);
 
+/// @return whether the viewer chose the high-contrast look
+bool highContrast();
+
 /// Switches @p object to the high-contrast look when the viewer chose it.
 void applyContrast(Evas_Object* object);
 

@@ -145,6 +145,16 @@ Evas_Object* elm_flux_imagebox_add(Evas_Object* parent);
 Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path);
 Eina_Bool elm_flux_imagebox_responsive_rule_set(Evas_Object* imagebox, Elm_Flux_Responsive_Rule rule);
 
+/* ---- Progress indicator --------------------------------------------------------------------------- */
+
+typedef enum {
+    ELM_FLUX_PROGRESSBAR_STYLE_SMALL_SPINNER = 5,
+} Elm_Flux_Progressbar_Style;
+
+/// A small spinner that turns while it is visible.
+Evas_Object* elm_flux_progressbar_add(Evas_Object* parent);
+Eina_Bool elm_flux_progressbar_style_set(Evas_Object* progressbar, Elm_Flux_Progressbar_Style style);
+
 /* ---- Hint bubble ---------------------------------------------------------------------------------- */
 
 typedef enum {

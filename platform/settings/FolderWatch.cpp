@@ -26,8 +26,10 @@ std::vector<std::string> ancestorsOf(const std::string& folder)
 } // namespace
 
 FolderWatch::FolderWatch(const std::string& folder, std::function<void()> changed)
-    : m_folder(folder), m_ancestors(ancestorsOf(folder)), m_changed(std::move(changed)),
-      m_inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    : m_folder(folder)
+    , m_ancestors(ancestorsOf(folder))
+    , m_changed(std::move(changed))
+    , m_inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
     // A watch that outlives the caller's use of Ecore must still find its handler alive.
     ecore_init();

@@ -24,7 +24,8 @@ namespace {
 /// inode number from being given to it, without which a change could look like none.
 class SeenFile {
 public:
-    explicit SeenFile(const std::string& path) : m_pin(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC))
+    explicit SeenFile(const std::string& path)
+        : m_pin(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC))
     {
         // Out of descriptors, the change must not pass for a removal.
         const int result = m_pin ? fstat(m_pin.get(), &m_status) : lstat(path.c_str(), &m_status);

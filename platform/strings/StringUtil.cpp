@@ -25,7 +25,11 @@ size_t lengthOfCharacter(char first)
 /// Fills a buffer of fixed size with whole characters; nothing follows the first that does not fit.
 class BoundedText {
 public:
-    BoundedText(char* out, size_t room) : m_out(out), m_room(room) { }
+    BoundedText(char* out, size_t room)
+        : m_out(out)
+        , m_room(room)
+    {
+    }
 
     void append(std::string_view text)
     {

@@ -5,7 +5,10 @@
 
 namespace TesselUI {
 
-CDimBase::CDimBase(Evas_Object* parent) : m_parent(parent) { }
+CDimBase::CDimBase(Evas_Object* parent)
+    : m_parent(parent)
+{
+}
 
 void CDimBase::Show()
 {

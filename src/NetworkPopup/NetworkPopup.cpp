@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "NetUtilAccessibility.h"
+#include "Objects.h"
 
 #include <cstring>
 #include <utility>
@@ -13,12 +14,6 @@ namespace {
 constexpr double kTooltipWidth = 41; ///< layout units, as the height
 constexpr double kTooltipHeight = 9;
 
-void deleteObject(Evas_Object*& object)
-{
-    if (object)
-        evas_object_del(std::exchange(object, nullptr));
-}
-
 /// Cut to the slot's size, with the terminator.
 void copyText(char (&slot)[kAccessibilityTextSize], const std::string& text)
 {
@@ -29,9 +24,16 @@ void copyText(char (&slot)[kAccessibilityTextSize], const std::string& text)
 } // namespace
 
 CNetworkPopup::CNetworkPopup(Evas_Object* parent, Elm_Flux_Popup_Style style)
-    : m_popup(nullptr), m_parent(parent), m_content(nullptr), m_extra(nullptr),
-      m_tooltip(nullptr), m_buttons {nullptr, nullptr}, m_timer(nullptr), m_buttonCount(0), m_dimBase(parent),
-      m_alive(std::make_shared<char>())
+    : m_popup(nullptr)
+    , m_parent(parent)
+    , m_content(nullptr)
+    , m_extra(nullptr)
+    , m_tooltip(nullptr)
+    , m_buttons {nullptr, nullptr}
+    , m_timer(nullptr)
+    , m_buttonCount(0)
+    , m_dimBase(parent)
+    , m_alive(std::make_shared<char>())
 {
     m_popup = elm_flux_popup_add(parent);
     elm_flux_popup_style_set(m_popup, style);

@@ -21,7 +21,10 @@ constexpr int kFailureCountdown = 10;
 } // namespace
 
 PinPopup::PinPopup(Evas_Object* parent, TSPOPUP_TYPE type, UIManager* manager, Elm_Flux_Popup_Style style)
-    : CNetworkPopup(parent, style), m_window(parent), m_type(type), m_manager(manager)
+    : CNetworkPopup(parent, style)
+    , m_window(parent)
+    , m_type(type)
+    , m_manager(manager)
 {
     LOGI("START");
     if (m_type == TS_POPUP_PIN)

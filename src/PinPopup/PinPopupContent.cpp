@@ -3,8 +3,10 @@
 #include "PinPopup.h"
 
 #include "Log.h"
+#include "Objects.h"
 #include "Paths.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "Translated.h"
 #include "Util.h"
 #include "combinate.h"
 
@@ -12,7 +14,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <libintl.h>
 #include <string_view>
 
 namespace TesselUI {
@@ -49,17 +50,6 @@ constexpr const char* kButtonStyle = "C_ButtonBasic_WhiteText";
 
 /// The platform's process control call that marks the moment a popup appears; other kernels refuse it.
 constexpr int kLaunchMarker = 666;
-
-std::string translated(const char* id)
-{
-    return dgettext(kTextDomain, id);
-}
-
-void fill(Evas_Object* layout)
-{
-    evas_object_size_hint_weight_set(layout, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
-    evas_object_size_hint_align_set(layout, EVAS_HINT_FILL, EVAS_HINT_FILL);
-}
 
 void append(Evas_Object* layout, Evas_Object* item, int w, int h)
 {
@@ -120,7 +110,7 @@ void PinPopup::m_addContentArea()
 {
     m_contentLayout = elm_flux_layout_add(m_popup);
     elm_flux_layout_type_set(m_contentLayout, kStacked);
-    fill(m_contentLayout);
+    fillRoom(m_contentLayout);
 }
 
 Evas_Object* PinPopup::addLabel(int w, int h, Elm_Flux_Textbox_Size size)
@@ -169,15 +159,14 @@ void PinPopup::m_addContentImage(std::string name, int w, int h)
 {
     m_imageLayout = elm_flux_layout_add(m_contentLayout);
     elm_flux_layout_type_set(m_imageLayout, kStacked);
-    fill(m_imageLayout);
+    fillRoom(m_imageLayout);
     elm_flux_layout_padding_set(m_imageLayout, 0, 0, 3, 0);
     append(m_contentLayout, m_imageLayout, kGuideWidth, h);
     const std::string path = std::string(kThemeImageFolder) + "/" + name;
     LOGI("imgPath=%s", path.c_str());
     m_image = elm_flux_imagebox_add(m_imageLayout);
     elm_flux_imagebox_file_set(m_image, path.c_str());
-    if (m_image)
-        fill(m_image);
+    fillRoom(m_image);
     elm_flux_imagebox_responsive_rule_set(m_image, kKeepSize);
     append(m_imageLayout, m_image, w, h);
 }

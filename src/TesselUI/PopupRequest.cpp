@@ -30,6 +30,14 @@ constexpr PageRow kPages[] = {
     {"pin", "Method Name matched to Pin Popup", "mobilename", "pin",
         [](UIManager& m, std::string& phone, std::string& pin) { return m.showPinPopup(phone, pin); },
         "Pin Popup Shown"},
+    {"wifi", "Method Name matched to Wifi Popup", "mobilename", "ssid",
+        [](UIManager& m, std::string& phone, std::string& ssid) {
+            return m.showNetworkTestPopup(phone, ssid);
+        },
+        "Network Test Popup Shown"},
+    {"sso", "Method Name matched to SSO Popup", "mobilename", "account",
+        [](UIManager& m, std::string& phone, std::string& id) { return m.showSSOLoginPopup(phone, id); },
+        "SSO login Popup Shown"},
     {"tnc", "Method Name matched to TnC Popup", nullptr, nullptr,
         [](UIManager& m, std::string&, std::string&) { return m.showTncPopup(); }, "TnC login Popup Shown"},
     {"success", "Method Name matched to Hide Popup", nullptr, nullptr,

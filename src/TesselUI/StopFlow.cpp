@@ -23,6 +23,8 @@ constexpr const char* kStartModeKey = "db/menu/network/tessel_startmode";
 constexpr int kStartModeExit = 100; ///< written by the daemon: the program ends
 constexpr int kStartModeStopped = 5; ///< written here: the viewer stopped the set-up
 
+constexpr int kOwned = 1; ///< the phone has taken ownership of the TV
+
 /// One watched key, and what is logged of it. That ending a watch reports success with the words of the
 /// registration is how these logs have always read.
 struct Watch {
@@ -99,6 +101,11 @@ void CTesselUI::m_OnDeviceOwned(keynode_t*, void*)
     int owned = -1;
     vconf_get_int(DEVICE_OWNED_VCONF, &owned);
     LOGI("DEVICE_OWNED_VCONF == %d", owned);
+    if (owned != kOwned)
+        return;
+    CTesselUI* instance = getInstance();
+    if (instance && instance->m_pUIManager && instance->m_pUIManager->showAfterPairingPopup() != 0)
+        LOGI("AfterPairingPopup Shown");
 }
 
 void CTesselUI::stopTesselRequest(bool first, bool)

@@ -14,7 +14,9 @@ namespace TesselUI {
 
 CTesselUI* CTesselUI::m_pInstance = nullptr;
 
-CTesselUI::CTesselUI() : m_pDbusClient(nullptr), m_pUIDbus(nullptr)
+CTesselUI::CTesselUI()
+    : m_pDbusClient(nullptr)
+    , m_pUIDbus(nullptr)
 {
     LOGI("START");
 }

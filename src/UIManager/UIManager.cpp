@@ -32,7 +32,16 @@ void deletePopup(Popup*& popup)
 
 } // namespace
 
-UIManager::UIManager() : m_bInitialized(false), m_pWin(nullptr), m_pBg(nullptr), m_pPinPopup(nullptr) { }
+UIManager::UIManager()
+    : m_bInitialized(false)
+    , m_pWin(nullptr)
+    , m_pBg(nullptr)
+    , m_pNetworkTestPopup(nullptr)
+    , m_pSSOPopup(nullptr)
+    , m_pPinPopup(nullptr)
+    , m_pSettingScreenPopup(nullptr)
+{
+}
 
 UIManager::~UIManager()
 {
@@ -90,6 +99,9 @@ void UIManager::hideAllPopup(bool lowerWindow)
     if (lowerWindow && m_pWin)
         elm_win_lower(m_pWin);
     deletePopup(m_pPinPopup);
+    deletePopup(m_pNetworkTestPopup);
+    deletePopup(m_pSSOPopup);
+    deletePopup(m_pSettingScreenPopup);
 }
 
 int UIManager::hidePopup()
@@ -144,6 +156,49 @@ int UIManager::showApListPopup()
     if (result == kShown)
         LOGI("END");
     return result;
+}
+
+int UIManager::showAfterPairingPopup()
+{
+    LOGI("START");
+    hideAllPopup(true);
+    m_pSettingScreenPopup = new (std::nothrow) SettingScreenPopup(m_pWin, kDefaultStyle);
+    if (!m_pSettingScreenPopup) {
+        LOGE("Fail allocate to new");
+        return kNotShown;
+    }
+    m_pSettingScreenPopup->show();
+    return kShown;
+}
+
+int UIManager::showNetworkTestPopup(const std::string& mobileName, const std::string& apName)
+{
+    LOGI("START");
+    hideAllPopup(false);
+    LOGI("Mobile Name = %s AP Name = %s", mobileName.c_str(), apName.c_str());
+    m_pNetworkTestPopup = new (std::nothrow) CNetwokTestPopup(m_pWin, mobileName, apName);
+    if (!m_pNetworkTestPopup) {
+        LOGE("Could not create Network Test popup");
+        return kNotShown;
+    }
+    LOGI("Network Test Popup Created, Now show it");
+    m_pNetworkTestPopup->show();
+    return kShown;
+}
+
+int UIManager::showSSOLoginPopup(const std::string& mobileName, const std::string& loginId)
+{
+    LOGI("START");
+    hideAllPopup(false);
+    LOGI("Mobile Name = %s, Login ID  Name = %s", mobileName.c_str(), loginId.c_str());
+    m_pSSOPopup = new (std::nothrow) CSSOPopup(m_pWin, mobileName, loginId);
+    if (!m_pSSOPopup) {
+        LOGE("Could not create SSO popup");
+        return kNotShown;
+    }
+    LOGI("SSO Popup Created, Now show it");
+    m_pSSOPopup->show();
+    return kShown;
 }
 
 int UIManager::showFailedPopup(std::string& failedStep)

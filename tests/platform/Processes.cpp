@@ -56,7 +56,10 @@ pid_t spawnToolInto(const Words& arguments, int& reader)
 
 } // namespace
 
-Child::Child(const std::function<int()>& action) : m_process(forkFor(action)) { }
+Child::Child(const std::function<int()>& action)
+    : m_process(forkFor(action))
+{
+}
 
 Child::~Child()
 {
@@ -132,7 +135,8 @@ void ToolWatch::closeReader()
     m_reader = -1;
 }
 
-StandardErrorTo::StandardErrorTo(int descriptor) : m_saved(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3))
+StandardErrorTo::StandardErrorTo(int descriptor)
+    : m_saved(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3))
 {
     fflush(stderr);
     dup2(descriptor, STDERR_FILENO);

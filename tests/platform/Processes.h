@@ -14,7 +14,10 @@ using Words = std::vector<std::string>;
 class Child {
 public:
     explicit Child(const std::function<int()>& action);
-    explicit Child(pid_t process) : m_process(process) { }
+    explicit Child(pid_t process)
+        : m_process(process)
+    {
+    }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
     ~Child();

@@ -49,8 +49,10 @@ bool runUntil(const std::function<bool()>& condition, double seconds)
 }
 
 Watch::Watch(const std::string& key, std::function<void()> action, vconf_callback_fn callback)
-    : m_key(key), m_action(std::move(action)), m_callback(callback),
-      m_active(vconf_notify_key_changed(key.c_str(), callback, this) == VCONF_OK)
+    : m_key(key)
+    , m_action(std::move(action))
+    , m_callback(callback)
+    , m_active(vconf_notify_key_changed(key.c_str(), callback, this) == VCONF_OK)
 {
 }
 

@@ -51,10 +51,11 @@ int writeForever()
 /// Watches a key and checks each value that it is told of.
 struct Checker {
     explicit Checker(const char* watchedKey)
-        : key(watchedKey), watch(watchedKey, [this] {
-              last = text(key);
-              bad += !last || !isWhole(*last);
-          })
+        : key(watchedKey)
+        , watch(watchedKey, [this] {
+            last = text(key);
+            bad += !last || !isWhole(*last);
+        })
     {
     }
     bool isUpToDate() const { return last && last == text(key); }

@@ -64,7 +64,8 @@ void answerWithText(GDBusMethodInvocation* invocation)
 
 } // namespace
 
-Daemon::Daemon(const std::string& busAddress) : m_busAddress(busAddress)
+Daemon::Daemon(const std::string& busAddress)
+    : m_busAddress(busAddress)
 {
     const auto flags = static_cast<GDBusConnectionFlags>(
         G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);

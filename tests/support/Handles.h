@@ -25,8 +25,14 @@ using ConnectionPtr = CHandle<GDBusConnection, g_object_unref>;
 class Source {
 public:
     Source() = default;
-    explicit Source(guint id) : m_id(id) { }
-    Source(Source&& other) noexcept : m_id(std::exchange(other.m_id, 0)) { }
+    explicit Source(guint id)
+        : m_id(id)
+    {
+    }
+    Source(Source&& other) noexcept
+        : m_id(std::exchange(other.m_id, 0))
+    {
+    }
     Source& operator=(Source&& other) noexcept
     {
         std::swap(m_id, other.m_id);

@@ -12,7 +12,9 @@ std::filesystem::path speechLog(const Folders& folders)
 } // namespace
 
 TvBox::TvBox(const PrivateBus& bus, const Display& screen)
-    : settings(folders), display(screen), daemon(std::make_unique<Daemon>(bus.address()))
+    : settings(folders)
+    , display(screen)
+    , daemon(std::make_unique<Daemon>(bus.address()))
 {
     settings.setText(kLanguage, "en_US.UTF-8");
     setVariable("DBUS_SYSTEM_BUS_ADDRESS", bus.address());

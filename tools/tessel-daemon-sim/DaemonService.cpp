@@ -48,8 +48,11 @@ void answerNormally(InvocationPtr invocation)
 
 DaemonService::DaemonService(
     GDBusConnection* connection, EventLog& log, std::optional<double> endAfterStop, Callbacks callbacks)
-    : m_connection(connection), m_log(log), m_endAfterStop(endAfterStop), m_callbacks(std::move(callbacks)),
-      m_interface(g_dbus_node_info_new_for_xml(kInterfaceXml, nullptr))
+    : m_connection(connection)
+    , m_log(log)
+    , m_endAfterStop(endAfterStop)
+    , m_callbacks(std::move(callbacks))
+    , m_interface(g_dbus_node_info_new_for_xml(kInterfaceXml, nullptr))
 {
 }
 

@@ -27,7 +27,11 @@ std::string oneLine(std::string_view text)
 
 } // namespace
 
-EventLog::EventLog(bool timestamps) : m_start(g_get_monotonic_time()), m_timestamps(timestamps) { }
+EventLog::EventLog(bool timestamps)
+    : m_start(g_get_monotonic_time())
+    , m_timestamps(timestamps)
+{
+}
 
 void EventLog::event(std::string_view text)
 {

@@ -15,7 +15,8 @@ constexpr size_t kMaxLineBytes = 0x40000;
 } // namespace
 
 LineReader::LineReader(int descriptor, std::function<void()> onInput)
-    : m_descriptor(descriptor), m_onInput(std::move(onInput))
+    : m_descriptor(descriptor)
+    , m_onInput(std::move(onInput))
 {
 }
 

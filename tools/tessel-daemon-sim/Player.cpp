@@ -26,7 +26,10 @@ Outcome outcomeOf(bool success)
 } // namespace
 
 Player::Player(EventLog& log, DaemonService& service, UiClient& ui, std::function<void(Outcome)> onFinished)
-    : m_log(log), m_service(service), m_ui(ui), m_onFinished(std::move(onFinished))
+    : m_log(log)
+    , m_service(service)
+    , m_ui(ui)
+    , m_onFinished(std::move(onFinished))
 {
 }
 

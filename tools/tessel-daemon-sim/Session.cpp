@@ -12,14 +12,17 @@
 namespace DaemonSim {
 
 Session::Session(GDBusConnection* connection, EventLog& log, const Options& options, std::deque<Step> steps)
-    : m_connection(connection), m_log(log), m_loop(g_main_loop_new(nullptr, FALSE)),
-      m_steps(std::move(steps)), m_stay(options.stay),
-      m_showsPrompt(isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1),
-      m_closedHandler(g_signal_connect(connection, "closed", G_CALLBACK(onClosed), this)),
-      m_service(connection, log, options.endAfterStop, serviceCallbacks()),
-      m_ui(connection, log, [this](const Event& event) { m_player.note(event); }),
-      m_player(log, m_service, m_ui, [this](Outcome outcome) { onFinished(outcome); }),
-      m_input(STDIN_FILENO, [this] { advance(); })
+    : m_connection(connection)
+    , m_log(log)
+    , m_loop(g_main_loop_new(nullptr, FALSE))
+    , m_steps(std::move(steps))
+    , m_stay(options.stay)
+    , m_showsPrompt(isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1)
+    , m_closedHandler(g_signal_connect(connection, "closed", G_CALLBACK(onClosed), this))
+    , m_service(connection, log, options.endAfterStop, serviceCallbacks())
+    , m_ui(connection, log, [this](const Event& event) { m_player.note(event); })
+    , m_player(log, m_service, m_ui, [this](Outcome outcome) { onFinished(outcome); })
+    , m_input(STDIN_FILENO, [this] { advance(); })
 {
     m_service.setBehaviour(options.behaviour);
 }

@@ -23,9 +23,11 @@ GVariant* newTuple(const std::vector<std::string>& texts)
 } // namespace
 
 UiClient::UiClient(GDBusConnection* connection, EventLog& log, std::function<void(const Event&)> onPresence)
-    : m_connection(connection), m_log(log), m_onPresence(std::move(onPresence)),
-      m_cancellable(g_cancellable_new()),
-      m_watch(g_bus_watch_name_on_connection(
+    : m_connection(connection)
+    , m_log(log)
+    , m_onPresence(std::move(onPresence))
+    , m_cancellable(g_cancellable_new())
+    , m_watch(g_bus_watch_name_on_connection(
           connection, kUiName, G_BUS_NAME_WATCHER_FLAGS_NONE, onAppeared, onVanished, this, nullptr))
 {
 }

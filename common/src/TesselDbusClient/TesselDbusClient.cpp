@@ -14,7 +14,9 @@ constexpr const char* kDaemonInterface = kDaemonName;
 
 } // namespace
 
-TesselDbusClient::TesselDbusClient(CTesselUI* app) : m_app(app), m_cookie(this)
+TesselDbusClient::TesselDbusClient(CTesselUI* app)
+    : m_app(app)
+    , m_cookie(this)
 {
     LOGI("Entry");
     GError* raw = nullptr;

@@ -36,6 +36,12 @@ struct MethodRow {
 constexpr MethodRow kMethods[] = {
     {"ShowMobileGuide", "(s)", [](UIManager& m, Arguments& a) { return m.showGuidePopup(a.first); },
         DLOG_INFO, "Mobile Guide PopupShown successfully"},
+    {"ShowNetworkTest", "(ss)",
+        [](UIManager& m, Arguments& a) { return m.showNetworkTestPopup(a.first, a.second); }, DLOG_INFO,
+        "Network Test Popup Shown"},
+    {"ShowSSOLoginPopup", "(ss)",
+        [](UIManager& m, Arguments& a) { return m.showSSOLoginPopup(a.first, a.second); }, DLOG_INFO,
+        "SSO login Popup Shown"},
     {"ShowPinPopup", "(ss)", [](UIManager& m, Arguments& a) { return m.showPinPopup(a.first, a.second); },
         DLOG_INFO, "Pin Popup Shown"},
     {"ShowFailedPopup", "(s)", [](UIManager& m, Arguments& a) { return m.showFailedPopup(a.first); },
@@ -70,7 +76,9 @@ Arguments unpack(GVariant* parameters, const char* signature)
 const GDBusInterfaceVTable CTesselUIDbus::m_InterfaceVtable = {m_OnMethodCall, nullptr, nullptr, {nullptr}};
 
 CTesselUIDbus::CTesselUIDbus(std::shared_ptr<UIManager> manager, CTesselUI* app)
-    : m_pUIManager(std::move(manager)), m_app(app), m_cookie(this)
+    : m_pUIManager(std::move(manager))
+    , m_app(app)
+    , m_cookie(this)
 {
     create();
     connectDbus();

@@ -1,0 +1,17 @@
+/// User-visible texts.
+#pragma once
+
+#include "Paths.h"
+
+#include <libintl.h>
+#include <string>
+
+namespace TesselUI {
+
+/// @return the text of the id @p id in the viewer's language
+inline std::string translated(const char* id)
+{
+    return dgettext(kTextDomain, id);
+}
+
+} // namespace TesselUI

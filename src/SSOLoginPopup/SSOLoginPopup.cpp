@@ -1,0 +1,216 @@
+#include "SSOLoginPopup.h"
+
+#include "Handles.h"
+#include "Log.h"
+#include "Objects.h"
+#include "ProgressParts.h"
+#include "TesselUI.h"
+#include "Tessel_Conn_Comm_Func.h"
+#include "Translated.h"
+#include "combinate.h"
+
+#include <elm_flux.h>
+
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+namespace TesselUI {
+
+namespace {
+
+constexpr auto kDefaultStyle = static_cast<Elm_Flux_Popup_Style>(0);
+
+/// Values of the shared popup type.
+constexpr int kSignInShown = 3;
+constexpr int kNoneShown = -1;
+
+constexpr std::size_t kMarkedNameSize = 255;
+constexpr std::size_t kMarkedSize = 1024;
+
+} // namespace
+
+CSSOPopup::CSSOPopup(Evas_Object* window, const std::string& mobileName, const std::string& loginId)
+    : m_window(window)
+    , m_mobileName(mobileName)
+    , m_loginId(loginId)
+{
+    LOGD("SSO Popup create new");
+    create();
+}
+
+/// destroy() leaves the box; it would stay in the window for each popup that was shown.
+CSSOPopup::~CSSOPopup()
+{
+    destroy();
+    deleteObject(m_box);
+}
+
+void CSSOPopup::create()
+{
+    if (!m_window) {
+        LOGE("Failed to Allocate Memory");
+        return;
+    }
+    elm_object_signal_emit(m_window, "SetDim", "");
+    createDimBase();
+    if (createPopup())
+        set_tessel_popup_type(kSignInShown);
+    else
+        LOGE("[Fail to Create Popup");
+}
+
+bool CSSOPopup::createDimBase()
+{
+    m_dimBase = elm_layout_add(m_window);
+    return !m_dimBase;
+}
+
+bool CSSOPopup::createPopup()
+{
+    m_box = addProgressBox(m_window);
+    m_popup = elm_flux_popup_add(m_box);
+    if (!m_popup) {
+        deleteObject(m_dimBase);
+        return false;
+    }
+    elm_flux_popup_style_set(m_popup, kDefaultStyle);
+    const std::string title = translated("COM_TV_SID_TESSEL");
+    elm_flux_popup_title_set(m_popup, title.c_str());
+    const ProgressLayouts layouts = addProgressLayouts(m_popup);
+    m_mainLayout = layouts.main;
+    m_contentLayout = layouts.content;
+    m_speechText = title;
+    createProgressBar();
+    setTextMobileName();
+    setTextNorvaleAccount();
+    createCancelButton();
+    LOGD("m_mainLayout = %p", static_cast<void*>(m_mainLayout));
+    setProgressContent(m_popup, m_mainLayout);
+    return true;
+}
+
+void CSSOPopup::createProgressBar()
+{
+    destroyProgressBar();
+    m_progressBar = addProgressIndicator(m_contentLayout);
+}
+
+void CSSOPopup::destroyProgressBar()
+{
+    deleteObject(m_progressBar);
+}
+
+void CSSOPopup::setTextMobileName()
+{
+    char line[kCombinedTextSize] = {};
+    LOGI("__SetTextMobileName pcMobileName[%s]", m_mobileName.c_str());
+    if (!m_mobileName.empty()) {
+        if (const MallocStr phone {addLTRMarker(m_mobileName.data())})
+            combinate_string(translated("TV_SID_TESSEL_MIX_INFORMATION_BELOW_RECEIVED_SIGNING_IN").c_str(),
+                phone.get(), nullptr, line);
+    }
+    addFirstLine(m_contentLayout, line);
+    m_speechText.append(", ").append(line);
+}
+
+void CSSOPopup::setTextNorvaleAccount()
+{
+    char line[kCombinedTextSize] = {};
+    combinate_string(translated("TV_SID_MIX_NORVALE_ACCOUNT").c_str(), m_loginId.c_str(), nullptr, line);
+    char marked[kMarkedSize] = {};
+    snprintf(marked, sizeof marked, "%s%s%s", "<font=NorvaleSans-500 color=#29C5FF>", line, "</font>");
+    m_speechText.append(", ").append(line);
+    addSecondLine(m_mainLayout, marked);
+}
+
+void CSSOPopup::createCancelButton()
+{
+    const std::string label = translated("SID_CANCEL");
+    Evas_Object* button = addPopupButton(m_popup, label, 0, cancelBtnCB, this);
+    LOGI("TTS Text = %s", m_speechText.c_str());
+    attachReadOut(button, m_speechText, label);
+    if (button)
+        elm_object_focus_set(button, EINA_TRUE);
+}
+
+void CSSOPopup::show()
+{
+    if (!m_window)
+        return;
+    evas_object_show(m_window);
+    elm_win_raise(m_window);
+    for (Evas_Object* object : {m_dimBase, m_popup, m_mainLayout, m_progressBar}) {
+        if (object)
+            evas_object_show(object);
+    }
+}
+
+void CSSOPopup::destroy()
+{
+    LOGI("Focus has been set set lower app.");
+    if (m_window)
+        elm_win_lower(m_window);
+    // Or the toolkit looks for the next focus among widgets that are going, and complains in the log.
+    if (m_popup)
+        elm_object_tree_focus_allow_set(m_popup, EINA_FALSE);
+    destroyProgressBar();
+    deleteObject(m_contentLayout);
+    deleteObject(m_dimBase);
+    deleteObject(m_cancelPopup);
+    deleteObject(m_mainLayout);
+    deleteObject(m_popup);
+    set_tessel_popup_type(kNoneShown);
+}
+
+void CSSOPopup::bindFocusToOneObject(Evas_Object* obj)
+{
+    if (!obj)
+        return;
+    for (Elm_Focus_Direction direction : {ELM_FOCUS_UP, ELM_FOCUS_DOWN, ELM_FOCUS_LEFT, ELM_FOCUS_RIGHT})
+        elm_object_focus_next_object_set(obj, obj, direction);
+}
+
+char* CSSOPopup::addLTRMarker(char* text)
+{
+    if (!text)
+        return nullptr;
+    char marked[kMarkedNameSize] = {};
+    snprintf(marked, sizeof marked, "%s%s", "&#x202d;", text);
+    return strdup(marked);
+}
+
+void CSSOPopup::cancelBtnCB(void* data, Evas_Object*, void*)
+{
+    LOGI("clicked on cancelBtnCB");
+    auto* popup = static_cast<CSSOPopup*>(data);
+    if (!popup)
+        return;
+    if (popup->m_popup)
+        elm_object_signal_emit(popup->m_popup, "theme,dimmed,percent,50", "");
+    popup->m_superseded.push(
+        std::exchange(popup->m_cancelPopup, addCancelConfirmation(popup->m_box, yesBtnCB, noBtnCb, popup)));
+}
+
+/// The exit is asked for before the stop; the popups go with the application.
+void CSSOPopup::yesBtnCB(void*, Evas_Object*, void*)
+{
+    LOGI("clicked on CloseBtnCB ");
+    LOGI("Close Popups, stop Tessel, exit from App");
+    elm_exit();
+    CTesselUI::stopTesselRequest(true, false);
+}
+
+void CSSOPopup::noBtnCb(void* data, Evas_Object*, void*)
+{
+    LOGI("clicked on NoBtnCB");
+    auto* popup = static_cast<CSSOPopup*>(data);
+    if (!popup)
+        return;
+    if (popup->m_popup)
+        elm_object_signal_emit(popup->m_popup, "theme,undim", "");
+    if (Evas_Object* answered = std::exchange(popup->m_cancelPopup, popup->m_superseded.pop()))
+        evas_object_del(answered);
+}
+
+} // namespace TesselUI
