@@ -49,7 +49,8 @@ public:
     void setCustomMessage(std::string text, std::string part, bool onContent);
     /// Read-out texts; they take effect at the next m_SetTTS().
     void setTTS(std::string t1, std::string t2, std::string t3);
-    /// @return a table that gives @p obj a minimum size in pixels
+    /// @return a table that gives @p obj a minimum size in pixels; belongs to @p parent; null when it cannot
+    ///         be made
     Evas_Object* widget_min_set(Evas_Object* parent, Evas_Object* obj, int w, int h);
     void m_SetIcon(Evas_Object* obj, std::string icon);
 
@@ -72,6 +73,7 @@ public:
     void HideToolTip();
     void RemoveToolTip();
 
+    /// Starts the popup's timer. An earlier one is not deleted: one a popup.
     void addTimer(int seconds);
     void deleteTimer();
 

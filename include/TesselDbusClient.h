@@ -27,6 +27,8 @@ public:
     /// @param started  whether the program's own object is registered on the bus
     void dbusServerStarted(bool started);
 
+    /// @param first   true: the viewer closed a popup; false: a popup gave up
+    /// @param second  passed on as it is
     void stopTessel(bool first, bool second);
 
     /// @param parameters  a floating tuple, taken over in every case

@@ -59,6 +59,7 @@ public:
 
     /// Tells the daemon that the viewer stopped the set-up and marks it stopped in the settings store. The
     /// program goes on until the daemon ends it.
+    /// @param first   true: the viewer closed a popup; false: a popup gave up
     /// @param second  accepted and not passed on: the daemon always gets false
     static void stopTesselRequest(bool first, bool second);
 

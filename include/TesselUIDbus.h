@@ -54,7 +54,7 @@ private:
     unsigned int m_ownerId = 0; ///< 0 when no name is asked for
     unsigned int m_registrationId = 0; ///< 0 when no object is registered
     GDBusNodeInfo* m_nodeInfo = nullptr; ///< owned; null when the file is missing or broken
-    GDBusConnection* m_acquired = nullptr; ///< borrowed from the name-owning machinery
+    GDBusConnection* m_acquired = nullptr; ///< referenced: the name-owning machinery may let go first
     GDBusConnection* m_connection = nullptr; ///< owned
     GObject* m_reserved = nullptr; ///< owned, never set here
     Cookie<CTesselUIDbus> m_cookie;

@@ -34,6 +34,7 @@ public:
 
     static void SetOOBStatus(int status);
 
+    /// Both are false when the store does not tell; an unknown value matches the empty text only.
     static bool IsPageDisplayed(WIZRD_PAGE page);
     static bool IsAppRunning(MENU_APP_INDEX app);
 

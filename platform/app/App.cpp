@@ -46,19 +46,55 @@ Instance::Parameters parametersOf(int argc, char** argv)
     return parameters;
 }
 
-/// The toolkit's defaults serve a desktop: they start helper processes, open the system bus, keep freed
-/// memory back, and want a home. What the environment says already is left alone.
-void prepareToolkit()
+/// @return whether files can be made in @p folder; asked by making one, because permissions do not tell
+bool canWriteIn(const std::string& folder)
+{
+    std::string name = folder + "/.probe-XXXXXX";
+    const int file = folder.empty() ? -1 : mkstemp(name.data());
+    if (file < 0)
+        return false;
+    close(file);
+    unlink(name.c_str());
+    return true;
+}
+
+std::string environment(const char* name)
+{
+    const char* value = getenv(name);
+    return value ? value : "";
+}
+
+/// The toolkit ends the process when it finds no folder to write in.
+/// @return whether it will find one
+bool prepareFolders()
+{
+    const bool homeIsUsable = canWriteIn(environment("HOME"));
+    const bool runtimeIsUsable = canWriteIn(environment("XDG_RUNTIME_DIR"));
+    if (homeIsUsable && (runtimeIsUsable || environment("XDG_RUNTIME_DIR").empty()))
+        return true;
+    std::string fallback = runtimeFolder();
+    if (!makeFolders(fallback) || !canWriteIn(fallback)) {
+        char temporary[] = "/tmp/orbis-XXXXXX";
+        const char* made = mkdtemp(temporary);
+        fallback = made ? made : "";
+    }
+    if (fallback.empty())
+        return false;
+    if (!homeIsUsable)
+        setenv("HOME", fallback.c_str(), 1);
+    if (!runtimeIsUsable)
+        setenv("XDG_RUNTIME_DIR", fallback.c_str(), 1);
+    return true;
+}
+
+/// The toolkit's defaults serve a desktop: they start helper processes, open the system bus and keep freed
+/// memory back. What the environment says already is left alone.
+bool prepareToolkit()
 {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     setenv("EINA_FREEQ_BYPASS", "1", 0);
     efreet_cache_disable();
-    const char* home = getenv("HOME");
-    const bool homeIsUsable = home && *home && access(home, W_OK) == 0;
-    if (!getenv("XDG_RUNTIME_DIR") && !homeIsUsable && makeFolders(runtimeFolder()))
-        setenv("XDG_RUNTIME_DIR", runtimeFolder().c_str(), 1);
-    if (!homeIsUsable)
-        setenv("HOME", runtimeFolder().c_str(), 1);
+    return prepareFolders();
 }
 
 /// One run of an application, from the toolkit's start to its end.
@@ -98,8 +134,7 @@ int Run::execute(int argc, char** argv)
     if (m_instance.claim(m_id, m_parameters) == Instance::Claim::Handed)
         return APP_ERROR_NONE;
     aul_app_set_status(m_id.c_str(), STATUS_LAUNCHING);
-    prepareToolkit();
-    if (elm_init(argc, argv) <= 0) {
+    if (!prepareToolkit() || elm_init(argc, argv) <= 0) {
         aul_app_remove_status(m_id.c_str());
         return APP_ERROR_INVALID_CONTEXT;
     }

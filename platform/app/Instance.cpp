@@ -8,6 +8,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <utility>
 
@@ -86,7 +87,7 @@ Instance::Claim Instance::claim(const std::string& application, const Parameters
     if (m_lock >= 0 && flock(m_lock, LOCK_EX | LOCK_NB) == 0) {
         result = Claim::First;
         bindSocket(folder, socketName);
-    } else if (m_lock >= 0) {
+    } else if (m_lock >= 0 && errno == EWOULDBLOCK) {
         if (!handOver(folder, socketName, parameters))
             fprintf(
                 stderr, "%s runs already, but does not take the launch parameters\n", application.c_str());

@@ -1,17 +1,13 @@
+#include "flux/Button.h"
 #include "elm_flux.h"
-#include "flux/KeyGuard.h"
 #include "flux/Manager.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
+#include "flux/Widget.h"
 
 namespace orbis::flux {
 
 namespace {
-
-struct ButtonRecord {
-    static constexpr const char* kKey = "orbis.flux.button";
-    Evas_Object* object = nullptr;
-};
 
 void on_focused(void*, Evas_Object* button, void*)
 {
@@ -27,7 +23,7 @@ using namespace orbis::flux;
 
 Evas_Object* elm_flux_button_add(Evas_Object* parent)
 {
-    if (!parent)
+    if (!isUsable(parent))
         return nullptr;
     ensureTheme();
     Evas_Object* button = elm_button_add(parent);

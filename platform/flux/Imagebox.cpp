@@ -1,5 +1,6 @@
 #include "elm_flux.h"
 #include "flux/Record.h"
+#include "flux/Widget.h"
 
 namespace orbis::flux {
 
@@ -18,7 +19,7 @@ using namespace orbis::flux;
 
 Evas_Object* elm_flux_imagebox_add(Evas_Object* parent)
 {
-    Evas_Object* image = parent ? elm_image_add(parent) : nullptr;
+    Evas_Object* image = isUsable(parent) ? elm_image_add(parent) : nullptr;
     if (!image)
         return nullptr;
     attachRecord<ImageboxRecord>(image);

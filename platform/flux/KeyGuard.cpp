@@ -1,11 +1,17 @@
 #include "flux/KeyGuard.h"
 
+#include <Ecore_X.h>
+#include <X11/Xlib.h>
+
 namespace orbis::flux {
 
 namespace {
 
 /// The keys that Elementary's standard profile activates a button with.
 constexpr const char* kActivationKeys[] = {"Return", "KP_Enter", "space"};
+
+/// Size of the X server's bit vector of pressed keys.
+constexpr int kKeymapBytes = 32;
 
 /// Longer than the delay before the first repeat of any keyboard or remote, milliseconds.
 constexpr unsigned int kLongestRepeatMs = 1000;
@@ -29,6 +35,20 @@ KeyGuard::KeyGuard(Evas_Object* window)
 KeyGuard::~KeyGuard()
 {
     evas_object_del(m_watcher);
+}
+
+void KeyGuard::holdPressedKeys()
+{
+    auto* display = static_cast<Display*>(ecore_x_display_get());
+    if (!display)
+        return;
+    char pressed[kKeymapBytes] = {};
+    XQueryKeymap(display, pressed);
+    for (const char* key : kActivationKeys) {
+        const unsigned int code = XKeysymToKeycode(display, XStringToKeysym(key));
+        if (code != 0 && (static_cast<unsigned char>(pressed[code / 8]) >> (code % 8)) & 1U)
+            m_down[key] = ecore_x_current_time_get();
+    }
 }
 
 void KeyGuard::on_keyDown(void* data, Evas*, Evas_Object*, void* eventInfo)

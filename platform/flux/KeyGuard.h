@@ -16,6 +16,10 @@ class KeyGuard {
 public:
     explicit KeyGuard(Evas_Object* window);
     ~KeyGuard();
+    /// Counts the activation keys that are down right now as held: they were pressed before the window got
+    /// the keys. On X11 only; elsewhere the window system delivers no repeats of such a key.
+    void holdPressedKeys();
+
     KeyGuard(const KeyGuard&) = delete;
     KeyGuard& operator=(const KeyGuard&) = delete;
 

@@ -3,6 +3,7 @@
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
+#include "flux/Widget.h"
 
 #include <algorithm>
 
@@ -95,6 +96,13 @@ void arrangeAgain(const LayoutRecord& record)
     elm_box_recalculate(record.box);
 }
 
+/// A layout has no look of its own: what it is told goes to its items.
+void on_contrast(void*, Evas_Object* layout, const char*, const char*)
+{
+    for (Evas_Object* item : layoutItems(layout))
+        elm_object_signal_emit(item, "HC", "");
+}
+
 } // namespace
 
 Evas_Object* outermostLayout(Evas_Object* widget)
@@ -130,6 +138,7 @@ Evas_Object* elm_flux_layout_add(Evas_Object* parent)
     auto* record = attachRecord<LayoutRecord>(layout);
     record->box = elm_box_add(layout);
     elm_box_layout_set(record->box, arrange, record, nullptr);
+    elm_object_signal_callback_add(layout, "HC", "", on_contrast, nullptr);
     elm_object_part_content_set(layout, kBoxPart, record->box);
     return layout;
 }
@@ -171,7 +180,7 @@ Eina_Bool elm_flux_layout_padding_set(
 Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int width_px, int height_px)
 {
     auto* record = recordOf<LayoutRecord>(layout);
-    if (!record || !item || item == layout || width_px < 0 || height_px < 0)
+    if (!record || !canHold(layout, item) || width_px < 0 || height_px < 0)
         return EINA_FALSE;
     evas_object_size_hint_max_set(item, width_px, height_px);
     elm_box_pack_end(record->box, item);

@@ -4,6 +4,7 @@
 #include "elm_flux.h"
 #include "flux/FocusStack.h"
 #include "flux/Theme.h"
+#include "flux/Widget.h"
 
 #include <Ecore_Evas.h>
 #include <Ecore_X.h>
@@ -92,24 +93,38 @@ Manager* Manager::of(const Evas_Object* window)
     return s_manager && window && s_manager->m_window == window ? s_manager.get() : nullptr;
 }
 
+/// The screen's size in pixels, as far as the window system has told it yet.
+Manager::Size Manager::screenSize() const
+{
+    Size size {};
+    elm_win_screen_size_get(m_window, nullptr, nullptr, &size.width, &size.height);
+    return size;
+}
+
+/// Sizes are designed for 1080 lines. A person's own ELM_SCALE is left alone. Some window systems tell the
+/// screen's size only after the window was made, so this is called again before a popup is made.
+void Manager::ensureScale()
+{
+    const Size screen = screenSize();
+    if (m_isScaled || screen.width <= 1 || screen.height <= 1)
+        return;
+    m_isScaled = true;
+    if (!getenv("ELM_SCALE"))
+        elm_config_scale_set(std::min(screen.width / static_cast<double>(kDesignWidth),
+            screen.height / static_cast<double>(kDesignHeight)));
+}
+
 void Manager::placeWindow()
 {
-    int width = 0;
-    int height = 0;
-    elm_win_screen_size_get(m_window, nullptr, nullptr, &width, &height);
-    const bool known = width > 1 && height > 1;
-    width = known ? width : kDesignWidth;
-    height = known ? height : kDesignHeight;
-    // Sizes are designed for 1080 lines; a person's own ELM_SCALE is left alone.
-    if (known && !getenv("ELM_SCALE"))
-        elm_config_scale_set(
-            std::min(width / static_cast<double>(kDesignWidth), height / static_cast<double>(kDesignHeight)));
+    ensureScale();
+    const Size screen = screenSize();
     elm_win_borderless_set(m_window, EINA_TRUE);
     if (isWayland(m_window))
         elm_win_maximized_set(m_window, EINA_TRUE);
     else
         elm_win_layer_set(m_window, kLayerAbove);
-    evas_object_geometry_set(m_window, 0, 0, width, height);
+    evas_object_geometry_set(
+        m_window, 0, 0, m_isScaled ? screen.width : kDesignWidth, m_isScaled ? screen.height : kDesignHeight);
 }
 
 void Manager::windowSignal(std::string_view emission)
@@ -212,6 +227,9 @@ void Manager::on_windowState(void*, Evas*, Evas_Object* window, void*)
 
 void Manager::on_windowFocus(void* data, Evas_Object* window, void*)
 {
+    auto* self = static_cast<Manager*>(data);
+    if (isX11(window) && elm_win_focus_get(window))
+        self->m_keyGuard->holdPressedKeys();
     on_windowState(data, nullptr, window, nullptr);
 }
 
@@ -237,11 +255,12 @@ using namespace orbis::flux;
 
 Eina_Bool elm_flux_manager_init(Evas_Object* win)
 {
-    if (!win || elm_object_top_widget_get(win) != win)
+    if (!isUsable(win) || elm_object_top_widget_get(win) != win)
         return EINA_FALSE;
     if (Manager::of(win))
         return EINA_TRUE;
     ensureTheme();
+    s_manager.reset(); // its last word about the former window must not be taken for this one's
     s_manager = std::make_unique<Manager>(win);
     s_trap.version = ELM_WIN_TRAP_VERSION;
     s_trap.lower = Manager::on_lower;
@@ -258,7 +277,7 @@ void elm_flux_manager_fini(void)
 
 Eina_Bool elm_flux_manager_rotation_disable(Evas_Object* win)
 {
-    if (!win || elm_object_top_widget_get(win) != win)
+    if (!isUsable(win) || elm_object_top_widget_get(win) != win)
         return EINA_FALSE;
     elm_win_wm_rotation_preferred_rotation_set(win, 0);
     return EINA_TRUE;

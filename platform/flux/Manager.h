@@ -30,6 +30,9 @@ public:
     /// @return whether the application asked for the picture behind the window to be dimmed
     bool isDimmed() const { return m_isDimmed; }
 
+    /// Fits the toolkit's scale to the screen, once the screen's size is known.
+    void ensureScale();
+
     /// The focus came to a button. Toolkit events of the kind also come in passing, so it is looked at
     /// once the loop is idle again.
     void focusMoved();
@@ -46,6 +49,11 @@ private:
     static void on_hideJob(void* data);
     static void on_focusJob(void* data);
 
+    struct Size {
+        int width, height;
+    };
+
+    Size screenSize() const;
     void placeWindow();
     void lowered();
     void raised();
@@ -56,6 +64,7 @@ private:
 
     Evas_Object* m_window;
     Evas_Object* m_dim = nullptr; ///< child of the window; made when first needed
+    bool m_isScaled = false;
     bool m_isDimmed = false;
     bool m_isLowered = false; ///< since then nothing raised it
     Ecore_Job* m_hideJob = nullptr; ///< cleared by the job itself

@@ -1,8 +1,11 @@
 #include "flux/Popup.h"
 
+#include "flux/Button.h"
 #include "flux/FocusStack.h"
+#include "flux/Manager.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
+#include "flux/Widget.h"
 
 #include <algorithm>
 #include <string>
@@ -152,7 +155,9 @@ using namespace orbis::flux;
 
 Evas_Object* elm_flux_popup_add(Evas_Object* parent)
 {
-    Evas_Object* window = parent ? elm_object_top_widget_get(parent) : nullptr;
+    Evas_Object* window = isUsable(parent) ? elm_object_top_widget_get(parent) : nullptr;
+    if (Manager* manager = Manager::of(window))
+        manager->ensureScale();
     Evas_Object* popup = addThemedLayout(window, "popup", "0");
     if (!popup)
         return nullptr;
@@ -188,7 +193,7 @@ Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title)
 Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px)
 {
     auto* record = recordOf<PopupRecord>(popup);
-    if (!record || !content || width_px < 0 || height_px < 0)
+    if (!record || !canHold(popup, content) || width_px < 0 || height_px < 0)
         return EINA_FALSE;
     evas_object_size_hint_min_set(record->size, width_px, height_px);
     if (elm_layout_content_get(popup, kContentPart) != content
@@ -203,6 +208,8 @@ Eina_Bool elm_flux_popup_button_set(Evas_Object* popup, Evas_Object* button, int
 {
     auto* record = recordOf<PopupRecord>(popup);
     if (!record || slot < 0 || slot >= ELM_FLUX_POPUP_BUTTONS)
+        return EINA_FALSE;
+    if (button && (!recordOf<ButtonRecord>(button) || !canHold(popup, button)))
         return EINA_FALSE;
     Evas_Object* former = record->buttons[slot];
     if (former == button)

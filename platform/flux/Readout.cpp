@@ -4,9 +4,12 @@
 
 #include <gio/gio.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <vector>
 
@@ -34,6 +37,17 @@ std::string oneLine(std::string text)
     return text;
 }
 
+/// Does not wait for a reader when the file is a pipe.
+void appendLine(const char* path, const std::string& line)
+{
+    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0644);
+    if (file < 0)
+        return;
+    if (write(file, line.data(), line.size()) < 0)
+        perror(path);
+    close(file);
+}
+
 /// The first of the languages that texts are translated to, for instance "de" of "de_DE:de:en".
 std::string languageOfTexts()
 {
@@ -56,8 +70,9 @@ void Readout::speakFocused(Evas_Object* widget)
 
 void Readout::speak(const std::string& text)
 {
-    if (const char* path = getenv(kLogVariable)) {
-        std::ofstream(path, std::ios::app) << oneLine(text) << '\n';
+    const char* path = getenv(kLogVariable);
+    if (path && *path) {
+        appendLine(path, oneLine(text) + '\n');
         return;
     }
     const std::string language = languageOfTexts();

@@ -25,14 +25,14 @@ const char* alignName(Elm_Flux_Textbox_Align align)
     return nullptr;
 }
 
-/// A single line is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
+/// A text is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
 /// where they must, because names and network names need not hold a blank.
 std::string styleOf(const TextboxRecord& record)
 {
     std::string style = "DEFAULT='align=";
     style += alignName(record.align);
     const bool wraps = record.multiline && record.rule != ELM_FLUX_RESPONSIVE_SHRINK;
-    style += wraps ? " wrap=mixed" : " wrap=none ellipsis=1.0";
+    style += wraps ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
     if (!record.color.empty())
         style += " color=" + record.color;
     return style + "'";
@@ -45,6 +45,13 @@ void restyle(const TextboxRecord& record)
     edje_object_part_text_style_user_push(edje, kTextPart, styleOf(record).c_str());
     elm_object_signal_emit(
         record.object, record.rule == ELM_FLUX_RESPONSIVE_KEEP ? "flux,keep" : "flux,fit", "");
+    if (record.contrast || highContrast()) // after the rule, which has a look of its own
+        elm_object_signal_emit(record.object, "HC", "");
+}
+
+void on_contrast(void* data, Evas_Object*, const char*, const char*)
+{
+    static_cast<TextboxRecord*>(data)->contrast = true;
 }
 
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
@@ -52,7 +59,6 @@ bool loadGroup(const TextboxRecord& record)
 {
     if (!elm_layout_theme_set(record.object, "flux", "textbox", std::to_string(record.size).c_str()))
         return false;
-    applyContrast(record.object);
     restyle(record);
     elm_layout_text_set(record.object, kTextPart, record.text.c_str());
     return true;
@@ -67,8 +73,11 @@ using namespace orbis::flux;
 Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
 {
     Evas_Object* textbox = addThemedLayout(parent, "textbox", "11");
-    if (textbox)
-        loadGroup(*attachRecord<TextboxRecord>(textbox));
+    if (!textbox)
+        return nullptr;
+    auto* record = attachRecord<TextboxRecord>(textbox);
+    elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
+    loadGroup(*record);
     return textbox;
 }
 

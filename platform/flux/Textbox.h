@@ -12,6 +12,7 @@ struct TextboxRecord {
 
     Evas_Object* object = nullptr;
     bool multiline = false;
+    bool contrast = false; ///< told to by the signal "HC"
     Elm_Flux_Textbox_Size size = ELM_FLUX_TEXTBOX_SIZE_BODY;
     Elm_Flux_Textbox_Align align = ELM_FLUX_TEXTBOX_ALIGN_CENTER;
     Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;

@@ -1,5 +1,6 @@
 #include "flux/Theme.h"
 
+#include "flux/Widget.h"
 #include "vconf.h"
 
 namespace orbis::flux {
@@ -20,7 +21,7 @@ void ensureTheme()
 
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style)
 {
-    if (!parent)
+    if (!isUsable(parent))
         return nullptr;
     ensureTheme();
     Evas_Object* layout = elm_layout_add(parent);

@@ -2,6 +2,7 @@
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
+#include "flux/Widget.h"
 
 #include <algorithm>
 #include <string>
@@ -14,6 +15,9 @@ constexpr const char* kTextPart = "elm.text";
 
 /// Space between the bubble and a text below it, layout units.
 constexpr double kTextGap = 1.5;
+
+/// No screen is larger, pixels.
+constexpr int kMaxSize = 65535;
 
 struct TooltipRecord {
     static constexpr const char* kKey = "orbis.flux.tooltip";
@@ -92,7 +96,7 @@ using namespace orbis::flux;
 
 Evas_Object* elm_flux_object_tooltip_add(Evas_Object* target, Evas_Object* parent)
 {
-    Evas_Object* window = target && parent ? elm_object_top_widget_get(parent) : nullptr;
+    Evas_Object* window = isUsable(target) && isUsable(parent) ? elm_object_top_widget_get(parent) : nullptr;
     Evas_Object* tooltip = addThemedLayout(window, "tooltip", "2");
     if (!tooltip)
         return nullptr;
@@ -109,8 +113,8 @@ Eina_Bool elm_flux_object_tooltip_size_set(Evas_Object* tooltip, int width_px, i
     auto* record = recordOf<TooltipRecord>(tooltip);
     if (!record || width_px < 0 || height_px < 0)
         return EINA_FALSE;
-    record->width = width_px;
-    record->height = height_px;
+    record->width = std::min(width_px, kMaxSize);
+    record->height = std::min(height_px, kMaxSize);
     place(*record);
     return EINA_TRUE;
 }

@@ -23,6 +23,7 @@ typedef struct app_control* app_control_h; ///< a launch request; owned by whoev
 
 /// Makes a request that holds a copy of the bundle's parameters (null: none).
 /// @param request  out, released with app_control_destroy(); untouched on failure
+/// @return APP_ERROR_INVALID_PARAMETER for a null request, APP_ERROR_OUT_OF_MEMORY
 int app_control_create_request(bundle* b, app_control_h* request);
 
 /// @param value  out, a copy that the caller releases with free(); untouched on failure
@@ -67,7 +68,9 @@ int ui_app_add_event_handler(
 ///
 /// When the application runs already, its parameters are handed to the running one, whose app_control is
 /// called with them, and the result is APP_ERROR_NONE without any callback here.
-/// @return APP_ERROR_INVALID_PARAMETER for a null table, a null argv or argc below 1
+/// @return APP_ERROR_INVALID_PARAMETER for a null table, a null argv or argc below 1;
+///         APP_ERROR_INVALID_CONTEXT when an application runs in this process already, when the toolkit
+///         cannot start, or when no folder can be written
 int ui_app_main(int argc, char** argv, ui_app_lifecycle_callback_s* callbacks, void* user_data);
 
 #ifdef __cplusplus

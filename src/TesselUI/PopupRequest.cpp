@@ -100,7 +100,8 @@ void CTesselUI::m_OnMethodPopup(keynode_t*, void*)
         LOGI("%s", row.matched);
         std::string first = row.first ? instance->GetJsonData(row.first) : std::string();
         std::string second = row.second ? instance->GetJsonData(row.second) : std::string();
-        if (instance->m_pUIManager && row.call(*instance->m_pUIManager, first, second) != 0)
+        CTesselUI* shown = getInstance();
+        if (shown && shown->m_pUIManager && row.call(*shown->m_pUIManager, first, second) != 0)
             LOGI("%s", row.line);
         return;
     }

@@ -145,6 +145,7 @@ bool CTesselUIDbus::destroy()
     g_clear_object(&m_reserved);
     if (m_acquired && m_registrationId != 0)
         g_dbus_connection_unregister_object(m_acquired, std::exchange(m_registrationId, 0));
+    g_clear_object(&m_acquired);
     return true;
 }
 
@@ -168,8 +169,10 @@ void CTesselUIDbus::m_OnBusAcquired(GDBusConnection* connection, const char*, vo
         LOGE("Could Not get Instance or deleted");
         return;
     }
-    self->m_acquired = connection;
-    if (!connection)
+    g_set_object(&self->m_acquired, connection);
+    if (connection)
+        g_dbus_connection_set_exit_on_close(connection, FALSE);
+    else
         LOGE("Error -> pconnection is NULL");
     self->m_registrationId = self->registerObject();
     if (self->m_registrationId == 0)

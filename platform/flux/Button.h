@@ -1,0 +1,13 @@
+/// Inside of the styled button, for the other parts of the widget set.
+#pragma once
+
+#include <Elementary.h>
+
+namespace orbis::flux {
+
+struct ButtonRecord {
+    static constexpr const char* kKey = "orbis.flux.button";
+    Evas_Object* object = nullptr;
+};
+
+} // namespace orbis::flux

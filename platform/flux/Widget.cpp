@@ -1,0 +1,25 @@
+#include "flux/Widget.h"
+
+#include "flux/Popup.h"
+#include "flux/Record.h"
+
+namespace orbis::flux {
+
+bool isUsable(const Evas_Object* object)
+{
+    return object && elm_object_widget_check(object) && !efl_invalidated_get(object)
+        && !efl_invalidating_get(object);
+}
+
+bool canHold(const Evas_Object* container, const Evas_Object* item)
+{
+    if (!isUsable(item) || elm_object_top_widget_get(item) == item || recordOf<PopupRecord>(item))
+        return false;
+    for (const Evas_Object* around = container; around; around = elm_object_parent_widget_get(around)) {
+        if (around == item)
+            return false;
+    }
+    return true;
+}
+
+} // namespace orbis::flux
