@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace TesselUI {
 
@@ -73,7 +74,7 @@ public:
     void HideToolTip();
     void RemoveToolTip();
 
-    /// Starts the popup's timer. An earlier one is not deleted: one a popup.
+    /// Starts the popup's timer. An earlier one goes on beside it until a tick ends them.
     void addTimer(int seconds);
     void deleteTimer();
 
@@ -108,6 +109,7 @@ protected:
 private:
     void deleteWidgets();
 
+    std::vector<Ecore_Timer*> m_formerTimers; ///< owned; timers that another one was started over
     std::shared_ptr<char> m_alive; ///< expires with the popup: a tick may delete it
 };
 

@@ -71,6 +71,14 @@ void arrangeButtons(PopupRecord& record)
     }
 }
 
+void on_focusJob(void* data)
+{
+    auto& record = *static_cast<PopupRecord*>(data);
+    record.focusJob = nullptr;
+    if (FocusStack::instance().top() == record.object)
+        focusPopup(record.object);
+}
+
 void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*)
 {
     auto& record = *static_cast<PopupRecord*>(data);
@@ -79,6 +87,9 @@ void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*)
         return;
     forgetButton(record, slot);
     arrangeButtons(record);
+    // The toolkit leaves the keys with nobody; they go to the other button once this one is gone.
+    if (!isEmpty(record) && !record.focusJob)
+        record.focusJob = ecore_job_add(on_focusJob, &record);
 }
 
 void fitToWindow(Evas_Object* popup, Evas_Object* window)
@@ -129,6 +140,8 @@ Evas_Object* addButtonRow(Evas_Object* popup)
 
 PopupRecord::~PopupRecord()
 {
+    if (focusJob)
+        ecore_job_del(focusJob);
     FocusStack::instance().remove(object);
     for (int slot = 0; slot < ELM_FLUX_POPUP_BUTTONS; ++slot)
         forgetButton(*this, slot);

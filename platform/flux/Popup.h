@@ -20,6 +20,7 @@ struct PopupRecord {
     std::array<Evas_Object*, ELM_FLUX_POPUP_BUTTONS> buttons {}; ///< borrowed; null for an empty slot
     int focusedSlot = 0;
     Evas_Object* lastFocus = nullptr; ///< the button that had the focus last; one of buttons, or null
+    Ecore_Job* focusJob = nullptr; ///< cleared by the job itself
     int contentWidth = 0; ///< pixels
 };
 

@@ -48,7 +48,8 @@ int firstTextBelow(Evas_Object* layout, const Box& bubble)
     for (Evas_Object* item : layoutItems(layout)) {
         const auto* text = recordOf<TextboxRecord>(item);
         const Box box = boxOf(item);
-        if (text && !text->text.empty() && box.y >= bubble.y)
+        const bool isBelow = box.y + box.height / 2 >= bubble.y;
+        if (text && !text->text.empty() && isBelow)
             limit = std::min(limit, box.y - elm_flux_unit_to_pixel(kTextGap));
         limit = std::min(limit, firstTextBelow(item, bubble));
     }

@@ -267,11 +267,16 @@ void CNetworkPopup::RemoveToolTip()
 
 void CNetworkPopup::addTimer(int seconds)
 {
+    if (m_timer)
+        m_formerTimers.push_back(m_timer);
     m_timer = ecore_timer_add(static_cast<double>(seconds), m_TimerCB, this);
 }
 
 void CNetworkPopup::deleteTimer()
 {
+    for (Ecore_Timer* timer : m_formerTimers)
+        ecore_timer_del(timer);
+    m_formerTimers.clear();
     if (m_timer)
         ecore_timer_del(std::exchange(m_timer, nullptr));
 }

@@ -90,13 +90,14 @@ Eina_Bool CNetworkPopup::m_TimerCB(void* data)
     if (!popup)
         return ECORE_CALLBACK_CANCEL;
     const std::weak_ptr<char> alive = popup->m_alive;
-    Ecore_Timer* running = popup->m_timer;
+    Ecore_Timer* const before = popup->m_timer;
     const Eina_Bool goesOn = popup->t_OnTimeout(data);
     if (alive.expired())
         return ECORE_CALLBACK_CANCEL;
-    // The toolkit frees a timer that ends, and may give its handle to another one.
-    if (!goesOn && popup->m_timer == running)
-        popup->m_timer = nullptr;
+    // The toolkit frees a timer that ends, and may give its handle to another one. A timer that the tick
+    // itself started stays.
+    if (!goesOn && popup->m_timer == before)
+        popup->deleteTimer();
     return goesOn;
 }
 

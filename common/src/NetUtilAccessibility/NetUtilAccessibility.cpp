@@ -104,10 +104,12 @@ char* access_cb_func(const char* text1, const char* text2, bool flag)
     const char* name = plain2 ? plain2.get() : "";
     if (flag) {
         LOGD("<<flag == true >>");
-        eina_strbuf_append_printf(buffer.get(), "%s,%s", plain1 ? plain1.get() : "", name);
+        eina_strbuf_append(buffer.get(), plain1 ? plain1.get() : "");
+        eina_strbuf_append_char(buffer.get(), ',');
+        eina_strbuf_append(buffer.get(), name);
     } else {
         LOGD("flag == false");
-        eina_strbuf_append_printf(buffer.get(), "%s", name);
+        eina_strbuf_append(buffer.get(), name);
     }
     return eina_strbuf_string_steal(buffer.get());
 }

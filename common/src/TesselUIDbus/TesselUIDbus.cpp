@@ -200,6 +200,7 @@ void CTesselUIDbus::m_OnMethodCall(GDBusConnection*, const char*, const char*, c
     auto* self = static_cast<CTesselUIDbus*>(user_data);
     if (!self) {
         LOGE("Cult not get Instance");
+        g_clear_object(&invocation); // without an answer; the caller's own time-out ends the wait
         return;
     }
     const auto* row = std::find_if(std::begin(kMethods), std::end(kMethods),

@@ -1,0 +1,160 @@
+#include "Fixtures.h"
+
+#include "DaemonThread.h"
+#include "Paths.h"
+#include "TesselUI.h"
+#include "aul.h"
+#include "elm_flux.h"
+#include "vconf.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <libintl.h>
+#include <vector>
+
+using toolkit::settle;
+
+namespace {
+
+constexpr const char* kSetUpApps[] = {"org.orbis.wizard", "org.orbis.NetworkSetting-Orbis", "org.orbis.sso"};
+
+void emptyStore()
+{
+    std::vector<std::string> keys;
+    vconf_list(
+        "", [](const char* key, void* data) { static_cast<std::vector<std::string>*>(data)->push_back(key); },
+        &keys);
+    for (const std::string& key : keys)
+        vconf_unset(key.c_str());
+    for (const char* app : kSetUpApps)
+        aul_app_remove_status(app);
+}
+
+Evas_Object* onlyWindow()
+{
+    const auto windows = toolkit::windows();
+    EXPECT_EQ(windows.size(), 1U);
+    return windows.empty() ? nullptr : windows.front();
+}
+
+} // namespace
+
+void ToolkitTest::SetUp()
+{
+    emptyStore();
+    settle();
+    journal::clear();
+}
+
+void ToolkitTest::TearDown()
+{
+    toolkit::s_onExit = nullptr;
+    settle();
+    EXPECT_TRUE(toolkit::windows().empty());
+}
+
+void WindowTest::SetUp()
+{
+    ToolkitTest::SetUp();
+    m_window = elm_win_add(nullptr, "test", ELM_WIN_BASIC);
+    ASSERT_TRUE(elm_flux_manager_init(m_window));
+    evas_object_show(m_window);
+    toolkit::focusWindow(m_window);
+    journal::clear();
+}
+
+void WindowTest::TearDown()
+{
+    elm_flux_manager_fini();
+    evas_object_del(m_window);
+    ToolkitTest::TearDown();
+}
+
+Evas_Object* WindowTest::popup(std::initializer_list<const char*> labels)
+{
+    Evas_Object* popup = elm_flux_popup_add(m_window);
+    elm_flux_popup_content_set(popup, elm_flux_textbox_add(popup), 800, 200);
+    int slot = 0;
+    for (const char* label : labels) {
+        Evas_Object* button = elm_flux_button_add(popup);
+        elm_flux_button_text_set(button, label);
+        EXPECT_TRUE(elm_flux_popup_button_set(popup, button, slot++));
+    }
+    return popup;
+}
+
+Evas_Object* WindowTest::button(const Evas_Object* popup, int slot)
+{
+    const auto* record = orbis::flux::recordOf<toolkit::PopupRecord>(popup);
+    return record ? record->buttons.at(static_cast<size_t>(slot)) : nullptr;
+}
+
+void WindowTest::show(Evas_Object* popup)
+{
+    evas_object_show(popup);
+    settle();
+}
+
+void ManagerTest::SetUp()
+{
+    ToolkitTest::SetUp();
+    TesselUI::CTesselUI::createInstance();
+    m_manager = std::make_unique<TesselUI::UIManager>();
+    m_manager->createWindow();
+    m_window = onlyWindow();
+    evas_object_show(m_window);
+    toolkit::focusWindow(m_window);
+    journal::clear();
+}
+
+void ManagerTest::TearDown()
+{
+    m_manager.reset();
+    TesselUI::CTesselUI::destroyInstance();
+    ToolkitTest::TearDown();
+}
+
+void ApplicationTest::SetUp()
+{
+    ToolkitTest::SetUp();
+    m_daemon = std::make_unique<DaemonThread>(getenv("DBUS_SYSTEM_BUS_ADDRESS"));
+}
+
+void ApplicationTest::start()
+{
+    TesselUI::CTesselUI::OnCreate(nullptr);
+    m_window = onlyWindow();
+    ASSERT_TRUE(toolkit::runUntil([] { return journal::has("I End m_OnBusAcquired"); }));
+    evas_object_show(m_window);
+    toolkit::focusWindow(m_window);
+}
+
+void ApplicationTest::TearDown()
+{
+    TesselUI::CTesselUI::OnTerminate(nullptr);
+    m_daemon.reset();
+    ToolkitTest::TearDown();
+}
+
+std::string text(const char* id)
+{
+    const std::string translated = dgettext(TesselUI::kTextDomain, id);
+    EXPECT_NE(translated, id);
+    return translated;
+}
+
+std::string setting(const char* key)
+{
+    int number = 0;
+    if (vconf_get_int(key, &number) == VCONF_OK)
+        return std::to_string(number);
+    char* value = vconf_get_str(key);
+    std::string result = value ? value : "none";
+    free(value);
+    return result;
+}
+
+void letTheGuideBeShown()
+{
+    ASSERT_EQ(vconf_set_str("memory/wizard/wizard_mode", "INITIAL_SETUP"), VCONF_OK);
+}

@@ -1,0 +1,68 @@
+/// What the cases stand on.
+#ifndef TESTS_FIXTURES_H
+#define TESTS_FIXTURES_H
+
+#include "Journal.h"
+#include "Toolkit.h"
+#include "UIManager.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+
+class DaemonThread;
+
+/// The toolkit, an empty settings store and an empty journal; afterwards no window is left.
+class ToolkitTest : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+};
+
+/// A window with the styled widgets' manager and nothing on it.
+class WindowTest : public ToolkitTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// A popup with buttons of these labels, on top of what is there.
+    Evas_Object* popup(std::initializer_list<const char*> labels);
+    static Evas_Object* button(const Evas_Object* popup, int slot);
+    Evas_Object* focused() const { return elm_object_focused_object_get(m_window); }
+    void show(Evas_Object* popup);
+
+    Evas_Object* m_window = nullptr;
+};
+
+/// The application's window and manager, without the bus.
+class ManagerTest : public ToolkitTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    Evas_Object* m_window = nullptr; ///< borrowed from the manager
+    std::unique_ptr<TesselUI::UIManager> m_manager;
+};
+
+/// The whole application on the private bus, up to the point where it has told the daemon that it is there.
+class ApplicationTest : public ToolkitTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    void start();
+
+    std::unique_ptr<DaemonThread> m_daemon;
+    Evas_Object* m_window = nullptr; ///< set by start()
+};
+
+/// @return the text of a message id in the language of the tests; the id's being untranslated is a failure
+std::string text(const char* id);
+
+/// @return what the key holds, "none" for a missing one
+std::string setting(const char* key);
+
+/// Lets the wizard's mode be one in which the guide is shown without asking further.
+void letTheGuideBeShown();
+
+#endif

@@ -1,0 +1,103 @@
+#include "Journal.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace journal {
+
+namespace {
+
+/// A program line is "I/tessel-ui: File.cpp: function(12) > [function:12] message".
+std::string withoutPlace(const std::string& line)
+{
+    const size_t mark = line.find(") > [");
+    const size_t end = mark == std::string::npos ? mark : line.find("] ", mark);
+    if (line.size() < 2 || line[1] != '/' || end == std::string::npos)
+        return line;
+    return line.substr(0, 1) + line.substr(end + 1);
+}
+
+std::string contents()
+{
+    std::string text;
+    char block[4096];
+    for (off_t offset = 0;;) {
+        const ssize_t count = pread(STDERR_FILENO, block, sizeof block, offset);
+        if (count <= 0)
+            return text;
+        text.append(block, static_cast<size_t>(count));
+        offset += count;
+    }
+}
+
+/// Each sanitizer is a library with a report descriptor of its own; without sanitizers there is none.
+void keepReportsOnTerminal()
+{
+    const int terminal = dup(STDERR_FILENO);
+    for (const char* library : {"libasan.so.8", "libubsan.so.1"}) {
+        void* handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
+        void* setter = handle ? dlsym(handle, "__sanitizer_set_report_fd") : nullptr;
+        if (setter)
+            reinterpret_cast<void (*)(void*)>(setter)(
+                reinterpret_cast<void*>(static_cast<intptr_t>(terminal)));
+        if (handle)
+            dlclose(handle);
+    }
+}
+
+} // namespace
+
+void open()
+{
+    keepReportsOnTerminal();
+    FILE* file = tmpfile();
+    if (!file || dup2(fileno(file), STDERR_FILENO) < 0)
+        abort();
+    fclose(file);
+}
+
+void clear()
+{
+    if (ftruncate(STDERR_FILENO, 0) != 0)
+        abort();
+    lseek(STDERR_FILENO, 0, SEEK_SET);
+}
+
+void note(const std::string& message)
+{
+    dprintf(STDERR_FILENO, "T %s\n", message.c_str());
+}
+
+std::vector<std::string> lines()
+{
+    std::vector<std::string> result;
+    std::istringstream stream(contents());
+    for (std::string line; std::getline(stream, line);)
+        result.push_back(withoutPlace(line));
+    return result;
+}
+
+int count(const std::string& line)
+{
+    const auto all = lines();
+    return static_cast<int>(std::count(all.begin(), all.end(), line));
+}
+
+std::string missing(const std::vector<std::string>& wanted)
+{
+    const auto all = lines();
+    auto from = all.begin();
+    for (const std::string& line : wanted) {
+        from = std::find(from, all.end(), line);
+        if (from == all.end())
+            return line;
+        ++from;
+    }
+    return "";
+}
+
+} // namespace journal

@@ -1,0 +1,252 @@
+#include "Toolkit.h"
+
+#include "Journal.h"
+
+#include <Ecore_Evas.h>
+#include <Ecore_Input.h>
+
+#include <chrono>
+#include <dlfcn.h>
+#include <ostream>
+#include <time.h>
+
+namespace toolkit {
+
+namespace {
+
+double s_clock = 1000.0; ///< what the loop takes for the time, seconds
+double s_started = 0.0; ///< the machine's time when s_clock began to follow it
+int s_running = 0; ///< how many want it to
+unsigned int s_timestamp = 1; ///< of the last key, milliseconds
+
+double machineTime()
+{
+    timespec now {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+double loopTime()
+{
+    return s_running > 0 ? s_clock + machineTime() - s_started : s_clock;
+}
+
+/// @return the toolkit's own function that one of this file stands before
+template <typename Function>
+Function* original(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+Ecore_Evas* canvasOf(const Evas_Object* window)
+{
+    return ecore_evas_ecore_evas_get(evas_object_evas_get(window));
+}
+
+void collect(Evas_Object* object, std::vector<Evas_Object*>& result)
+{
+    result.push_back(object);
+    Eina_List* members = evas_object_smart_members_get(object);
+    void* member = nullptr;
+    EINA_LIST_FREE(members, member)
+    collect(static_cast<Evas_Object*>(member), result);
+}
+
+} // namespace
+
+std::function<void()> s_onExit;
+
+} // namespace toolkit
+
+// The program and its libraries find these before the toolkit's own.
+#define BEFORE_TOOLKIT extern "C" __attribute__((visibility("default")))
+
+BEFORE_TOOLKIT double ecore_time_get(void)
+{
+    return toolkit::loopTime();
+}
+
+BEFORE_TOOLKIT void elm_exit(void)
+{
+    journal::note("exit");
+    if (toolkit::s_onExit)
+        toolkit::s_onExit();
+    toolkit::original<void()>("elm_exit")();
+}
+
+BEFORE_TOOLKIT void elm_win_lower(Evas_Object* window)
+{
+    journal::note("lower");
+    toolkit::original<void(Evas_Object*)>("elm_win_lower")(window);
+}
+
+namespace toolkit {
+
+void settle()
+{
+    constexpr int kRounds = 6; // a job may add a job, and a layout an event
+    for (int round = 0; round < kRounds; ++round) {
+        ecore_main_loop_iterate_may_block(0);
+        for (Evas_Object* window : windows())
+            ecore_evas_manual_render(canvasOf(window));
+    }
+}
+
+RealTime::RealTime()
+{
+    if (s_running == 0)
+        s_started = machineTime();
+    ++s_running;
+}
+
+RealTime::~RealTime()
+{
+    s_clock = s_running == 1 ? loopTime() : s_clock;
+    --s_running;
+}
+
+void advance(double seconds, double step)
+{
+    while (seconds > 1e-6) {
+        const double now = std::min(seconds, step);
+        s_clock += now;
+        seconds -= now;
+        ecore_main_loop_iterate_may_block(0);
+        ecore_main_loop_iterate_may_block(0);
+    }
+}
+
+bool runUntil(const std::function<bool()>& condition, double seconds)
+{
+    using Clock = std::chrono::steady_clock;
+    const RealTime real;
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    // Some conditions come without an event that would end the loop's sleep.
+    Ecore_Timer* look = ecore_timer_add(
+        0.01, [](void*) -> Eina_Bool { return ECORE_CALLBACK_RENEW; }, nullptr);
+    bool holds = condition();
+    while (!holds && Clock::now() < end) {
+        ecore_main_loop_iterate_may_block(1);
+        holds = condition();
+    }
+    ecore_timer_del(look);
+    return holds;
+}
+
+void focusWindow(Evas_Object* window)
+{
+    settle();
+    ecore_evas_focus_set(canvasOf(window), EINA_FALSE);
+    ecore_evas_focus_set(canvasOf(window), EINA_TRUE);
+    settle();
+}
+
+void keyDown(Evas_Object* window, const char* key, unsigned int afterMs)
+{
+    evas_event_feed_key_down(
+        evas_object_evas_get(window), key, key, nullptr, nullptr, s_timestamp += afterMs, nullptr);
+}
+
+void keyUp(Evas_Object* window, const char* key, unsigned int afterMs)
+{
+    evas_event_feed_key_up(
+        evas_object_evas_get(window), key, key, nullptr, nullptr, s_timestamp += afterMs, nullptr);
+}
+
+void press(Evas_Object* window, const char* key)
+{
+    keyDown(window, key);
+    keyUp(window, key);
+    settle();
+}
+
+void click(Evas_Object* button)
+{
+    evas_object_smart_callback_call(button, "clicked", nullptr);
+}
+
+std::vector<Evas_Object*> windows()
+{
+    std::vector<Evas_Object*> result;
+    Eina_List* canvases = ecore_evas_ecore_evas_list_get();
+    void* entry = nullptr;
+    EINA_LIST_FREE(canvases, entry)
+    {
+        Evas* canvas = ecore_evas_get(static_cast<Ecore_Evas*>(entry));
+        for (Evas_Object* o = evas_object_bottom_get(canvas); o; o = evas_object_above_get(o)) {
+            const char* type = evas_object_type_get(o);
+            if (type && std::string(type) == "elm_win")
+                result.push_back(o);
+        }
+    }
+    return result;
+}
+
+std::vector<Evas_Object*> objects(const Evas_Object* window)
+{
+    std::vector<Evas_Object*> result;
+    Evas* canvas = evas_object_evas_get(window);
+    for (Evas_Object* o = evas_object_bottom_get(canvas); o; o = evas_object_above_get(o))
+        collect(o, result);
+    return result;
+}
+
+PopupRecord* topPopup(const Evas_Object* window)
+{
+    const auto popups = shown<PopupRecord>(window);
+    return popups.empty() ? nullptr : popups.back();
+}
+
+std::string titleOf(const PopupRecord& popup)
+{
+    const char* title = elm_object_part_text_get(popup.object, "title,text");
+    return title ? title : "(none)";
+}
+
+std::vector<std::string> labelsOf(const PopupRecord& popup)
+{
+    std::vector<std::string> labels;
+    for (const Evas_Object* button : popup.buttons) {
+        if (button)
+            labels.emplace_back(elm_object_text_get(button));
+    }
+    return labels;
+}
+
+std::vector<std::string> textsOf(const Evas_Object* window)
+{
+    std::vector<std::string> texts;
+    for (const TextboxRecord* box : shown<TextboxRecord>(window)) {
+        const char* text = elm_object_part_text_get(box->object, "elm.text");
+        if (text && *text)
+            texts.emplace_back(text);
+    }
+    return texts;
+}
+
+bool showsGroup(const Evas_Object* window, const std::string& group)
+{
+    for (Evas_Object* object : objects(window)) {
+        const char* type = evas_object_type_get(object);
+        const char* name = nullptr;
+        if (type && std::string(type) == "edje")
+            edje_object_file_get(object, nullptr, &name);
+        if (name && group == name && evas_object_visible_get(object))
+            return true;
+    }
+    return false;
+}
+
+std::ostream& operator<<(std::ostream& out, const Box& box)
+{
+    return out << box.width << "x" << box.height << " at " << box.x << "," << box.y;
+}
+
+Box boxOf(const Evas_Object* object)
+{
+    Box box {};
+    evas_object_geometry_get(object, &box.x, &box.y, &box.width, &box.height);
+    return box;
+}
+
+} // namespace toolkit

@@ -1,0 +1,98 @@
+/// The toolkit without a screen: its loop, its clock, its keys and what it would draw.
+#ifndef TESTS_TOOLKIT_H
+#define TESTS_TOOLKIT_H
+
+#include "flux/Popup.h"
+#include "flux/Record.h"
+#include "flux/Textbox.h"
+
+#include <Elementary.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+/// Serves what is due, with jobs and layouts, and does not wait.
+void settle();
+
+/// The loop's clock stands still, however slow the machine is, but for advance() and while one of these
+/// lives.
+class RealTime {
+public:
+    RealTime();
+    ~RealTime();
+    RealTime(const RealTime&) = delete;
+    RealTime& operator=(const RealTime&) = delete;
+};
+
+/// Moves the loop's clock ahead in steps of at most @p step seconds and serves what comes due at each.
+void advance(double seconds, double step = 1.0);
+
+/// Runs the loop in real time until the condition holds. @return false when it does not in time
+bool runUntil(const std::function<bool()>& condition, double seconds = 8.0);
+
+/// Called at each elm_exit(), which is also noted in the journal as "T exit"; empty for none. A loop that is
+/// driven by hand goes on after it.
+extern std::function<void()> s_onExit;
+
+/// Gives the window the keys, as a window manager would.
+void focusWindow(Evas_Object* window);
+
+void keyDown(Evas_Object* window, const char* key, unsigned int afterMs = 50);
+void keyUp(Evas_Object* window, const char* key, unsigned int afterMs = 50);
+/// Down and up, and what follows from it.
+void press(Evas_Object* window, const char* key);
+
+/// Emits "clicked" on a button.
+void click(Evas_Object* button);
+
+/// @return the windows of this process
+std::vector<Evas_Object*> windows();
+
+/// @return everything on the window's canvas, lowest first, children behind what they belong to
+std::vector<Evas_Object*> objects(const Evas_Object* window);
+
+/// @return the visible styled widgets of one kind, lowest first
+template <typename Record>
+std::vector<Record*> shown(const Evas_Object* window)
+{
+    std::vector<Record*> result;
+    for (Evas_Object* object : objects(window)) {
+        if (Record* record = orbis::flux::recordOf<Record>(object); record && evas_object_visible_get(object))
+            result.push_back(record);
+    }
+    return result;
+}
+
+using orbis::flux::PopupRecord;
+using orbis::flux::TextboxRecord;
+
+/// @return the topmost popup, or null
+PopupRecord* topPopup(const Evas_Object* window);
+
+std::string titleOf(const PopupRecord& popup);
+
+/// @return the labels of the buttons, in slot order
+std::vector<std::string> labelsOf(const PopupRecord& popup);
+
+/// @return the texts that are not empty, from top to bottom
+std::vector<std::string> textsOf(const Evas_Object* window);
+
+/// @return whether a group of the theme is drawn on the window
+bool showsGroup(const Evas_Object* window, const std::string& group);
+
+struct Box {
+    int x, y, width, height;
+    bool operator==(const Box& other) const
+    {
+        return x == other.x && y == other.y && width == other.width && height == other.height;
+    }
+};
+std::ostream& operator<<(std::ostream& out, const Box& box);
+Box boxOf(const Evas_Object* object);
+
+} // namespace toolkit
+
+#endif

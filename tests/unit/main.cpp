@@ -1,0 +1,76 @@
+/// One start of the toolkit, one private bus and one settings store for all cases.
+
+#include "Folders.h"
+#include "Journal.h"
+#include "PrivateBus.h"
+#include "app/GLibBridge.h"
+
+#include <Efreet.h>
+#include <Elementary.h>
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace {
+
+/// Shows what the program logged during a case that failed.
+class ShowJournal : public testing::EmptyTestEventListener {
+    void OnTestEnd(const testing::TestInfo& info) override
+    {
+        if (!info.result()->Failed())
+            return;
+        constexpr size_t kMost = 40;
+        const auto lines = journal::lines();
+        for (size_t i = lines.size() > kMost ? lines.size() - kMost : 0; i < lines.size(); ++i)
+            printf("    | %.200s\n", lines[i].c_str());
+    }
+};
+
+void setEnvironment(const tv::Folders& folders, const tv::PrivateBus& bus)
+{
+    const std::pair<const char*, std::string> variables[] = {
+        {"ORBIS_STATE_DIR", folders.state()},
+        {"ORBIS_RUNTIME_DIR", folders.runtime()},
+        {"HOME", folders.home()},
+        {"XDG_RUNTIME_DIR", folders.session()},
+        {"DBUS_SYSTEM_BUS_ADDRESS", bus.address()},
+        {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (folders.root() / "no-session-bus").string()},
+        {"ELM_DISPLAY", "buffer"},
+        {"ELM_ENGINE", "buffer"},
+        {"ECORE_NO_SYSTEM_MODULES", "1"},
+        {"EINA_FREEQ_BYPASS", "1"},
+        {"EINA_LOG_LEVEL", "0"},
+        {"LC_ALL", "C.UTF-8"},
+        {"LANGUAGE", "en"},
+    };
+    for (const auto& [name, value] : variables)
+        setenv(name, value.c_str(), 1);
+    unsetenv("ELM_SCALE");
+    unsetenv("ORBIS_SPEECH_LOG");
+    setlocale(LC_ALL, "");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new ShowJournal);
+    const tv::Folders folders;
+    const tv::PrivateBus bus;
+    setEnvironment(folders, bus);
+    journal::open();
+    efreet_cache_disable();
+    elm_init(argc, argv);
+    // The loop would reap the tests' own children and keep their results for itself.
+    signal(SIGCHLD, SIG_DFL);
+    std::optional<orbis::app::GLibBridge> bridge {std::in_place};
+    const int result = RUN_ALL_TESTS();
+    bridge.reset();
+    elm_shutdown();
+    return result;
+}
