@@ -87,12 +87,17 @@ bool prepareFolders()
     return true;
 }
 
+/// Where the machine's fonts, and the family names that the TV's texts carry, are described.
+constexpr const char* kFontsFile = ORBIS_SYSROOT "/etc/fonts/fonts.conf";
+
 /// The toolkit's defaults serve a desktop: they start helper processes, open the system bus and keep freed
 /// memory back. What the environment says already is left alone.
 bool prepareToolkit()
 {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     setenv("EINA_FREEQ_BYPASS", "1", 0);
+    if (access(kFontsFile, R_OK) == 0)
+        setenv("FONTCONFIG_FILE", kFontsFile, 0);
     efreet_cache_disable();
     return prepareFolders();
 }
