@@ -12,6 +12,7 @@ WORK_FOLDER=
 LOG_FOLDER=
 DISPLAY_KIND=
 LAST_PID=
+SETTLED=
 STARTED_PIDS=()
 
 say() {
@@ -194,12 +195,13 @@ END
     hsetroot -cover "$WORK_FOLDER/picture.png" >/dev/null
 }
 
-# Writes the screen to a PNG file once it has not changed for longer than a motion or a hint takes to appear.
-# Fails when nothing can be written or the screen is still the one in $2.
+# Writes the screen to a PNG file once it has not changed for longer than a motion or a hint takes to appear, or
+# after a while when something on it keeps moving; SETTLED says which. Fails when nothing can be written or the
+# screen is still the one in $2.
 settled_screenshot() {
-    local file=$1 before=${2:-} previous=$WORK_FOLDER/previous.png same=0 round
+    local file=$1 before=${2:-} previous=$WORK_FOLDER/previous.png same=0 changed=0 round
     rm -f "$previous"
-    for ((round = 0; round < 80 && same < 8; round++)); do
+    for ((round = 0; round < 80 && same < 8 && changed < 16; round++)); do
         scrot -o "$file" 2>/dev/null || return 1
         if [ -n "$before" ] && cmp -s "$file" "$before"; then
             same=0
@@ -207,9 +209,13 @@ settled_screenshot() {
             same=$((same + 1))
         else
             same=0
+            changed=$((changed + 1))
         fi
         cp "$file" "$previous"
         sleep 0.1
     done
+    SETTLED=false
+    # shellcheck disable=SC2034 # for the caller
+    [ "$same" -lt 8 ] || SETTLED=true
     [ -z "$before" ] || ! cmp -s "$file" "$before"
 }

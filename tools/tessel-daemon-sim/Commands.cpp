@@ -1,12 +1,12 @@
 #include "Commands.h"
 
+#include "EventLog.h"
 #include "Handles.h"
 #include "Names.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <utility>
 
 namespace DaemonSim {
@@ -16,7 +16,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr double kDefaultWaitSeconds = 30;
-constexpr double kMaxSeconds = 24 * 60 * 60;
 constexpr std::string_view kBlanks = " \t\r";
 
 struct CommandRow {
@@ -28,39 +27,6 @@ struct CommandRow {
     /// @param words  the name and its arguments. @return nothing when the arguments do not fit.
     std::optional<Command> (*parse)(const Words& words);
 };
-
-struct EventRow {
-    std::string_view name;
-    EventKind kind;
-    size_t flagCount;
-};
-
-constexpr std::array<EventRow, 4> kEvents = {{
-    {"ServerStarted", EventKind::ServerStarted, 1},
-    {"StopTessel", EventKind::StopTessel, 2},
-    {"ui", EventKind::UiAppeared, 0},
-    {"gone", EventKind::UiVanished, 0},
-}};
-
-struct BehaviourRow {
-    std::string_view name;
-    Behaviour::Kind kind;
-};
-
-constexpr std::array<BehaviourRow, 5> kBehaviours = {{
-    {"normal", Behaviour::Kind::Normal},
-    {"refuse", Behaviour::Kind::Refuse},
-    {"dawdle", Behaviour::Kind::Dawdle},
-    {"wrong-type", Behaviour::Kind::WrongType},
-    {"vanish", Behaviour::Kind::Vanish},
-}};
-
-template <typename Rows, typename Key, typename Field>
-auto findRow(const Rows& rows, const Key& key, Field field)
-{
-    const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& r) { return r.*field == key; });
-    return row == rows.end() ? nullptr : &*row;
-}
 
 template <size_t Count>
 std::optional<Command> parseRequest(const Words& words)
@@ -74,20 +40,6 @@ std::optional<Command> parseSleep(const Words& words)
 {
     const auto seconds = words.size() == 2 ? parseSeconds(words[1]) : std::nullopt;
     return seconds ? std::optional<Command>(SleepCommand {*seconds}) : std::nullopt;
-}
-
-/// Takes an event and its flags, if any are given, from the words at @p position on.
-std::optional<Event> takeEvent(const Words& words, size_t& position, size_t end)
-{
-    const EventRow* row = findRow(kEvents, words[position++], &EventRow::name);
-    if (!row)
-        return std::nullopt;
-    Event event {row->kind, {}};
-    while (position < end && (words[position] == "true" || words[position] == "false"))
-        event.flags.push_back(words[position++] == "true");
-    if (!event.flags.empty() && event.flags.size() != row->flagCount)
-        return std::nullopt;
-    return event;
 }
 
 std::optional<Command> parseWait(const Words& words)
@@ -149,6 +101,32 @@ std::optional<Command> parseBehave(const Words& words)
     return behaviour ? std::optional<Command>(BehaveCommand {*behaviour}) : std::nullopt;
 }
 
+std::optional<Command> parseOwned(const Words& words)
+{
+    if (words.size() != 1)
+        return std::nullopt;
+    return SetIntCommand {kDeviceOwnedKey, kDeviceOwned};
+}
+
+std::optional<Command> parseViaLine(const Words& words)
+{
+    const auto via = words.size() == 2 ? parseVia(words[1]) : std::nullopt;
+    return via ? std::optional<Command>(ViaCommand {*via}) : std::nullopt;
+}
+
+std::optional<Command> parseRestart(const Words& words)
+{
+    const auto seconds = words.size() == 2 ? parseSeconds(words[1]) : std::nullopt;
+    return seconds ? std::optional<Command>(RestartCommand {*seconds}) : std::nullopt;
+}
+
+std::optional<Command> parseViewer(const Words& words)
+{
+    if (words.size() < 3 || words[1] != "press")
+        return std::nullopt;
+    return ViewerCommand {Words(words.begin() + 2, words.end())};
+}
+
 std::optional<Command> parseEcho(const Words& words)
 {
     if (words.size() > 2)
@@ -162,7 +140,7 @@ std::optional<Command> parsePlain(const Words& words)
     return words.size() == 1 ? std::optional<Command>(Plain {}) : std::nullopt;
 }
 
-constexpr std::array<CommandRow, 18> kCommands = {{
+constexpr std::array<CommandRow, 22> kCommands = {{
     {"ShowMobileGuide", "PIN", "the guide", false, parseRequest<1>},
     {"ShowNetworkTest", "PHONE NETWORK", "network test in progress", false, parseRequest<2>},
     {"ShowSSOLoginPopup", "PHONE ACCOUNT", "sign-in in progress", false, parseRequest<2>},
@@ -173,6 +151,7 @@ constexpr std::array<CommandRow, 18> kCommands = {{
     {"HidePopup", "", "no popup", false, parseRequest<0>},
     {"json", "TEXT", "write a popup request into the settings key for them", true, parseJson},
     {"end", "", "tell the UI to leave, through its start-mode key", false, parseEnd},
+    {"owned", "", "tell the UI that the phone owns the TV now, through its settings key", false, parseOwned},
     {"set", "int|string KEY VALUE", "write a settings key", false, parseSet},
     {"unset", "KEY", "remove a settings key", false, parseUnset},
     {"wait", "EVENT... [within SECONDS]",
@@ -180,6 +159,10 @@ constexpr std::array<CommandRow, 18> kCommands = {{
     {"sleep", "SECONDS", "do nothing for a while", false, parseSleep},
     {"behave", "normal|refuse|dawdle SECONDS|wrong-type|vanish", "how to answer from now on", false,
         parseBehave},
+    {"via", "bus|settings", "the way of the requests from now on that have words for both", false,
+        parseViaLine},
+    {"restart", "SECONDS", "leave the bus, forget what is outstanding, and come back", false, parseRestart},
+    {"viewer", "press KEY...", "print the line, for whoever plays the viewer", false, parseViewer},
     {"echo", "TEXT", "print a line", true, parseEcho},
     {"help", "", "list the commands", false, parsePlain<HelpCommand>},
     {"quit", "", "end the simulator", false, parsePlain<QuitCommand>},
@@ -222,8 +205,9 @@ ParsedLine parseLine(const std::string& line)
         return {};
 
     const std::string name = text.substr(0, text.find_first_of(kBlanks));
-    const CommandRow* row = findRow(kCommands, name, &CommandRow::name);
-    if (!row)
+    const auto* row = std::find_if(
+        kCommands.begin(), kCommands.end(), [&](const CommandRow& each) { return each.name == name; });
+    if (row == kCommands.end())
         return {std::nullopt, "unknown command: " + name + " (help lists them)"};
 
     const std::string rest = trimmed(text.substr(name.size()));
@@ -242,44 +226,11 @@ ParsedLine parseLine(const std::string& line)
     return parsed;
 }
 
-std::optional<Behaviour> parseBehaviour(const Words& words)
+std::string toText(const RequestCommand& request)
 {
-    const BehaviourRow* row = words.empty() ? nullptr : findRow(kBehaviours, words[0], &BehaviourRow::name);
-    if (!row)
-        return std::nullopt;
-    Behaviour behaviour {row->kind, 0};
-    if (row->kind != Behaviour::Kind::Dawdle)
-        return words.size() == 1 ? std::optional(behaviour) : std::nullopt;
-    const auto seconds = words.size() == 2 ? parseSeconds(words[1]) : std::nullopt;
-    behaviour.seconds = seconds.value_or(0);
-    return seconds ? std::optional(behaviour) : std::nullopt;
-}
-
-std::optional<double> parseSeconds(std::string_view text)
-{
-    double seconds = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, seconds, std::chars_format::fixed);
-    if (error != std::errc() || rest != end || !std::isfinite(seconds) || seconds < 0
-        || seconds > kMaxSeconds)
-        return std::nullopt;
-    return seconds;
-}
-
-std::string toText(const Behaviour& behaviour)
-{
-    const std::string name(findRow(kBehaviours, behaviour.kind, &BehaviourRow::kind)->name);
-    char seconds[32] = "";
-    if (behaviour.kind == Behaviour::Kind::Dawdle)
-        g_snprintf(seconds, sizeof seconds, " %g", behaviour.seconds);
-    return name + seconds;
-}
-
-std::string toText(const Event& event)
-{
-    std::string text(findRow(kEvents, event.kind, &EventRow::kind)->name);
-    for (const bool flag : event.flags)
-        text += flag ? " true" : " false";
+    std::string text = request.method;
+    for (const std::string& argument : request.arguments)
+        text += " " + EventLog::quoted(argument);
     return text;
 }
 

@@ -2,40 +2,14 @@
 #ifndef DAEMON_SIM_COMMANDS_H
 #define DAEMON_SIM_COMMANDS_H
 
+#include "Vocabulary.h"
+
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
 namespace DaemonSim {
-
-/// How the daemon answers the calls it receives.
-struct Behaviour {
-    enum class Kind {
-        Normal,
-        Refuse, ///< answers with a D-Bus error
-        Dawdle, ///< answers late
-        WrongType, ///< answers with a text where a number belongs
-        Vanish, ///< leaves the bus without an answer, and ends
-    };
-    Kind kind = Kind::Normal;
-    double seconds = 0; ///< the delay of Dawdle
-};
-
-enum class EventKind {
-    ServerStarted,
-    StopTessel,
-    UiAppeared,
-    UiVanished,
-};
-
-/// Something that happened, or that a scenario waits for.
-struct Event {
-    EventKind kind;
-    /// The flags of a received call. In a wait, empty means whatever the flags are.
-    std::vector<bool> flags;
-};
 
 struct RequestCommand {
     std::string method;
@@ -62,14 +36,25 @@ struct UnsetCommand {
 struct BehaveCommand {
     Behaviour behaviour;
 };
+struct ViaCommand {
+    Via via;
+};
+struct RestartCommand {
+    double seconds; ///< off the bus
+};
+/// Something for whoever plays the viewer; the daemon has no part in it.
+struct ViewerCommand {
+    std::vector<std::string> keys; ///< by their X names, to press one after the other
+};
 struct EchoCommand {
     std::string text;
 };
 struct HelpCommand { };
 struct QuitCommand { };
 
-using Command = std::variant<RequestCommand, SleepCommand, WaitCommand, SetIntCommand, SetStringCommand,
-    UnsetCommand, BehaveCommand, EchoCommand, HelpCommand, QuitCommand>;
+using Command =
+    std::variant<RequestCommand, SleepCommand, WaitCommand, SetIntCommand, SetStringCommand, UnsetCommand,
+        BehaveCommand, ViaCommand, RestartCommand, ViewerCommand, EchoCommand, HelpCommand, QuitCommand>;
 
 /// What became of a line. Neither a command nor an error: the line is blank or a comment.
 struct ParsedLine {
@@ -80,17 +65,8 @@ struct ParsedLine {
 /// Parses one line (without its line end). Words are quoted as in a shell.
 ParsedLine parseLine(const std::string& line);
 
-/// Parses "normal", "refuse", "dawdle SECONDS", "wrong-type" or "vanish", given as words.
-std::optional<Behaviour> parseBehaviour(const std::vector<std::string>& words);
-
-/// Parses a plain decimal number of seconds, at most a day.
-std::optional<double> parseSeconds(std::string_view text);
-
-/// @return the behaviour in the words of the language.
-std::string toText(const Behaviour& behaviour);
-
-/// @return the word by which a wait names the event, with its flags.
-std::string toText(const Event& event);
+/// @return the request as its line, the arguments between quotes.
+std::string toText(const RequestCommand& request);
 
 /// @return what help prints, a line a command.
 std::string commandHelp();

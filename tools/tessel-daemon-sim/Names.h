@@ -11,6 +11,8 @@ inline constexpr char kUiPath[] = "/com/norvale/orbis/tessel/ui";
 
 inline constexpr char kStartModeKey[] = "db/menu/network/tessel_startmode";
 inline constexpr int kStartModeEnd = 100; ///< tells the UI to leave
+inline constexpr char kDeviceOwnedKey[] = "memory/menu/network/tessel_ocf_device_owned";
+inline constexpr int kDeviceOwned = 1; ///< the phone has taken ownership of the TV
 inline constexpr char kRequestKey[] = "db/tessel/mobile_oobe"; ///< takes a popup request as JSON
 
 } // namespace DaemonSim

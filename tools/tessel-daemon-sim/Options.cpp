@@ -53,6 +53,13 @@ bool takeEndAfterStop(Arguments& arguments, std::optional<double>& seconds)
     return seconds.has_value() || value == "never";
 }
 
+bool takeVia(Arguments& arguments, Via& via)
+{
+    const auto parsed = parseVia(takeFirst(arguments));
+    via = parsed.value_or(via);
+    return parsed.has_value();
+}
+
 /// @return whether the option is known and its value right.
 bool takeOption(const std::string& name, Arguments& arguments, Options& options)
 {
@@ -60,12 +67,16 @@ bool takeOption(const std::string& name, Arguments& arguments, Options& options)
         return options.help = true;
     if (name == "--timestamps")
         return options.timestamps = true;
+    if (name == "--fast")
+        return options.fast = true;
     if (name == "--stay")
         return options.stay = true;
     if (arguments.empty())
         return false;
     if (name == "--behave")
         return takeBehaviour(arguments, options.behaviour);
+    if (name == "--via")
+        return takeVia(arguments, options.via);
     if (name == "--end-after-stop")
         return takeEndAfterStop(arguments, options.endAfterStop);
     if (name != "--scenario")
@@ -100,6 +111,8 @@ scenarios and then the commands on its standard input.
                              may be given several times
   --end-after-stop SECONDS   from an answered StopTessel to the order to leave (default 0.5), or "never"
   --behave BEHAVIOUR         as the command
+  --via bus|settings         as the command (default bus)
+  --fast                     sleep a quarter of the time
   --timestamps               put the seconds since the start in front of every line
   --stay                     go on after the end of standard input, until a signal
   --help                     this text

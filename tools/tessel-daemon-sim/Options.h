@@ -14,6 +14,8 @@ struct Options {
     std::vector<std::string> scenarios;
     std::optional<double> endAfterStop = 0.5; ///< seconds; nothing means never
     Behaviour behaviour;
+    Via via = Via::Bus;
+    bool fast = false; ///< shorter pauses
     bool timestamps = false;
     bool stay = false; ///< goes on after the end of standard input
     bool help = false;

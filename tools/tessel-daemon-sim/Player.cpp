@@ -1,9 +1,11 @@
 #include "Player.h"
 
-#include "DaemonService.h"
+#include "Daemon.h"
 #include "EventLog.h"
+#include "JsonRequest.h"
+#include "Names.h"
+#include "Options.h"
 #include "Settings.h"
-#include "UiClient.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -12,6 +14,8 @@
 namespace DaemonSim {
 
 namespace {
+
+constexpr double kFastDivisor = 4;
 
 bool flagsFit(const Event& awaited, const std::vector<bool>& flags)
 {
@@ -25,10 +29,11 @@ Outcome outcomeOf(bool success)
 
 } // namespace
 
-Player::Player(EventLog& log, DaemonService& service, UiClient& ui, std::function<void(Outcome)> onFinished)
+Player::Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished)
     : m_log(log)
-    , m_service(service)
-    , m_ui(ui)
+    , m_daemon(daemon)
+    , m_via(options.via)
+    , m_pauseDivisor(options.fast ? kFastDivisor : 1)
     , m_onFinished(std::move(onFinished))
 {
 }
@@ -61,7 +66,7 @@ void Player::note(const Event& event)
 
 bool Player::hasHappened(const Event& awaited) const
 {
-    if (awaited.kind == EventKind::UiAppeared && m_ui.isPresent())
+    if (awaited.kind == EventKind::UiAppeared && m_daemon.isUiPresent())
         return true;
     const auto past = m_past.find(awaited.kind);
     return past != m_past.end()
@@ -97,12 +102,18 @@ void Player::giveUpWait(double seconds)
 
 void Player::start(const RequestCommand& command)
 {
-    m_ui.send(command, [this] { finish(Outcome::Done); });
+    const auto json = m_via == Via::Settings ? toJson(command) : std::nullopt;
+    if (!json) {
+        m_daemon.send(command, [this] { finish(Outcome::Done); });
+        return;
+    }
+    m_log.event("request " + toText(command));
+    finish(outcomeOf(writeString(m_log, kRequestKey, *json)));
 }
 
 void Player::start(const SleepCommand& command)
 {
-    m_timer.start(command.seconds, [this] { finish(Outcome::Done); });
+    m_timer.start(command.seconds / m_pauseDivisor, [this] { finish(Outcome::Done); });
 }
 
 void Player::start(const SetIntCommand& command)
@@ -122,8 +133,29 @@ void Player::start(const UnsetCommand& command)
 
 void Player::start(const BehaveCommand& command)
 {
-    m_service.setBehaviour(command.behaviour);
+    m_daemon.setBehaviour(command.behaviour);
     m_log.event("behave " + toText(command.behaviour));
+    finish(Outcome::Done);
+}
+
+void Player::start(const ViaCommand& command)
+{
+    m_via = command.via;
+    m_log.event("via " + toText(command.via));
+    finish(Outcome::Done);
+}
+
+void Player::start(const RestartCommand& command)
+{
+    m_daemon.restart(command.seconds, [this] { finish(Outcome::Done); });
+}
+
+void Player::start(const ViewerCommand& command)
+{
+    std::string line = "viewer press";
+    for (const std::string& key : command.keys)
+        line += " " + key;
+    m_log.event(line);
     finish(Outcome::Done);
 }
 

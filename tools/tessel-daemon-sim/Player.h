@@ -12,9 +12,9 @@
 
 namespace DaemonSim {
 
-class DaemonService;
+class Daemon;
 class EventLog;
-class UiClient;
+struct Options;
 
 enum class Outcome {
     Done,
@@ -26,7 +26,7 @@ enum class Outcome {
 class Player {
 public:
     /// @param onFinished  called with what became of a command, from inside play() or later
-    Player(EventLog& log, DaemonService& service, UiClient& ui, std::function<void(Outcome)> onFinished);
+    Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished);
 
     /// Plays a command. Only while isBusy() is false.
     void play(const Command& command);
@@ -43,6 +43,9 @@ private:
     void start(const SetStringCommand& command);
     void start(const UnsetCommand& command);
     void start(const BehaveCommand& command);
+    void start(const ViaCommand& command);
+    void start(const RestartCommand& command);
+    void start(const ViewerCommand& command);
     void start(const EchoCommand& command);
     void start(const HelpCommand& command);
     void start(const QuitCommand& command);
@@ -52,8 +55,9 @@ private:
     void finish(Outcome outcome);
 
     EventLog& m_log;
-    DaemonService& m_service;
-    UiClient& m_ui;
+    Daemon& m_daemon;
+    Via m_via;
+    double m_pauseDivisor;
     std::function<void(Outcome)> m_onFinished;
     bool m_busy = false;
     Timer m_timer; ///< of a sleep or a wait

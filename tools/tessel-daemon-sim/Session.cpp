@@ -1,7 +1,5 @@
 #include "Session.h"
 
-#include "Names.h"
-
 #include <glib-unix.h>
 
 #include <array>
@@ -11,44 +9,29 @@
 
 namespace DaemonSim {
 
-Session::Session(GDBusConnection* connection, EventLog& log, const Options& options, std::deque<Step> steps)
-    : m_connection(connection)
-    , m_log(log)
+Session::Session(EventLog& log, const Options& options, std::deque<Step> steps)
+    : m_log(log)
     , m_loop(g_main_loop_new(nullptr, FALSE))
     , m_steps(std::move(steps))
     , m_stay(options.stay)
     , m_showsPrompt(isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1)
-    , m_closedHandler(g_signal_connect(connection, "closed", G_CALLBACK(onClosed), this))
-    , m_service(connection, log, options.endAfterStop, serviceCallbacks())
-    , m_ui(connection, log, [this](const Event& event) { m_player.note(event); })
-    , m_player(log, m_service, m_ui, [this](Outcome outcome) { onFinished(outcome); })
+    , m_daemon(log, options, daemonCallbacks())
+    , m_player(log, m_daemon, options, [this](Outcome outcome) { onFinished(outcome); })
     , m_input(STDIN_FILENO, [this] { advance(); })
 {
-    m_service.setBehaviour(options.behaviour);
 }
 
-Session::~Session()
+Daemon::Callbacks Session::daemonCallbacks()
 {
-    g_signal_handler_disconnect(m_connection, m_closedHandler);
-}
-
-DaemonService::Callbacks Session::serviceCallbacks()
-{
-    DaemonService::Callbacks callbacks;
+    Daemon::Callbacks callbacks;
     callbacks.onReady = [this] {
-        m_log.event("ready");
         m_ready = true;
         advance();
     };
-    callbacks.onNameLost = [this] {
-        if (m_ended)
-            return;
-        m_log.error(std::string("cannot own the bus name ") + kDaemonName);
-        end(kExitBus);
-    };
-    callbacks.onReceived = [this](const Event& event) { onReceived(event); };
+    callbacks.onEvent = [this](const Event& event) { m_player.note(event); };
     callbacks.onIdle = [this] { advance(); };
     callbacks.onVanished = [this] { end(kExitOk); };
+    callbacks.onFailed = [this] { end(kExitBus); };
     return callbacks;
 }
 
@@ -59,10 +42,7 @@ int Session::run()
     for (size_t index = 0; index < kSignals.size(); ++index)
         sources[index] = g_unix_signal_add(kSignals[index], onSignal, this);
 
-    if (!m_service.start()) {
-        m_log.error("cannot export the daemon's object");
-        end(kExitBus);
-    }
+    m_daemon.start();
     if (!m_ended)
         g_main_loop_run(m_loop.get());
     for (const guint source : sources)
@@ -74,22 +54,6 @@ gboolean Session::onSignal(gpointer data)
 {
     static_cast<Session*>(data)->end(kExitOk);
     return G_SOURCE_CONTINUE;
-}
-
-void Session::onClosed(GDBusConnection*, gboolean, GError*, gpointer data)
-{
-    auto* self = static_cast<Session*>(data);
-    if (self->m_ended)
-        return;
-    self->m_log.error("the bus is gone");
-    self->end(kExitBus);
-}
-
-void Session::onReceived(const Event& event)
-{
-    if (event.kind == EventKind::ServerStarted && event.flags == std::vector<bool> {true})
-        m_ui.announce();
-    m_player.note(event);
 }
 
 void Session::onFinished(Outcome outcome)
@@ -151,7 +115,7 @@ bool Session::playTypedLine()
 void Session::endWhenIdle()
 {
     // An answer or an order to leave that is still due belongs to the run.
-    if (!m_stay && m_service.isIdle())
+    if (!m_stay && m_daemon.isIdle())
         end(kExitOk);
 }
 

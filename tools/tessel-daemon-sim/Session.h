@@ -2,14 +2,13 @@
 #ifndef DAEMON_SIM_SESSION_H
 #define DAEMON_SIM_SESSION_H
 
-#include "DaemonService.h"
+#include "Daemon.h"
 #include "EventLog.h"
 #include "Handles.h"
 #include "LineReader.h"
 #include "Options.h"
 #include "Player.h"
 #include "Scenario.h"
-#include "UiClient.h"
 
 #include <deque>
 #include <string>
@@ -26,10 +25,8 @@ enum ExitStatus {
 /// Ties the parts together: plays the scenarios first, then what comes on standard input.
 class Session {
 public:
-    /// @param connection  borrowed
-    /// @param steps       the scenarios' commands
-    Session(GDBusConnection* connection, EventLog& log, const Options& options, std::deque<Step> steps);
-    ~Session();
+    /// @param steps  the scenarios' commands
+    Session(EventLog& log, const Options& options, std::deque<Step> steps);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -38,10 +35,8 @@ public:
 
 private:
     static gboolean onSignal(gpointer data);
-    static void onClosed(GDBusConnection* connection, gboolean vanished, GError* error, gpointer data);
 
-    DaemonService::Callbacks serviceCallbacks();
-    void onReceived(const Event& event);
+    Daemon::Callbacks daemonCallbacks();
     void onFinished(Outcome outcome);
     void advance();
     bool playNext();
@@ -49,7 +44,6 @@ private:
     void endWhenIdle();
     void end(int status);
 
-    GDBusConnection* m_connection;
     EventLog& m_log;
     LoopPtr m_loop;
     std::deque<Step> m_steps;
@@ -60,9 +54,7 @@ private:
     bool m_advancing = false;
     bool m_ended = false;
     int m_status = kExitOk;
-    gulong m_closedHandler;
-    DaemonService m_service;
-    UiClient m_ui;
+    Daemon m_daemon;
     Player m_player;
     LineReader m_input;
 };

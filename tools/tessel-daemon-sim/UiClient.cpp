@@ -22,11 +22,13 @@ GVariant* newTuple(const std::vector<std::string>& texts)
 
 } // namespace
 
-UiClient::UiClient(GDBusConnection* connection, EventLog& log, std::function<void(const Event&)> onPresence)
+UiClient::UiClient(GDBusConnection* connection, EventLog& log, const Knowledge& knowledge,
+    std::function<void(const Event&)> onPresence)
     : m_connection(connection)
     , m_log(log)
     , m_onPresence(std::move(onPresence))
     , m_cancellable(g_cancellable_new())
+    , m_ui(knowledge)
     , m_watch(g_bus_watch_name_on_connection(
           connection, kUiName, G_BUS_NAME_WATCHER_FLAGS_NONE, onAppeared, onVanished, this, nullptr))
 {
@@ -41,7 +43,7 @@ UiClient::~UiClient()
 void UiClient::onAppeared(GDBusConnection*, const char*, const char*, gpointer data)
 {
     auto* self = static_cast<UiClient*>(data);
-    self->m_present = true;
+    self->m_ui.present = true;
     self->m_log.event("ui appeared");
     self->m_onPresence({EventKind::UiAppeared, {}});
     if (self->m_nameTimer.isRunning())
@@ -51,9 +53,9 @@ void UiClient::onAppeared(GDBusConnection*, const char*, const char*, gpointer d
 void UiClient::onVanished(GDBusConnection*, const char*, gpointer data)
 {
     auto* self = static_cast<UiClient*>(data);
-    if (!std::exchange(self->m_present, false))
+    if (!std::exchange(self->m_ui.present, false))
         return; // it was not there when the watch began
-    self->m_announced = false;
+    self->m_ui.announced = false;
     self->m_log.event("ui vanished");
     self->m_onPresence({EventKind::UiVanished, {}});
 }
@@ -62,7 +64,7 @@ void UiClient::send(const RequestCommand& request, std::function<void()> onDone)
 {
     m_request = request;
     m_onDone = std::move(onDone);
-    if (!m_present && m_announced)
+    if (!m_ui.present && m_ui.announced)
         m_nameTimer.start(kNameGraceSeconds, [this] { call(); });
     else
         call();
@@ -71,10 +73,7 @@ void UiClient::send(const RequestCommand& request, std::function<void()> onDone)
 void UiClient::call()
 {
     m_nameTimer.stop();
-    std::string line = "request " + m_request.method;
-    for (const std::string& argument : m_request.arguments)
-        line += " " + EventLog::quoted(argument);
-    m_log.event(line);
+    m_log.event("request " + toText(m_request));
     g_dbus_connection_call(m_connection, kUiName, kUiPath, kUiName, m_request.method.c_str(),
         newTuple(m_request.arguments), G_VARIANT_TYPE("(i)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
         m_cancellable.get(), onReply, this);

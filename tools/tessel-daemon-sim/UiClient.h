@@ -16,16 +16,25 @@ class EventLog;
 /// No function given to it is called any more once it is destroyed.
 class UiClient {
 public:
-    UiClient(GDBusConnection* connection, EventLog& log, std::function<void(const Event&)> onPresence);
+    /// What is known of the UI, for the next of these objects.
+    struct Knowledge {
+        bool present = false; ///< its bus name is there
+        bool announced = false; ///< it has called ServerStarted with true
+    };
+
+    /// @param knowledge  from an earlier connection: a UI that has gone since then is told of as gone
+    UiClient(GDBusConnection* connection, EventLog& log, const Knowledge& knowledge,
+        std::function<void(const Event&)> onPresence);
     ~UiClient();
     UiClient(const UiClient&) = delete;
     UiClient& operator=(const UiClient&) = delete;
 
-    bool isPresent() const { return m_present; }
+    bool isPresent() const { return m_ui.present; }
+    const Knowledge& knowledge() const { return m_ui; }
 
     /// Says that the UI has announced itself. It does so a moment before its bus name is there: a request
     /// made in between is kept until the name appears.
-    void announce() { m_announced = true; }
+    void announce() { m_ui.announced = true; }
 
     /// Sends a request; its answer or failure is printed.
     /// @param onDone  called from the main loop after the answer, never from inside this call
@@ -45,8 +54,7 @@ private:
     RequestCommand m_request; ///< the one under way
     CancellablePtr m_cancellable;
     Timer m_nameTimer; ///< runs while a request waits for the UI's name
-    bool m_present = false;
-    bool m_announced = false;
+    Knowledge m_ui;
     guint m_watch;
 };
 

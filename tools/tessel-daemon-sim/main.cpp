@@ -1,10 +1,10 @@
 #include "EventLog.h"
-#include "Handles.h"
 #include "Options.h"
 #include "Scenario.h"
 #include "Session.h"
 
 #include <cstdio>
+#include <exception>
 #include <fcntl.h>
 #include <utility>
 
@@ -19,18 +19,6 @@ void openStandardStreams()
         if (fcntl(stream, F_GETFD) == -1)
             open("/dev/null", O_RDWR); // takes the lowest free number, which is this one
     }
-}
-
-ConnectionPtr openSystemBus(EventLog& log)
-{
-    GError* rawError = nullptr;
-    ConnectionPtr connection(g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, &rawError));
-    const ErrorPtr error(rawError);
-    if (error)
-        log.error(std::string("no system bus: ") + error->message);
-    else
-        g_dbus_connection_set_exit_on_close(connection.get(), FALSE); // the end is ours to report
-    return connection;
 }
 
 int runSimulator(int argc, char** argv)
@@ -54,10 +42,7 @@ int runSimulator(int argc, char** argv)
     if (!areRight)
         return kExitUsage;
 
-    const ConnectionPtr connection = openSystemBus(log);
-    if (!connection)
-        return kExitBus;
-    Session session(connection.get(), log, *options, std::move(steps));
+    Session session(log, *options, std::move(steps));
     return session.run();
 }
 
