@@ -99,7 +99,7 @@ Process::Process(const std::vector<std::string>& arguments, const std::vector<st
     int errors = -1;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
     const bool started = g_spawn_async_with_pipes(nullptr, argv.data(), envp.data(), flags, dieWithParent,
-        nullptr, &m_pid, nullptr, &output, &errors, &raw);
+        nullptr, &m_pid, &m_input, &output, &errors, &raw);
     const ErrorPtr error(raw);
     if (!started)
         throw std::runtime_error(error->message);
@@ -110,6 +110,7 @@ Process::Process(const std::vector<std::string>& arguments, const std::vector<st
 
 Process::~Process()
 {
+    ::close(m_input);
     if (!running())
         return;
     signal(SIGKILL);
@@ -129,6 +130,15 @@ void Process::signal(int number) const
 {
     if (running())
         kill(m_pid, number);
+}
+
+void Process::tell(const std::string& line) const
+{
+    const std::string text = line + "\n";
+    // A program that has ended is found out by whoever waits for its answer.
+    std::signal(SIGPIPE, SIG_IGN);
+    if (write(m_input, text.data(), text.size()) < 0 && errno != EPIPE)
+        throw std::runtime_error("a program does not take its input");
 }
 
 std::optional<int> Process::waitForExit(Milliseconds limit) const

@@ -55,6 +55,8 @@ public:
     const std::vector<std::string>& errors() const { return m_errors.lines(); }
 
     void signal(int number) const;
+    /// Writes a line to the program's standard input, which stays open as long as this object.
+    void tell(const std::string& line) const;
     /// @return the exit status, or nothing when it still runs after @p limit
     std::optional<int> waitForExit(Milliseconds limit = kLimit) const;
 
@@ -62,6 +64,7 @@ private:
     static void on_exit(GPid pid, gint waitStatus, gpointer self);
 
     GPid m_pid = 0;
+    int m_input = -1;
     std::optional<int> m_status;
     LineReader m_output;
     LineReader m_errors;

@@ -1,5 +1,8 @@
 #include "TvBox.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace tv {
 
 namespace {
@@ -7,6 +10,11 @@ namespace {
 std::filesystem::path speechLog(const Folders& folders)
 {
     return folders.root() / "speech.log";
+}
+
+std::string probeSocket(const Folders& folders)
+{
+    return (folders.root() / "screen-probe").string();
 }
 
 } // namespace
@@ -29,9 +37,15 @@ std::string TvBox::binary(const std::string& name)
 
 std::vector<std::string> TvBox::environment() const
 {
-    std::vector<std::string> result = folders.environment();
+    std::vector<std::string> result;
     for (const auto& [name, value] : m_variables)
         result.emplace_back(name).append("=").append(value);
+    for (std::string& variable : folders.environment()) {
+        const std::string name = variable.substr(0, variable.find('='));
+        if (std::none_of(
+                m_variables.begin(), m_variables.end(), [&](auto& own) { return own.first == name; }))
+            result.push_back(std::move(variable));
+    }
     return result;
 }
 
@@ -94,6 +108,40 @@ testing::AssertionResult TvBox::screenIsPlain() const
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
         << "something is left on the screen" << (display.visibleWindow(pid) ? ", the window too" : "");
+}
+
+void TvBox::watchScreen()
+{
+    setVariable("LD_PRELOAD", SCREEN_PROBE);
+    setVariable("SCREEN_PROBE", probeSocket(folders));
+#ifdef __SANITIZE_ADDRESS__
+    // The sanitizer wants to be the first library; it may come behind one that replaces none of its
+    // functions.
+    const char* options = std::getenv("ASAN_OPTIONS");
+    setVariable("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
+#endif
+}
+
+Screen TvBox::screen() const
+{
+    return askProbe(probeSocket(folders)).value_or(Screen {});
+}
+
+testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
+{
+    std::optional<Screen> last;
+    const bool shown = waitUntil([&] {
+        last = askProbe(probeSocket(folders));
+        return (last && last->shows(cards)) || !program->running();
+    });
+    if (shown && last && last->shows(cards))
+        return testing::AssertionSuccess();
+    auto failure = testing::AssertionFailure();
+    failure << "on the screen: " << (last ? last->description() : "the program does not tell")
+            << "\nexpected:";
+    for (const Card& card : cards)
+        failure << "\n  " << describe(card);
+    return failure;
 }
 
 testing::AssertionResult TvBox::setStartMode(int value) const

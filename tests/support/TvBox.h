@@ -7,11 +7,14 @@
 #include "Folders.h"
 #include "PrivateBus.h"
 #include "Program.h"
+#include "Screen.h"
 
 namespace tv {
 
 /// The settings and names that the program shares with the rest of the TV.
 constexpr const char* kStartMode = "db/menu/network/tessel_startmode";
+constexpr const char* kOwned = "memory/menu/network/tessel_ocf_device_owned";
+constexpr const char* kRequest = "db/tessel/mobile_oobe";
 constexpr const char* kReady = "memory/menu/network/tessel_ocf_ready";
 constexpr const char* kWizardMode = "memory/wizard/wizard_mode";
 constexpr const char* kLanguage = "db/menu_widget/language";
@@ -40,6 +43,12 @@ public:
     testing::AssertionResult request(const std::string& method, const std::vector<std::string>& texts = {});
     /// The same, and waits until its popup is on the screen and has the keys.
     testing::AssertionResult show(const std::string& method, const std::vector<std::string>& texts = {});
+    /// Lets the programs started from now on tell what they have on the screen.
+    void watchScreen();
+    /// @return what the program has on the screen, an empty one when it does not tell
+    Screen screen() const;
+    /// Success when, at last, the program shows exactly these popups, lowest first, with nothing left over.
+    testing::AssertionResult shows(const std::vector<Card>& cards) const;
     /// Success when, at last, nothing of the program can be seen.
     testing::AssertionResult screenIsPlain() const;
     /// Writes the start-mode key; success when the program has dealt with it and, but for 100, runs on.

@@ -1,7 +1,5 @@
 #include "DaemonThread.h"
 
-#include "Toolkit.h"
-
 #include <future>
 
 namespace {
@@ -55,45 +53,9 @@ void DaemonThread::run(const std::function<void(tv::Daemon&)>& action)
     done.wait();
 }
 
-void DaemonThread::answer(const std::string& method, tv::Answer how)
-{
-    run([&](tv::Daemon& daemon) { daemon.answer(method, how); });
-}
-
-void DaemonThread::answerAfter(const std::string& method, double seconds)
-{
-    answer(method, tv::Answer::Held);
-    GSource* source = g_timeout_source_new(static_cast<guint>(seconds * 1000));
-    const GSourceFunc release = [](gpointer daemon) -> gboolean {
-        static_cast<tv::Daemon*>(daemon)->release();
-        return G_SOURCE_REMOVE;
-    };
-    run([&](tv::Daemon& daemon) { g_source_set_callback(source, release, &daemon, nullptr); });
-    g_source_attach(source, m_context);
-    g_source_unref(source);
-}
-
 std::vector<std::string> DaemonThread::calls()
 {
     std::vector<std::string> result;
     run([&](tv::Daemon& daemon) { result = daemon.calls(); });
     return result;
-}
-
-std::string DaemonThread::request(const std::string& method, const std::vector<std::string>& texts)
-{
-    size_t before = 0;
-    std::vector<tv::Reply> replies;
-    run([&](tv::Daemon& daemon) {
-        before = daemon.replies().size();
-        daemon.send(method, texts);
-    });
-    const auto look = [&] { run([&](tv::Daemon& daemon) { replies = daemon.replies(); }); };
-    toolkit::runUntil([&] {
-        look();
-        return replies.size() > before;
-    });
-    if (replies.size() <= before)
-        return "no answer";
-    return replies.back().error.empty() ? replies.back().value : replies.back().error;
 }

@@ -18,14 +18,7 @@ public:
     DaemonThread(const DaemonThread&) = delete;
     DaemonThread& operator=(const DaemonThread&) = delete;
 
-    /// Sets how later calls of @p method are answered.
-    void answer(const std::string& method, tv::Answer how);
-    /// Lets the next call of @p method wait this long for its answer.
-    void answerAfter(const std::string& method, double seconds);
     std::vector<std::string> calls();
-    /// Sends a request to the program and runs the main loop until it is answered. @return "(0,)" for (i) 0,
-    /// or the error
-    std::string request(const std::string& method, const std::vector<std::string>& texts = {});
 
 private:
     /// Runs @p action on the daemon's thread and waits for it.

@@ -3,11 +3,9 @@
 #include "DaemonThread.h"
 #include "Paths.h"
 #include "TesselUI.h"
-#include "aul.h"
 #include "elm_flux.h"
 #include "vconf.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <libintl.h>
 #include <vector>
@@ -15,8 +13,6 @@
 using toolkit::settle;
 
 namespace {
-
-constexpr const char* kSetUpApps[] = {"org.orbis.wizard", "org.orbis.NetworkSetting-Orbis", "org.orbis.sso"};
 
 void emptyStore()
 {
@@ -26,8 +22,6 @@ void emptyStore()
         &keys);
     for (const std::string& key : keys)
         vconf_unset(key.c_str());
-    for (const char* app : kSetUpApps)
-        aul_app_remove_status(app);
 }
 
 Evas_Object* onlyWindow()
@@ -138,7 +132,7 @@ void ApplicationTest::TearDown()
 
 std::string text(const char* id)
 {
-    const std::string translated = dgettext(TesselUI::kTextDomain, id);
+    std::string translated = dgettext(TesselUI::kTextDomain, id);
     EXPECT_NE(translated, id);
     return translated;
 }

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <sstream>
+#include <fstream>
 #include <unistd.h>
 
 namespace journal {
@@ -19,19 +19,6 @@ std::string withoutPlace(const std::string& line)
     if (line.size() < 2 || line[1] != '/' || end == std::string::npos)
         return line;
     return line.substr(0, 1) + line.substr(end + 1);
-}
-
-std::string contents()
-{
-    std::string text;
-    char block[4096];
-    for (off_t offset = 0;;) {
-        const ssize_t count = pread(STDERR_FILENO, block, sizeof block, offset);
-        if (count <= 0)
-            return text;
-        text.append(block, static_cast<size_t>(count));
-        offset += count;
-    }
 }
 
 /// Each sanitizer is a library with a report descriptor of its own; without sanitizers there is none.
@@ -75,8 +62,8 @@ void note(const std::string& message)
 std::vector<std::string> lines()
 {
     std::vector<std::string> result;
-    std::istringstream stream(contents());
-    for (std::string line; std::getline(stream, line);)
+    std::ifstream file("/proc/self/fd/2"); // from its beginning, and without moving the end to write at
+    for (std::string line; std::getline(file, line);)
         result.push_back(withoutPlace(line));
     return result;
 }

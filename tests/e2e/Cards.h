@@ -1,0 +1,97 @@
+/// What each request must show to a viewer who reads English.
+#ifndef TESSEL_TESTS_CARDS_H
+#define TESSEL_TESTS_CARDS_H
+
+#include "TvBox.h"
+
+namespace tv {
+
+constexpr const char* kSetUp = "Set up with your phone";
+
+/// Names are between the marks that keep their direction apart from the sentence's.
+inline const Card kNetworkTestCard {kSetUp,
+    {"Received from \u200EAnna's phone\u200F. Connecting your TV to this network:",
+        "Wi-Fi network: Attic & Garden"},
+    {"Cancel"}, "Cancel"};
+inline const Card kSignInCard {kSetUp,
+    {"Received from \u202DAnna's phone. Signing in to this account:", "Norvale account: anna@example.com"},
+    {"Cancel"}, "Cancel"};
+inline const Card kOwnedCard {kSetUp, {"Setting up your TV with your phone"}, {"Cancel"}, "Cancel"};
+inline const Card kFailedCard {"Setup didn’t finish",
+    {"Your TV couldn’t be set up with your phone. Please set it up with your TV remote instead."}, {"OK"},
+    "OK"};
+inline const Card kTermsCard {kSetUp,
+    {"Your TV is being set up with your phone. Please read and accept the terms and conditions on your phone "
+     "to continue."},
+    {"Cancel"}, "Cancel"};
+inline const Card kAccessPointsCard {
+    kSetUp, {"Choose your Wi-Fi network on your phone to continue."}, {"Cancel"}, "Cancel"};
+inline Card pinCard(const std::string& phone, const std::string& pin)
+{
+    return {"PIN", {"Enter this PIN on your phone. Connected to \u200E" + phone + "\u200F", pin}, {"Cancel"},
+        "Cancel"};
+}
+inline const Card kGuideCard {"Setting up your TV with your phone",
+    {"Your phone can connect this TV to your Wi-Fi and sign in to your Norvale account, so you don’t have to "
+     "type with the remote.",
+        "Works with phones that run Zephra."},
+    {"Set up with phone", "Continue with TV remote"}, "Set up with phone"};
+
+inline Card withFocusOn(const std::string& button, Card card)
+{
+    card.focus = button;
+    return card;
+}
+
+constexpr const char* kQuestion =
+    "If you cancel now, the information from your phone won’t be used. Cancel setup?";
+
+/// The confirmation of the progress popups, with the keys on @p focus.
+inline Card confirmation(const std::string& focus)
+{
+    return {"Cancel", {kQuestion}, {"Yes", "No"}, focus};
+}
+
+/// A popup that lies under another one: it has no keys.
+inline Card below(const Card& card)
+{
+    return withFocusOn("", card);
+}
+
+/// The popup over the settings screen with its question; No is the default.
+inline const Card kOwnedQuestion {kSetUp, {kQuestion}, {"Yes", "No"}, "No"};
+
+/// A request that shows @p card, over the bus and (null: not) as JSON through the settings store.
+struct ShownRequest {
+    const char* method;
+    std::vector<std::string> texts;
+    const char* json;
+    Card card;
+};
+
+inline void PrintTo(const ShownRequest& request, std::ostream* out)
+{
+    *out << request.method;
+}
+
+inline const ShownRequest kNetworkTestRequest {"ShowNetworkTest", {"Anna's phone", "Attic & Garden"},
+    R"({"page":"wifi","mobilename":"Anna's phone","ssid":"Attic & Garden"})", kNetworkTestCard};
+inline const ShownRequest kSignInRequest {"ShowSSOLoginPopup", {"Anna's phone", "anna@example.com"},
+    R"({"page":"sso","mobilename":"Anna's phone","account":"anna@example.com"})", kSignInCard};
+
+/// Every request there is that shows something; the guide needs a wizard that runs.
+inline const ShownRequest kRequests[] = {
+    {"ShowMobileGuide", {"0042"}, R"({"page":"mobileDetection","pin":"0042"})", kGuideCard},
+    {"ShowPinPopup", {"Anna's phone", "0042"}, R"({"page":"pin","mobilename":"Anna's phone","pin":"0042"})",
+        pinCard("Anna's phone", "0042")},
+    kNetworkTestRequest,
+    {"ShowApListPopup", {}, nullptr, kAccessPointsCard},
+    kSignInRequest,
+    {"ShowTnCPopup", {}, R"({"page":"tnc"})", kTermsCard},
+    {"ShowFailedPopup", {"sso"}, nullptr, kFailedCard},
+    {"ShowFailedPopup", {"wifi"}, R"({"page":"disconnect"})", kFailedCard},
+};
+
+} // namespace tv
+
+#endif

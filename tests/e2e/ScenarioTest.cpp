@@ -1,0 +1,147 @@
+/// Whole sessions of the simulator that comes with the program, played with real keys. Where a scenario
+/// pauses the viewer looks at the screen; the pauses themselves are left out.
+#include "Cards.h"
+#include "TvTest.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+using tv::below;
+using tv::Card;
+using tv::confirmation;
+using Look = std::vector<Card>; ///< the popups at one moment, lowest first
+
+struct Session {
+    const char* scenario;
+    std::vector<Look> looks; ///< one a pause
+};
+
+const Card kPin = tv::pinCard("Anna's phone", "0427");
+const Card kLastPin = tv::pinCard("Berta's phone", "3333");
+const Card kTestUnderQuestion = below(tv::kNetworkTestCard);
+const Card kSignInUnderQuestion = below(tv::kSignInCard);
+
+const Session kSessions[] = {
+    {"first-session",
+        {{tv::kGuideCard}, {kPin}, {tv::kAccessPointsCard}, {tv::kTermsCard}, {tv::kFailedCard}}},
+    {"success",
+        {{tv::kGuideCard}, {kPin}, {tv::kAccessPointsCard}, {tv::kNetworkTestCard}, {tv::kSignInCard},
+            {tv::kTermsCard}, {}, {tv::kOwnedCard}}},
+    {"wifi-failure", {{kPin}, {tv::kAccessPointsCard}, {tv::kNetworkTestCard}, {tv::kFailedCard}}},
+    {"sign-in-failure", {{tv::kNetworkTestCard}, {tv::kSignInCard}, {tv::kFailedCard}, {tv::kFailedCard}}},
+    {"cancel-at-guide", {{tv::kGuideCard}, {tv::withFocusOn("Continue with TV remote", tv::kGuideCard)}}},
+    {"cancel-at-pin", {{tv::kGuideCard}, {kPin}}},
+    {"cancel-at-access-points", {{tv::kGuideCard}, {tv::kAccessPointsCard}, {kPin}, {tv::kAccessPointsCard}}},
+    {"cancel-at-network-test", {{kPin}, {tv::kNetworkTestCard}, {kTestUnderQuestion, confirmation("Yes")}}},
+    {"cancel-at-sign-in",
+        {{tv::kSignInCard}, {kSignInUnderQuestion, confirmation("Yes")},
+            {kSignInUnderQuestion, confirmation("No")}, {tv::kSignInCard},
+            {kSignInUnderQuestion, confirmation("Yes")}}},
+    {"cancel-at-terms", {{tv::kSignInCard}, {tv::kTermsCard}}},
+    {"owned-during-popup",
+        {{kPin}, {tv::kOwnedCard}, {tv::kOwnedQuestion}, {tv::kOwnedCard}, {tv::kOwnedQuestion},
+            {tv::withFocusOn("Yes", tv::kOwnedQuestion)}}},
+    {"quick-succession", {{kLastPin}, {kLastPin}}},
+    {"daemon-restart", {{kPin}, {kPin}, {tv::kNetworkTestCard}, {tv::kTermsCard}}},
+};
+
+std::filesystem::path scenarioFolder()
+{
+    return std::filesystem::path(tv::TvBox::binary("..")) / "share/tessel/scenarios";
+}
+
+/// Runs the simulator in the place of the recorded daemon and gives it one line at a time.
+class AScenario : public tv::TvTest, public testing::WithParamInterface<std::tuple<Session, const char*>> {
+protected:
+    void SetUp() override
+    {
+        box.daemon.reset();
+        box.watchScreen();
+        ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
+        m_simulator =
+            std::make_unique<tv::Process>(std::vector<std::string> {tv::TvBox::binary("tessel-daemon-sim"),
+                                              "--end-after-stop", "never", "--via", std::get<1>(GetParam())},
+                box.environment());
+        // The program tells the daemon once that it is up; a daemon that comes later never hears of it.
+        ASSERT_TRUE(tv::waitUntil([this] { return printed("ready") > 0; }));
+        box.program = box.launch({"LAUNCH_MODE=POPUP"});
+    }
+
+    size_t printed(const std::string& beginning) const
+    {
+        const auto& lines = m_simulator->output();
+        return static_cast<size_t>(std::count_if(lines.begin(), lines.end(),
+            [&](const std::string& line) { return line.rfind(beginning, 0) == 0; }));
+    }
+
+    /// Success when the simulator did what the line says.
+    testing::AssertionResult tell(const std::string& line)
+    {
+        const std::string mark = "mark " + std::to_string(++m_marks) + ".";
+        m_simulator->tell(line);
+        m_simulator->tell("echo " + mark);
+        constexpr tv::Milliseconds kLongestWait {30000};
+        tv::waitUntil([&] { return printed(mark) > 0 || !m_simulator->running(); }, kLongestWait);
+        if (printed(mark) > 0 && printed("error") + printed("timeout") == 0 && m_simulator->errors().empty())
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << line << ": " << testing::PrintToString(m_simulator->output())
+                                           << testing::PrintToString(m_simulator->errors());
+    }
+
+    void press(const std::string& line)
+    {
+        ASSERT_EQ(m_simulator->output().end()[-2], line) << "whoever plays the viewer cannot know the key";
+        display().key(line.substr(line.rfind(' ') + 1));
+    }
+
+    std::unique_ptr<tv::Process> m_simulator;
+    int m_marks = 0;
+};
+
+TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
+{
+    const auto& [session, via] = GetParam();
+    auto look = session.looks.begin();
+    size_t stops = 0;
+    for (const std::string& line :
+        tv::readLines(scenarioFolder() / (session.scenario + std::string(".scenario")))) {
+        SCOPED_TRACE(line);
+        if (line.rfind("sleep", 0) == 0) {
+            ASSERT_NE(look, session.looks.end()) << "the scenario pauses more often than this test looks";
+            ASSERT_TRUE(box.shows(*look++));
+            continue;
+        }
+        ASSERT_TRUE(tell(line));
+        if (line.rfind("viewer press", 0) == 0)
+            press(line);
+        stops += line.rfind("wait StopTessel", 0) == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(look, session.looks.end());
+    EXPECT_TRUE(box.program->endsWith(0));
+    EXPECT_TRUE(box.screenIsPlain());
+    EXPECT_EQ(printed("received StopTessel"), stops);
+    EXPECT_EQ(box.program->complaints(), std::vector<std::string> {});
+}
+
+INSTANTIATE_TEST_SUITE_P(Played, AScenario,
+    testing::Combine(testing::ValuesIn(kSessions), testing::Values("bus", "settings")),
+    [](const auto& played) {
+        std::string name = std::string(std::get<0>(played.param).scenario) + "_" + std::get<1>(played.param);
+        std::replace(name.begin(), name.end(), '-', '_');
+        return name;
+    });
+
+TEST(TheScenarios, AreAllPlayed)
+{
+    std::set<std::string> shipped;
+    for (const auto& file : std::filesystem::directory_iterator(scenarioFolder()))
+        shipped.insert(file.path().stem());
+    std::set<std::string> played;
+    for (const Session& session : kSessions)
+        played.insert(session.scenario);
+    EXPECT_EQ(played, shipped);
+}
+
+} // namespace

@@ -1,0 +1,109 @@
+#include "Screen.h"
+
+#include "Wait.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <sstream>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace tv {
+
+namespace {
+
+/// One line of the probe's answer.
+void take(const std::string& name, const std::string& value, Screen& screen)
+{
+    if (name == "window")
+        screen.visible = value == "1";
+    else if (name == "dim")
+        screen.dim = std::stoi(value);
+    else if (name == "leftover")
+        screen.leftover = std::stoi(value);
+    else if (name == "popup")
+        screen.cards.emplace_back().dim = std::stoi(value);
+    else if (name == "half")
+        screen.cards.back().half = std::stoi(value);
+    else if (name == "title")
+        screen.cards.back().title = value;
+    else if (name == "text" && !value.empty())
+        screen.cards.back().texts.push_back(value);
+    else if (name == "button")
+        screen.cards.back().buttons.push_back(value);
+    else if (name == "focus")
+        screen.cards.back().focus = value;
+}
+
+int connectTo(const std::string& path)
+{
+    sockaddr_un address {};
+    address.sun_family = AF_UNIX;
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    if (descriptor >= 0 && connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
+} // namespace
+
+bool Screen::shows(const std::vector<Card>& expected) const
+{
+    return leftover == 0 && visible != expected.empty()
+        && std::equal(cards.begin(), cards.end(), expected.begin(), expected.end(),
+            [](const Card& shown, const Card& wanted) { return shown == wanted; });
+}
+
+std::string describe(const Card& card)
+{
+    std::string text = "\"" + card.title + "\"";
+    for (const std::string& one : card.texts)
+        text += " / " + one;
+    for (const std::string& button : card.buttons)
+        text += button == card.focus ? " [>" + button + "<]" : " [" + button + "]";
+    return text;
+}
+
+std::string Screen::description() const
+{
+    std::string text = visible ? "window" : "no window";
+    text += ", dimmed by " + std::to_string(dim) + ", left over " + std::to_string(leftover);
+    for (const ShownCard& card : cards)
+        text += "\n  " + describe(card) + ", dims by " + std::to_string(card.dim) + ", half-dimmed by "
+            + std::to_string(card.half);
+    return text;
+}
+
+std::optional<Screen> askProbe(const std::string& socket)
+{
+    const int descriptor = connectTo(socket);
+    if (descriptor < 0)
+        return std::nullopt;
+    std::string answer;
+    std::array<char, 4096> bytes {};
+    // The program may be waiting for a daemon that lives in this process.
+    const bool whole = waitUntil([&] {
+        ssize_t count = 0;
+        while ((count = read(descriptor, bytes.data(), bytes.size())) > 0)
+            answer.append(bytes.data(), static_cast<size_t>(count));
+        return count == 0 || (errno != EAGAIN && errno != EINTR);
+    });
+    close(descriptor);
+    if (!whole || answer.empty())
+        return std::nullopt;
+    Screen screen;
+    std::istringstream lines(answer);
+    for (std::string line; std::getline(lines, line);) {
+        const size_t blank = line.find(' ');
+        take(line.substr(0, blank), line.substr(blank + 1), screen);
+    }
+    return screen;
+}
+
+} // namespace tv

@@ -1,0 +1,49 @@
+/// What a program has on the screen, as its toolkit tells it.
+#ifndef TESSEL_TESTS_SCREEN_H
+#define TESSEL_TESTS_SCREEN_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tv {
+
+/// A popup, as the viewer reads it.
+struct Card {
+    std::string title;
+    std::vector<std::string> texts; ///< from top to bottom, without empty ones
+    std::vector<std::string> buttons; ///< in the order of their slots
+    std::string focus; ///< the button that the keys act on, empty for none of its
+
+    bool operator==(const Card& other) const
+    {
+        return title == other.title && texts == other.texts && buttons == other.buttons
+            && focus == other.focus;
+    }
+};
+
+struct ShownCard : Card {
+    int dim = 0; ///< how strongly it darkens what is behind it, 0 to 255
+    int half = 0; ///< how strongly the card itself is darkened
+};
+
+struct Screen {
+    bool visible = false; ///< the window
+    int dim = 0; ///< how strongly the window darkens the picture behind
+    int leftover = 0; ///< hidden popups, and buttons that are in no visible popup
+    std::vector<ShownCard> cards; ///< lowest first
+
+    /// @return whether it shows these cards, lowest first, and nothing is left over; none: no window either
+    bool shows(const std::vector<Card>& expected) const;
+    std::string description() const;
+};
+
+std::string describe(const Card& card);
+
+/// Asks the probe that listens at @p socket, while GLib's main context runs.
+/// @return nothing when the program does not answer
+std::optional<Screen> askProbe(const std::string& socket);
+
+} // namespace tv
+
+#endif

@@ -1,0 +1,227 @@
+/// Tells what a program of the toolkit has on the screen. To be preloaded into the program: it stands before
+/// the toolkit's elm_run(), and then answers every connection to the socket SCREEN_PROBE with the fields
+/// below, each line a name, a blank and a value. A text is what the viewer reads, without markup.
+///
+///   window   1 when the window is visible
+///   dim      how strongly the picture behind is darkened by the window, 0 to 255
+///   leftover the popups that are not visible, and the buttons that are in no visible popup
+///   popup    begins a popup, lowest first; its value is how strongly it darkens what is behind it
+///   half     how strongly the popup's own card is darkened
+///   title, text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
+// To tell an object that has members from one that has none.
+#define EFL_BETA_API_SUPPORT 1
+#include <Elementary.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using Objects = std::vector<Evas_Object*>;
+
+struct Report {
+    std::string text;
+    Objects placedButtons; ///< those in a visible popup
+
+    void add(const std::string& name, std::string value)
+    {
+        std::replace(value.begin(), value.end(), '\n', ' ');
+        text += name + " " + value + "\n";
+    }
+    void add(const std::string& name, int value) { add(name, std::to_string(value)); }
+};
+
+bool isOfType(const Evas_Object* object, const char* type)
+{
+    const char* actual = evas_object_type_get(object);
+    return actual && strcmp(actual, type) == 0;
+}
+
+/// @return the name of the theme's group that a layout shows, empty for other objects
+std::string groupOf(const Evas_Object* object)
+{
+    const char* group = nullptr;
+    if (isOfType(object, "elm_layout"))
+        edje_object_file_get(elm_layout_edje_get(object), nullptr, &group);
+    return group ? group : "";
+}
+
+bool isStyled(const Evas_Object* object, const std::string& kind)
+{
+    return groupOf(object).rfind("elm/flux/" + kind, 0) == 0;
+}
+
+void collect(Evas_Object* object, bool hiddenToo, Objects& result)
+{
+    if (!hiddenToo && !evas_object_visible_get(object))
+        return;
+    result.push_back(object);
+    if (!efl_isa(object, EFL_CANVAS_GROUP_CLASS))
+        return;
+    Eina_List* members = evas_object_smart_members_get(object);
+    void* member = nullptr;
+    EINA_LIST_FREE(members, member)
+    collect(static_cast<Evas_Object*>(member), hiddenToo, result);
+}
+
+/// Everything on a canvas, lowest first.
+Objects everything(const Evas* canvas, bool hiddenToo)
+{
+    Objects result;
+    for (Evas_Object* o = evas_object_bottom_get(canvas); o; o = evas_object_above_get(o))
+        collect(o, hiddenToo, result);
+    return result;
+}
+
+/// @return what is drawn of a text part
+std::string readable(const Evas_Object* layout, const char* part)
+{
+    auto* drawn = const_cast<Evas_Object*>(edje_object_part_object_get(elm_layout_edje_get(layout), part));
+    if (!drawn)
+        return {};
+    // Not by way of markup: that loses what follows an ampersand which is drawn as it stands.
+    Evas_Textblock_Cursor* begin = evas_object_textblock_cursor_new(drawn);
+    Evas_Textblock_Cursor* end = evas_object_textblock_cursor_new(drawn);
+    evas_textblock_cursor_paragraph_first(begin);
+    evas_textblock_cursor_paragraph_last(end);
+    char* text = evas_textblock_cursor_range_text_get(begin, end, EVAS_TEXTBLOCK_TEXT_PLAIN);
+    evas_textblock_cursor_free(begin);
+    evas_textblock_cursor_free(end);
+    std::string result = text ? text : "";
+    free(text);
+    return result;
+}
+
+/// @return how opaque a part of the layout is drawn
+int strength(const Evas_Object* layout, const char* part)
+{
+    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
+    int alpha = 0;
+    evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
+    return drawn && evas_object_visible_get(drawn) ? alpha : 0;
+}
+
+void reportTexts(Evas_Object* popup, Report& report)
+{
+    Objects inside;
+    collect(popup, false, inside);
+    Objects boxes;
+    std::copy_if(inside.begin(), inside.end(), std::back_inserter(boxes),
+        [](const Evas_Object* o) { return isStyled(o, "textbox/"); });
+    const auto top = [](const Evas_Object* o) {
+        int y = 0;
+        evas_object_geometry_get(o, nullptr, &y, nullptr, nullptr);
+        return y;
+    };
+    std::stable_sort(
+        boxes.begin(), boxes.end(), [&](auto* one, auto* other) { return top(one) < top(other); });
+    for (const Evas_Object* box : boxes)
+        report.add("text", readable(box, "elm.text"));
+}
+
+void reportButtons(const Evas_Object* popup, Report& report)
+{
+    Eina_List* row = elm_box_children_get(elm_object_part_content_get(popup, "elm.swallow.buttons"));
+    void* entry = nullptr;
+    EINA_LIST_FREE(row, entry)
+    {
+        auto* button = static_cast<Evas_Object*>(entry);
+        if (!evas_object_visible_get(button))
+            continue;
+        const char* label = elm_object_text_get(button);
+        report.placedButtons.push_back(button);
+        report.add("button", label ? label : "");
+        if (elm_object_focus_get(button))
+            report.add("focus", label ? label : "");
+    }
+}
+
+void reportWindow(Evas_Object* window, Report& report)
+{
+    report.add("window", evas_object_visible_get(window) ? 1 : 0);
+    const Objects all = everything(evas_object_evas_get(window), true);
+    const Objects visible = everything(evas_object_evas_get(window), false);
+    int leftover = 0;
+    for (Evas_Object* object : visible) {
+        if (isStyled(object, "dim/"))
+            report.add("dim", strength(object, "dim"));
+    }
+    for (Evas_Object* object : all) {
+        const bool isPopup = isStyled(object, "popup/");
+        if (isPopup && std::find(visible.begin(), visible.end(), object) == visible.end())
+            ++leftover;
+        else if (isPopup) {
+            report.add("popup", strength(object, "dim"));
+            report.add("half", strength(object, "half"));
+            report.add("title", readable(object, "title,text"));
+            reportTexts(object, report);
+            reportButtons(object, report);
+        }
+    }
+    const auto& placed = report.placedButtons;
+    leftover += static_cast<int>(std::count_if(all.begin(), all.end(), [&](Evas_Object* object) {
+        return isOfType(object, "elm_button")
+            && std::find(placed.begin(), placed.end(), object) == placed.end();
+    }));
+    report.add("leftover", leftover);
+}
+
+Eina_Bool on_connection(void*, Ecore_Fd_Handler* handler)
+{
+    const int connection = accept(ecore_main_fd_handler_fd_get(handler), nullptr, nullptr);
+    if (connection < 0)
+        return ECORE_CALLBACK_RENEW;
+    Report report;
+    Eina_List* canvases = ecore_evas_ecore_evas_list_get();
+    void* entry = nullptr;
+    EINA_LIST_FREE(canvases, entry)
+    {
+        for (Evas_Object* object : everything(ecore_evas_get(static_cast<Ecore_Evas*>(entry)), true)) {
+            if (isOfType(object, "elm_win"))
+                reportWindow(object, report);
+        }
+    }
+    const ssize_t sent = send(connection, report.text.data(), report.text.size(), MSG_NOSIGNAL);
+    if (sent != static_cast<ssize_t>(report.text.size()))
+        fprintf(stderr, "ERR<screen-probe>: the answer is cut\n");
+    close(connection);
+    return ECORE_CALLBACK_RENEW;
+}
+
+int listenAt(const char* path)
+{
+    sockaddr_un address {};
+    address.sun_family = AF_UNIX;
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (descriptor < 0 || strlen(path) >= sizeof address.sun_path)
+        abort();
+    strcpy(address.sun_path, path);
+    unlink(path);
+    constexpr int kWaiting = 8;
+    if (bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0
+        || listen(descriptor, kWaiting) != 0)
+        abort();
+    return descriptor;
+}
+
+/// Programs that this one starts are not looked into.
+__attribute__((constructor)) void stayAlone()
+{
+    unsetenv("LD_PRELOAD");
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) void elm_run(void)
+{
+    if (const char* path = getenv("SCREEN_PROBE"))
+        ecore_main_fd_handler_add(listenAt(path), ECORE_FD_READ, on_connection, nullptr, nullptr, nullptr);
+    reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "elm_run"))();
+}

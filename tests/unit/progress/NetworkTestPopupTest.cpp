@@ -1,0 +1,103 @@
+/// The network test's own: its log, its timer and its text helpers.
+#include "NetworkTestPopup.h"
+#include "PopupTest.h"
+
+#include <cstdlib>
+
+namespace {
+
+using namespace TesselUI;
+
+constexpr const char* kTick = "I [Focus is not in Close Button],Set Focus";
+
+class ANetworkTestPopup : public PopupTest<CNetwokTestPopup> {
+protected:
+    void make()
+    {
+        m_popup = std::make_unique<CNetwokTestPopup>(m_window, "Anna's phone", "Attic");
+        m_popup->show();
+    }
+    /// A tenth of a second from now, like the popup's own tick.
+    void deleteWithTheTick()
+    {
+        ecore_timer_add(
+            0.1,
+            [](void* owner) -> Eina_Bool {
+                static_cast<std::unique_ptr<CNetwokTestPopup>*>(owner)->reset();
+                return ECORE_CALLBACK_CANCEL;
+            },
+            &m_popup);
+    }
+};
+
+TEST_F(ANetworkTestPopup, LogsItsLifeInOrder)
+{
+    make();
+    m_popup.reset();
+    EXPECT_EQ(journal::missing({"I START", "I AP Name :: Attic", "", "I END", "I END", "I END", "I START",
+                  "D Deleted NW_Test_Popup", "", "I END"}),
+        "");
+    EXPECT_EQ(journal::count("I START"), 2);
+    EXPECT_EQ(journal::count("I END"), 4);
+}
+
+TEST_F(ANetworkTestPopup, LooksAfterItsFocusTwentyTimesAndChangesNothing)
+{
+    make();
+    toolkit::settle();
+    Evas_Object* cancel = toolkit::topPopup(m_window)->buttons[0];
+    EXPECT_EQ(focused(), cancel) << "the keys wait for the timer";
+    Evas_Object* other = popup({"OK"});
+    show(other);
+    toolkit::advance(1.9, 0.1);
+    EXPECT_EQ(journal::count(kTick), 19);
+    EXPECT_EQ(focused(), button(other, 0)) << "the timer takes the keys";
+    toolkit::advance(0.1, 0.1);
+    EXPECT_EQ(journal::count(kTick), 20);
+    toolkit::advance(10, 0.1);
+    EXPECT_EQ(journal::count(kTick), 20);
+    EXPECT_EQ(CNetwokTestPopup::focusTimerExpired(nullptr), ECORE_CALLBACK_RENEW);
+    m_popup.reset(); // the timer is gone already
+    evas_object_del(other);
+}
+
+TEST_F(ANetworkTestPopup, MayBeDeletedInTheTurnOfItsTick)
+{
+    deleteWithTheTick();
+    make();
+    toolkit::advance(0.5, 0.1);
+    EXPECT_EQ(m_popup, nullptr);
+    EXPECT_LE(journal::count(kTick), 1);
+    journal::clear();
+    make();
+    deleteWithTheTick();
+    toolkit::advance(0.5, 0.1);
+    EXPECT_EQ(m_popup, nullptr);
+    EXPECT_LE(journal::count(kTick), 1);
+}
+
+TEST_F(ANetworkTestPopup, EscapesAmpersandsAndMarksTheDirection)
+{
+    const auto taken = [](char* text) {
+        std::string result = text ? text : "(null)";
+        free(text);
+        return result;
+    };
+    const std::pair<std::string, std::string> escapes[] = {{"", ""}, {"&", "&amp;"},
+        {"a&b&&", "a&amp;b&amp;&amp;"}, {"&amp;", "&amp;amp;"}, {"<b>&lt;", "<b>&amp;lt;"},
+        {"\xFF\xC3&", "\xFF\xC3&amp;"}};
+    for (auto [plain, escaped] : escapes)
+        EXPECT_EQ(taken(CNetwokTestPopup::func(plain.data())), escaped);
+    EXPECT_EQ(CNetwokTestPopup::func(nullptr), nullptr);
+
+    std::string name = "Anna";
+    EXPECT_EQ(taken(CNetwokTestPopup::addLTRMarker(name.data())), "&#x200e;Anna&#x200f;");
+    std::string longName(1000, 'a');
+    EXPECT_EQ(taken(CNetwokTestPopup::addLTRMarker(longName.data())), "&#x200e;" + std::string(246, 'a'));
+    EXPECT_EQ(CNetwokTestPopup::addLTRMarker(nullptr), nullptr);
+    EXPECT_EQ(CNetwokTestPopup::power(7, 0), 1);
+    EXPECT_EQ(CNetwokTestPopup::power(-3, 3), -27);
+    EXPECT_EQ(CNetwokTestPopup::power(2, 40), 0) << "a product too large must not end the program";
+}
+
+} // namespace

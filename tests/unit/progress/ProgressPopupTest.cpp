@@ -1,0 +1,248 @@
+/// What the popups of the network test and of the sign-in have in common.
+#include "NetworkTestPopup.h"
+#include "PopupTest.h"
+#include "SSOLoginPopup.h"
+#include "Tessel_Conn_Comm_Func.h"
+#include "elm_flux.h"
+
+#include <cstdlib>
+#include <glib.h>
+#include <type_traits>
+
+namespace {
+
+using namespace TesselUI;
+using toolkit::PopupRecord;
+using toolkit::settle;
+using Texts = std::vector<std::string>;
+
+/// @return how opaque a part of a layout is drawn
+int strength(const Evas_Object* layout, const char* part)
+{
+    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
+    int alpha = 0;
+    evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
+    return drawn && evas_object_visible_get(drawn) ? alpha : 0;
+}
+
+template <typename Popup>
+class AProgressPopup : public PopupTest<Popup> {
+protected:
+    static constexpr bool kIsSignIn = std::is_same_v<Popup, CSSOPopup>;
+
+    void make(const std::string& phone = "Anna's phone", const std::string& name = "Attic & Garden")
+    {
+        this->m_popup.reset();
+        this->m_popup = std::make_unique<Popup>(this->m_window, phone, name);
+        this->m_popup->show();
+        settle();
+    }
+
+    void ask()
+    {
+        Popup::cancelBtnCB(this->m_popup.get(), nullptr, nullptr);
+        settle();
+    }
+
+    /// The popups on the screen, lowest first.
+    std::vector<PopupRecord*> popups() { return toolkit::shown<PopupRecord>(this->m_window); }
+    /// What the screen reader says on a button.
+    static std::string said(Evas_Object* button)
+    {
+        char* text = elm_access_info_get(button, ELM_ACCESS_INFO);
+        std::string result = text ? text : "";
+        free(text);
+        return result;
+    }
+};
+
+using Both = testing::Types<CNetwokTestPopup, CSSOPopup>;
+struct Names {
+    template <typename Popup>
+    static std::string GetName(int)
+    {
+        return std::is_same_v<Popup, CSSOPopup> ? "SignIn" : "NetworkTest";
+    }
+};
+TYPED_TEST_SUITE(AProgressPopup, Both, Names);
+
+TYPED_TEST(AProgressPopup, KeepsAnOlderQuestionForWhenTheNewerIsAnswered)
+{
+    this->make();
+    for (int i = 0; i < 3; ++i)
+        this->ask();
+    ASSERT_EQ(this->popups().size(), 4U);
+    for (size_t open = 4; open > 1; --open) {
+        const PopupRecord* top = this->popups().back();
+        EXPECT_EQ(toolkit::labelsOf(*top), (Texts {text("SID_YES"), text("SID_NO")}));
+        elm_object_focus_set(top->buttons[0], EINA_TRUE); // wherever it was: see the next case
+        toolkit::press(this->m_window, "Right");
+        EXPECT_EQ(this->focused(), top->buttons[1]) << "the keys are not in the topmost question";
+        toolkit::press(this->m_window, "Return");
+        ASSERT_EQ(this->popups().size(), open - 1);
+    }
+    EXPECT_EQ(this->focused(), this->popups()[0]->buttons[0]);
+    EXPECT_EQ(this->focusedLabel(), text("SID_CANCEL"));
+    TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr); // a click that comes late
+    EXPECT_EQ(this->popups().size(), 1U);
+
+    this->ask();
+    this->ask();
+    this->m_popup.reset();
+    settle();
+    EXPECT_EQ(this->left(), 0) << "a question outlives its popup";
+    EXPECT_EQ(this->focused(), nullptr);
+}
+
+TYPED_TEST(AProgressPopup, GivesTheKeysBackToTheButtonOfTheOlderQuestionThatHadThem)
+{
+    this->make();
+    for (int slot : {0, 1}) {
+        this->ask();
+        Evas_Object* button = this->popups()[1]->buttons.at(static_cast<size_t>(slot));
+        elm_object_focus_set(button, EINA_TRUE);
+        settle();
+        this->ask();
+        TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr);
+        settle();
+        EXPECT_EQ(this->focused(), button) << this->focusedLabel() << " has them";
+        TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr);
+        settle();
+    }
+}
+
+TYPED_TEST(AProgressPopup, ReadsOutItsContextOnceAndThenTheButton)
+{
+    this->make("Anna & Bert", "A & B <3");
+    Evas_Object* cancel = this->popups()[0]->buttons[0];
+    const std::string context = this->kIsSignIn
+        ? "Set up with your phone, Received from \u202DAnna & Bert. Signing in to this account:, "
+          "Norvale account: A & B <3"
+        : "Set up with your phoneReceived from \u200EAnna & Bert\u200F. Connecting your TV to this network:"
+          "Wi-Fi network: A & B <3";
+    EXPECT_EQ(this->said(cancel), context + ",Cancel");
+    EXPECT_EQ(this->said(cancel), "Cancel");
+
+    this->ask();
+    Evas_Object* yes = this->popups()[1]->buttons[0];
+    EXPECT_EQ(this->said(yes), "Cancel," + text("TV_SID_NOT_ABLE_USE_INFO_RECEIVED_PHONE") + ",Yes");
+    EXPECT_EQ(this->said(yes), "Yes");
+}
+
+TYPED_TEST(AProgressPopup, ShowsEmptyNamesAndCutsLongOnesAtACharacter)
+{
+    this->make("", "");
+    const Texts empty = this->kIsSignIn
+        ? Texts {"<font=NorvaleSans-500 color=#29C5FF>Norvale account: </font>"}
+        : Texts {"Received from &#x200e;&#x200f;. Connecting your TV to this network:",
+            "Wi-Fi network: <font=Kivo400 color=#2eb0c8 ></font>"};
+    EXPECT_EQ(toolkit::textsOf(this->m_window), empty);
+
+    const std::string phoneSign = "\xF0\x9F\x93\xB1";
+    for (size_t length = 230; length < 265; ++length) {
+        std::string name(length % phoneSign.size(), 'x');
+        while (name.size() < length)
+            name += phoneSign;
+        this->make(name, name);
+        const Texts texts = toolkit::textsOf(this->m_window);
+        ASSERT_EQ(texts.size(), 2U);
+        for (const std::string& one : texts)
+            EXPECT_TRUE(g_utf8_validate(one.c_str(), -1, nullptr)) << length << ": " << one;
+    }
+}
+
+TYPED_TEST(AProgressPopup, DimsThePictureOnceAndItselfBehindTheQuestion)
+{
+    this->make();
+    const Evas_Object* popup = this->popups()[0]->object;
+    EXPECT_TRUE(toolkit::showsGroup(this->m_window, "elm/flux/dim/window"));
+    EXPECT_EQ(strength(popup, "dim"), 0) << "dimmed twice";
+    EXPECT_EQ(toolkit::showsGroup(this->m_window, "dim"), !this->kIsSignIn) << "the popup's own backdrop";
+    this->ask();
+    EXPECT_GT(strength(this->popups()[1]->object, "dim"), 0)
+        << "the popup below is as bright as the question";
+    EXPECT_EQ(strength(popup, "half") > 0, this->kIsSignIn);
+    TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr);
+    settle();
+    EXPECT_EQ(strength(popup, "half"), 0);
+
+    this->m_popup.reset();
+    settle();
+    EXPECT_FALSE(toolkit::showsGroup(this->m_window, "elm/flux/dim/window"));
+    // Whatever state it left the window in, the next popup dims the picture once.
+    Evas_Object* next = this->popup({"OK"});
+    evas_object_show(this->m_window);
+    elm_win_raise(this->m_window);
+    this->show(next);
+    EXPECT_NE(toolkit::showsGroup(this->m_window, "elm/flux/dim/window"), strength(next, "dim") > 0);
+    evas_object_del(next);
+}
+
+TYPED_TEST(AProgressPopup, MayBeDeletedInTheClicksOfItsButtons)
+{
+    this->make();
+    this->deleteInClickOf(this->popups()[0]->buttons[0]);
+    toolkit::press(this->m_window, "Return");
+    EXPECT_TRUE(journal::has("I clicked on cancelBtnCB"));
+    EXPECT_EQ(this->left(), 0);
+
+    this->make();
+    this->ask();
+    this->ask();
+    this->deleteInClickOf(this->popups()[2]->buttons[1]);
+    toolkit::press(this->m_window, "Right");
+    toolkit::press(this->m_window, "Return");
+    EXPECT_TRUE(journal::has("I clicked on NoBtnCB"));
+    EXPECT_EQ(this->m_popup, nullptr);
+    EXPECT_EQ(this->left(), 0);
+}
+
+TYPED_TEST(AProgressPopup, NeedsNoWindowAndOutlivesIt)
+{
+    {
+        TypeParam popup(nullptr, "Anna's phone", "Attic");
+        popup.show();
+        TypeParam::cancelBtnCB(&popup, nullptr, nullptr);
+        TypeParam::noBtnCb(&popup, nullptr, nullptr);
+        TypeParam::noBtnCb(nullptr, nullptr, nullptr);
+        TypeParam::cancelBtnCB(nullptr, nullptr, nullptr);
+        popup.destroy();
+    }
+    EXPECT_TRUE(journal::has(this->kIsSignIn ? "E Failed to Allocate Memory" : "E Invalid input argument"));
+
+    this->make();
+    this->ask();
+    this->ask();
+    evas_object_del(std::exchange(this->m_window, nullptr));
+    settle();
+    toolkit::advance(1.0, 0.1);
+    TypeParam::cancelBtnCB(this->m_popup.get(), nullptr, nullptr);
+    TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr);
+    this->m_popup->show();
+    this->m_popup->destroy();
+    this->m_popup.reset();
+}
+
+using ASignInPopup = AProgressPopup<CSSOPopup>;
+
+TEST_F(ASignInPopup, IsThePopupTypeWhileItExistsAndLowersTheWindowAtItsEnd)
+{
+    make("Anna's phone", "anna@example.com");
+    EXPECT_EQ(get_tessel_popup_type(), 3);
+    EXPECT_EQ(
+        journal::missing({"D SSO Popup create new", "I __SetTextMobileName pcMobileName[Anna's phone]",
+            "I TTS Text = Set up with your phone, Received from &#x202d;Anna's phone. Signing in to this "
+            "account:, Norvale account: anna@example.com"}),
+        "");
+    journal::clear();
+    m_popup.reset();
+    EXPECT_EQ(get_tessel_popup_type(), -1);
+    EXPECT_EQ(journal::missing({"I Focus has been set set lower app.", "T lower"}), "");
+    settle();
+    EXPECT_FALSE(evas_object_visible_get(m_window));
+
+    const CSSOPopup nowhere(nullptr, "Anna's phone", "anna@example.com");
+    EXPECT_EQ(get_tessel_popup_type(), -1) << "nothing was built";
+}
+
+} // namespace

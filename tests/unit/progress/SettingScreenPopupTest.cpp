@@ -1,0 +1,117 @@
+/// The popup over the settings screen, which asks its question in its own place.
+#include "SettingScreenPopup.h"
+#include "PopupTest.h"
+
+namespace {
+
+using namespace TesselUI;
+using toolkit::PopupRecord;
+using toolkit::settle;
+using Texts = std::vector<std::string>;
+
+class ASettingScreenPopup : public PopupTest<SettingScreenPopup> {
+protected:
+    void SetUp() override
+    {
+        PopupTest::SetUp();
+        m_popup = std::make_unique<SettingScreenPopup>(m_window, static_cast<Elm_Flux_Popup_Style>(0));
+    }
+    void showIt()
+    {
+        m_popup->show();
+        settle();
+    }
+    /// The text, the buttons, how many objects they and the popup are, and which button has the keys.
+    std::string state()
+    {
+        std::string result;
+        for (const std::string& one : toolkit::textsOf(m_window))
+            result += one + " ";
+        const PopupRecord* popup = toolkit::topPopup(m_window);
+        for (const std::string& label : popup ? toolkit::labelsOf(*popup) : Texts {})
+            result += "[" + label + "]";
+        return result + " " + std::to_string(left()) + " " + focusedLabel();
+    }
+    static std::string informing()
+    {
+        return text("TV_SID_TESSEL_CADEC_SETTING_UP_UR_TV_VIA_UR_PH") + " [Cancel] 2 Cancel";
+    }
+    static std::string asking()
+    {
+        return text("TV_SID_NOT_ABLE_USE_INFO_RECEIVED_PHONE") + " [Yes][No] 3 No";
+    }
+};
+
+TEST_F(ASettingScreenPopup, TurnsBackAndForthWithoutLeavingAButton)
+{
+    EXPECT_EQ(toolkit::topPopup(m_window), nullptr) << "shown without being asked to";
+    showIt();
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(state(), informing());
+        toolkit::press(m_window, "Return");
+        EXPECT_EQ(state(), asking());
+        toolkit::press(m_window, "Return");
+    }
+    EXPECT_EQ(state(), informing());
+    // A click that comes twice before the toolkit has seen to the first.
+    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
+    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
+    settle();
+    EXPECT_EQ(state(), asking());
+    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
+    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
+    settle();
+    EXPECT_EQ(state(), informing());
+}
+
+TEST_F(ASettingScreenPopup, BuildsItselfAgainWhenShownAgain)
+{
+    showIt();
+    showIt();
+    EXPECT_EQ(state(), informing());
+    toolkit::press(m_window, "Return");
+    showIt();
+    toolkit::press(m_window, "Return");
+    EXPECT_EQ(state(), asking()) << "the question of the first show is in the way";
+}
+
+TEST_F(ASettingScreenPopup, LogsItsStepsAndLowersTheWindowAtItsEnd)
+{
+    journal::clear();
+    showIt();
+    EXPECT_EQ(journal::count("I START"), 3);
+    EXPECT_EQ(journal::missing({"I START", "I START", "I END", "I w=101,h=28", "I START", "I END",
+                  "D TTS DATA :  TTS1 = Setting up your TV with your phone, TTS2 = ,  TTS3 =  ", "I END"}),
+        "");
+    journal::clear();
+    SettingScreenPopup::m_OnCancelButtonClicked(nullptr, nullptr, nullptr);
+    SettingScreenPopup::m_OnNoButtonClicked(nullptr, nullptr, nullptr);
+    EXPECT_EQ(journal::lines(), Texts {}) << "without a popup there is nothing to do";
+    m_popup.reset();
+    EXPECT_EQ(journal::missing({"I START", "T lower", "I END", "I ~CNetworkPopup"}), "");
+    settle();
+    EXPECT_FALSE(evas_object_visible_get(m_window));
+}
+
+TEST_F(ASettingScreenPopup, MayBeDeletedInItsOwnClickAndOutlivesItsWindow)
+{
+    showIt();
+    toolkit::press(m_window, "Return");
+    deleteInClickOf(toolkit::topPopup(m_window)->buttons[1]);
+    toolkit::press(m_window, "Return");
+    EXPECT_EQ(m_popup, nullptr);
+    EXPECT_EQ(state(), " 0 none");
+
+    m_popup = std::make_unique<SettingScreenPopup>(m_window, static_cast<Elm_Flux_Popup_Style>(0));
+    showIt();
+    evas_object_del(std::exchange(m_window, nullptr));
+    settle();
+    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
+    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
+    m_popup->show();
+    m_popup.reset();
+    SettingScreenPopup nowhere(nullptr, static_cast<Elm_Flux_Popup_Style>(0));
+    nowhere.show();
+}
+
+} // namespace
