@@ -15,6 +15,12 @@ void on_focused(void*, Evas_Object* button, void*)
         manager->focusMoved();
 }
 
+void on_unfocused(void*, Evas_Object* button, void*)
+{
+    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
+        manager->focusLeft();
+}
+
 } // namespace
 
 } // namespace orbis::flux
@@ -33,6 +39,7 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
     elm_object_style_set(button, "flux");
     applyContrast(button);
     evas_object_smart_callback_add(button, "focused", on_focused, nullptr);
+    evas_object_smart_callback_add(button, "unfocused", on_unfocused, nullptr);
     return button;
 }
 

@@ -19,9 +19,10 @@ void FocusStack::push(Evas_Object* popup)
     if (top() == popup)
         return;
     m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
-    if (Evas_Object* below = top())
-        elm_object_tree_focus_allow_set(below, EINA_FALSE);
+    Evas_Object* below = top();
     m_popups.push_back(popup);
+    if (below)
+        elm_object_tree_focus_allow_set(below, EINA_FALSE);
     elm_object_tree_focus_allow_set(popup, EINA_TRUE);
     updateDims();
     focusPopup(popup);

@@ -157,12 +157,24 @@ void Manager::focusMoved()
         m_focusJob = ecore_job_add(on_focusJob, this);
 }
 
+void Manager::focusLeft()
+{
+    if (elm_win_focus_get(m_window))
+        m_spoken = nullptr;
+}
+
 void Manager::on_focusJob(void* data)
 {
     auto* self = static_cast<Manager*>(data);
     self->m_focusJob = nullptr;
-    if (!FocusStack::instance().empty() && evas_object_visible_get(self->m_window))
-        self->m_readout.speakFocused(elm_object_focused_object_get(self->m_window));
+    Evas_Object* focused = elm_object_focused_object_get(self->m_window);
+    // The window getting the keys is no news: saying the name would interrupt what is being read.
+    if (focused == self->m_spoken)
+        return;
+    if (!FocusStack::instance().empty() && evas_object_visible_get(self->m_window)) {
+        self->m_spoken = focused;
+        self->m_readout.speakFocused(focused);
+    }
 }
 
 /// While a popup is still up another one usually follows at once, and hiding in between would blink and

@@ -37,6 +37,9 @@ public:
     /// once the loop is idle again.
     void focusMoved();
 
+    /// The focus left a button. When the whole window lost the keys, the button still has the focus in it.
+    void focusLeft();
+
     /// Called by the toolkit instead of lowering (result false), and before raising, any window.
     static Eina_Bool on_lower(void*, Evas_Object* window);
     static Eina_Bool on_raise(void*, Evas_Object* window);
@@ -71,6 +74,7 @@ private:
     Ecore_Job* m_focusJob = nullptr; ///< cleared by the job itself
     bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied
     std::unique_ptr<KeyGuard> m_keyGuard;
+    Evas_Object* m_spoken = nullptr; ///< borrowed, only compared: what was read out and still has the focus
     Readout m_readout;
 };
 

@@ -24,9 +24,13 @@ constexpr double kButtonHeight = 10.0;
 constexpr double kButtonGap = 3.0;
 constexpr double kSingleButtonWidth = 44.0;
 
+/// While a popup loses the focus, the toolkit passes it through the other button: that does not count.
 void on_buttonFocused(void* data, Evas_Object* button, void*)
 {
-    static_cast<PopupRecord*>(data)->lastFocus = button;
+    auto& record = *static_cast<PopupRecord*>(data);
+    Evas_Object* top = FocusStack::instance().top();
+    if (!top || top == record.object)
+        record.lastFocus = button;
 }
 
 void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*);

@@ -7,8 +7,8 @@ string(REPLACE "\n" ";" lines "${output}")
 set(actual)
 foreach(line IN LISTS lines)
     string(REGEX REPLACE "^[0-9a-f]+ " "" symbol "${line}")
-    # What the linker and the sanitizers add.
-    if(symbol AND NOT symbol MATCHES "^. (__bss_start|_edata|_end|_init|_fini|__.*san.*)$")
+    # What the linker, the sanitizers and, without optimisation, the standard library's templates add.
+    if(symbol AND NOT symbol MATCHES "^. (__bss_start|_edata|_end|_init|_fini|__.*san.*)$|^[WVu] .*std::")
         list(APPEND actual "${symbol}")
     endif()
 endforeach()
