@@ -13,6 +13,7 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -74,7 +75,7 @@ bool prepareFolders()
         return true;
     std::string fallback = runtimeFolder();
     if (!makeFolders(fallback) || !canWriteIn(fallback)) {
-        char temporary[] = "/tmp/orbis-XXXXXX";
+        char temporary[] = P_tmpdir "/orbis-XXXXXX";
         const char* made = mkdtemp(temporary);
         fallback = made ? made : "";
     }
