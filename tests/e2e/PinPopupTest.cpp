@@ -112,4 +112,28 @@ TEST_F(APinPopup, TakesTheKeysWhileItIsUpAndGivesThemBack)
     EXPECT_EQ(box.daemon->calls().size(), 1U) << "the hidden popup took the key";
 }
 
+TEST_F(APinPopup, IsNotCancelledByAKeyThatWasHeldBeforeItAppeared)
+{
+    const auto other = display().start({"xev", "-geometry", "1200x800+100+100"});
+    const auto repeats = [&] {
+        const auto& lines = other->output();
+        return std::count_if(lines.begin(), lines.end(),
+            [](const std::string& line) { return line.rfind("KeyPress event", 0) == 0; });
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        display().key("Left");
+        return repeats() > 0;
+    }));
+    display().keyDown("Return");
+    const auto before = repeats();
+    EXPECT_TRUE(waitUntil([&] { return repeats() > before + 3; })) << "the key does not repeat";
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    EXPECT_FALSE(waitUntil(
+        [&] { return !box.program->running() || box.daemon->calls().size() > 1; }, tv::Milliseconds(700)));
+    display().keyUp("Return");
+
+    display().key("Return");
+    EXPECT_TRUE(endedByViewer(true)) << "a new press does nothing";
+}
+
 } // namespace
