@@ -1,7 +1,7 @@
 /// The widget factory that the shared library hands out.
 #include "Common_Widget_Function.h"
-#include "Fixtures.h"
 #include "Paths.h"
+#include "PopupTest.h"
 
 #include <array>
 #include <functional>
@@ -42,7 +42,7 @@ TEST_F(TheFactory, MakesNothingWithoutAParent)
     for (const auto& call : calls) {
         journal::clear();
         EXPECT_EQ(call(), nullptr);
-        EXPECT_EQ(journal::lines(), (std::vector<std::string> {"I START", "E User passed data is null"}));
+        EXPECT_EQ(programLines(), (std::vector<std::string> {"I START", "E User passed data is null"}));
     }
 }
 
@@ -112,7 +112,7 @@ TEST_F(TheFactory, ReportsPicturesItCannotLoadAndStillReturnsThem)
     Evas_Object* empty = createImage(m_window, nullptr, "part");
     ASSERT_NE(empty, nullptr);
     EXPECT_FALSE(evas_object_visible_get(empty));
-    EXPECT_EQ(journal::lines(), (std::vector<std::string> {"I START", "I END"}));
+    EXPECT_EQ(programLines(), (std::vector<std::string> {"I START", "I END"}));
 }
 
 TEST_F(TheFactory, MakesBoxesLabelsAndTimers)
@@ -157,12 +157,12 @@ TEST_F(TheFactory, MakesButtonsForTheRemoteAndThePointer)
     for (const auto& [key, line] : keys) {
         journal::clear();
         toolkit::press(m_window, key);
-        EXPECT_EQ(journal::lines(), std::vector<std::string> {line});
+        EXPECT_EQ(programLines(), std::vector<std::string> {line});
     }
     journal::clear();
     toolkit::press(m_window, "Escape");
     EXPECT_FALSE(journal::has("T exit"));
-    EXPECT_EQ(journal::lines(), std::vector<std::string> {});
+    EXPECT_EQ(programLines(), std::vector<std::string> {});
     EXPECT_EQ(clicks, 1);
 }
 

@@ -8,6 +8,18 @@
 #include <libintl.h>
 #include <memory>
 #include <string>
+#include <vector>
+
+/// What the program and the case logged; the toolkit complains in between about the clock that stands still.
+inline std::vector<std::string> programLines()
+{
+    std::vector<std::string> result;
+    for (std::string& line : journal::lines()) {
+        if (line.size() > 1 && line[1] == ' ')
+            result.push_back(std::move(line));
+    }
+    return result;
+}
 
 /// The fixture of one popup, made by the case or by make().
 template <typename Popup>

@@ -86,7 +86,7 @@ TEST_F(ASettingScreenPopup, LogsItsStepsAndLowersTheWindowAtItsEnd)
     journal::clear();
     SettingScreenPopup::m_OnCancelButtonClicked(nullptr, nullptr, nullptr);
     SettingScreenPopup::m_OnNoButtonClicked(nullptr, nullptr, nullptr);
-    EXPECT_EQ(journal::lines(), Texts {}) << "without a popup there is nothing to do";
+    EXPECT_EQ(programLines(), Texts {}) << "without a popup there is nothing to do";
     m_popup.reset();
     EXPECT_EQ(journal::missing({"I START", "T lower", "I END", "I ~CNetworkPopup"}), "");
     settle();
