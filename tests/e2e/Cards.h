@@ -8,13 +8,15 @@ namespace tv {
 
 constexpr const char* kSetUp = "Set up with your phone";
 
-/// Names are between the marks that keep their direction apart from the sentence's.
+/// Names are between the marks that keep their direction apart from the sentence's, the catalogue's and the
+/// program's.
 inline const Card kNetworkTestCard {kSetUp,
-    {"Received from \u200EAnna's phone\u200F. Connecting your TV to this network:",
-        "Wi-Fi network: Attic & Garden"},
+    {"Received from \u2068\u200EAnna's phone\u200F\u2069. Connecting your TV to this network:",
+        "Wi-Fi network: \u2068Attic & Garden\u2069"},
     {"Cancel"}, "Cancel"};
 inline const Card kSignInCard {kSetUp,
-    {"Received from \u202DAnna's phone. Signing in to this account:", "Norvale account: anna@example.com"},
+    {"Received from \u2068\u202DAnna's phone\u2069. Signing in to this account:",
+        "Norvale account: \u2068anna@example.com\u2069"},
     {"Cancel"}, "Cancel"};
 inline const Card kOwnedCard {kSetUp, {"Setting up your TV with your phone"}, {"Cancel"}, "Cancel"};
 inline const Card kFailedCard {"Setup didn’t finish",
@@ -28,8 +30,8 @@ inline const Card kAccessPointsCard {
     kSetUp, {"Choose your Wi-Fi network on your phone to continue."}, {"Cancel"}, "Cancel"};
 inline Card pinCard(const std::string& phone, const std::string& pin)
 {
-    return {"PIN", {"Enter this PIN on your phone. Connected to \u200E" + phone + "\u200F", pin}, {"Cancel"},
-        "Cancel"};
+    return {"PIN", {"Enter this PIN on your phone. Connected to \u2068\u200E" + phone + "\u200F\u2069", pin},
+        {"Cancel"}, "Cancel"};
 }
 inline const Card kGuideCard {"Setting up your TV with your phone",
     {"Your phone can connect this TV to your Wi-Fi and sign in to your Norvale account, so you don’t have to "

@@ -98,12 +98,12 @@ TEST_F(Requests, ReadMembersOfOtherTypesAndSurviveTheirBytes)
         return screen.cards.empty() ? "no popup" : screen.cards[0].texts.back();
     };
     const std::pair<const char*, const char*> members[] = {
-        {R"({"page":"wifi","ssid":7})", "Wi-Fi network: 7"},
-        {R"({"page":"wifi","ssid":true})", "Wi-Fi network: true"},
+        {R"({"page":"wifi","ssid":7})", "Wi-Fi network: \u20687\u2069"},
+        {R"({"page":"wifi","ssid":true})", "Wi-Fi network: \u2068true\u2069"},
         {R"({"page":"wifi","ssid":["a"]})", "Wi-Fi network:"},
         {R"({"page":"wifi","ssid":{"a":"b"}})", "Wi-Fi network:"},
         {R"({"page":"wifi"})", "Wi-Fi network:"},
-        {R"({"page":"sso","account":"a & b"})", "Norvale account: a & b"},
+        {R"({"page":"sso","account":"a & b"})", "Norvale account: \u2068a & b\u2069"},
     };
     for (const auto& [json, expected] : members) {
         write(json);

@@ -116,10 +116,10 @@ TYPED_TEST(AProgressPopup, ReadsOutItsContextOnceAndThenTheButton)
     this->make("Anna & Bert", "A & B <3");
     Evas_Object* cancel = this->popups()[0]->buttons[0];
     const std::string context = this->kIsSignIn
-        ? "Set up with your phone, Received from \u202DAnna & Bert. Signing in to this account:, "
-          "Norvale account: A & B <3"
-        : "Set up with your phoneReceived from \u200EAnna & Bert\u200F. Connecting your TV to this network:"
-          "Wi-Fi network: A & B <3";
+        ? "Set up with your phone, Received from \u2068\u202DAnna & Bert\u2069. Signing in to this account:, "
+          "Norvale account: \u2068A & B <3\u2069"
+        : "Set up with your phoneReceived from \u2068\u200EAnna & Bert\u200F\u2069. Connecting your TV to "
+          "this network:Wi-Fi network: \u2068A & B <3\u2069";
     EXPECT_EQ(this->said(cancel), context + ",Cancel");
     EXPECT_EQ(this->said(cancel), "Cancel");
 
@@ -133,9 +133,9 @@ TYPED_TEST(AProgressPopup, ShowsEmptyNamesAndCutsLongOnesAtACharacter)
 {
     this->make("", "");
     const Texts empty = this->kIsSignIn
-        ? Texts {"<font=NorvaleSans-500 color=#29C5FF>Norvale account: </font>"}
-        : Texts {"Received from &#x200e;&#x200f;. Connecting your TV to this network:",
-            "Wi-Fi network: <font=Kivo400 color=#2eb0c8 ></font>"};
+        ? Texts {"<font=NorvaleSans-500 color=#29C5FF>Norvale account: \u2068\u2069</font>"}
+        : Texts {"Received from \u2068&#x200e;&#x200f;\u2069. Connecting your TV to this network:",
+            "Wi-Fi network: \u2068<font=Kivo400 color=#2eb0c8 ></font>\u2069"};
     EXPECT_EQ(toolkit::textsOf(this->m_window), empty);
 
     const std::string phoneSign = "\xF0\x9F\x93\xB1";
@@ -229,10 +229,9 @@ TEST_F(ASignInPopup, IsThePopupTypeWhileItExistsAndLowersTheWindowAtItsEnd)
 {
     make("Anna's phone", "anna@example.com");
     EXPECT_EQ(get_tessel_popup_type(), 3);
-    EXPECT_EQ(
-        journal::missing({"D SSO Popup create new", "I __SetTextMobileName pcMobileName[Anna's phone]",
-            "I TTS Text = Set up with your phone, Received from &#x202d;Anna's phone. Signing in to this "
-            "account:, Norvale account: anna@example.com"}),
+    EXPECT_EQ(journal::missing({"D SSO Popup create new", "I __SetTextMobileName pcMobileName[Anna's phone]",
+                  "I TTS Text = Set up with your phone, Received from \u2068&#x202d;Anna's phone\u2069. "
+                  "Signing in to this account:, Norvale account: \u2068anna@example.com\u2069"}),
         "");
     journal::clear();
     m_popup.reset();
