@@ -1,0 +1,104 @@
+/// The message catalogues: each language says everything, and each region finds a language.
+#include "Fixtures.h"
+#include "Paths.h"
+#include "app/Language.h"
+#include "vconf.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <libintl.h>
+#include <map>
+#include <regex>
+#include <set>
+
+extern "C" int _nl_msg_cat_cntr;
+
+namespace {
+
+using Texts = std::map<std::string, std::string>;
+
+/// @return the texts, by id, of all ids that the English catalogue has
+Texts currentTexts()
+{
+    Texts result;
+    std::ifstream catalogue(ENGLISH_CATALOGUE);
+    for (std::string line; std::getline(catalogue, line);) {
+        if (std::smatch id; std::regex_match(line, id, std::regex("msgid \"(.+)\"")))
+            result[id[1]] = dgettext(TesselUI::kTextDomain, id[1].str().c_str());
+    }
+    return result;
+}
+
+/// @return what the language's catalogue says; what it lacks is its id
+Texts textsOf(const std::string& language)
+{
+    setenv("LANGUAGE", language.c_str(), 1);
+    ++_nl_msg_cat_cntr;
+    return currentTexts();
+}
+
+/// @return what the viewer of a TV with this setting reads
+Texts textsFor(const std::string& setting)
+{
+    EXPECT_EQ(vconf_set_str("db/menu_widget/language", setting.c_str()), VCONF_OK);
+    orbis::app::applyLanguage();
+    return currentTexts();
+}
+
+/// @return every percent sign with the character behind it and the isolates around both
+std::multiset<std::string> placeholders(const std::string& text)
+{
+    const std::regex placeholder("(\u2068)?%.?(\u2069)?");
+    return {std::sregex_token_iterator(text.begin(), text.end(), placeholder), {}};
+}
+
+class ACatalogue : public ToolkitTest {
+protected:
+    void SetUp() override
+    {
+        ToolkitTest::SetUp();
+        bindtextdomain(TesselUI::kTextDomain, TesselUI::kLocaleFolder);
+    }
+
+    void TearDown() override
+    {
+        textsFor("en");
+        ToolkitTest::TearDown();
+    }
+};
+
+TEST_F(ACatalogue, HasEveryTextWithItsNamesBetweenIsolates)
+{
+    std::set<std::string> languages;
+    for (const auto& entry : std::filesystem::directory_iterator(TesselUI::kLocaleFolder))
+        languages.insert(entry.path().filename());
+    const std::set<std::string> expected {
+        "ar", "de", "en", "es", "fa", "fr", "he", "hi", "ko", "pt", "pt_BR", "ru", "tr", "ur", "zh", "zh_CN"};
+    EXPECT_EQ(languages, expected);
+
+    const Texts english = textsOf("en");
+    ASSERT_GT(english.size(), 20U);
+    for (const std::string& language : languages) {
+        for (const auto& [id, text] : textsOf(language)) {
+            SCOPED_TRACE(language + " " + id + ": " + text);
+            EXPECT_TRUE(text != id && !text.empty() && text.find('<') == std::string::npos);
+            EXPECT_EQ(placeholders(text), placeholders(english.at(id)));
+            for (const std::string& one : placeholders(text))
+                EXPECT_TRUE(std::regex_match(one, std::regex("%%|\u2068%[1-4]\u2069"))) << one;
+        }
+    }
+}
+
+TEST_F(ACatalogue, ServesTheRegionsWithoutOneOfTheirOwn)
+{
+    const std::pair<const char*, const char*> regions[] = {{"de_AT", "de"}, {"de_DE.UTF-8", "de"},
+        {"es_MX", "es"}, {"pt_PT", "pt_BR"}, {"zh_TW", "zh_CN"}, {"zh", "zh_CN"}, {"tlh_XX", "en"}};
+    for (const auto& [region, language] : regions) {
+        const Texts wanted = textsOf(language);
+        EXPECT_EQ(textsFor(region), wanted) << region;
+        EXPECT_EQ(wanted == textsOf("en"), language == std::string("en")) << language;
+    }
+}
+
+} // namespace
