@@ -1,0 +1,41 @@
+/// What a run of the gallery is to picture.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// One start of the toolkit: language, contrast and screen hold for all its pictures.
+struct Combination {
+    std::string language; ///< a catalogue's name, for instance "pt_BR"
+    bool contrast = false; ///< high contrast
+    double scale = 1.0; ///< of a screen of 1080 lines
+
+    /// Pixels of the screen: 16:9 with a whole number of lines.
+    int height() const;
+    int width() const;
+    /// Folder name, for instance "ar-contrast-720".
+    std::string name() const;
+};
+
+struct Options {
+    std::string folder; ///< where all goes; made if missing
+    std::vector<std::string> languages {"en"};
+    std::vector<double> scales {1.0};
+    std::vector<bool> contrasts {false};
+    bool awkwardNames = false; ///< also the popups that hold names, with names that people should not have
+    bool quiet = false;
+
+    std::vector<Combination> combinations() const;
+};
+
+/// @return the names of the installed catalogues, sorted
+std::vector<std::string> installedLanguages();
+
+/// @return nothing when the arguments are wrong (said on standard error) or help was asked for; @p status is
+///         then what to exit with
+std::optional<Options> parseOptions(int argc, char** argv, int& status);
+
+} // namespace gallery

@@ -1,0 +1,54 @@
+/// A canvas as pixels.
+#pragma once
+
+#include <Elementary.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// A rectangle in pixels.
+struct Box {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+
+    int right() const { return x + width; }
+    int bottom() const { return y + height; }
+    bool isEmpty() const { return width <= 0 || height <= 0; }
+    Box grownBy(int pixels) const
+    {
+        return {x - pixels, y - pixels, width + 2 * pixels, height + 2 * pixels};
+    }
+    bool contains(const Box& other) const
+    {
+        return other.x >= x && other.y >= y && other.right() <= right() && other.bottom() <= bottom();
+    }
+    Box cutTo(const Box& other) const;
+};
+
+struct Image {
+    int width = 0;
+    int height = 0;
+    std::vector<uint32_t> pixels; ///< opaque, 0xFFRRGGBB, rows from the top
+
+    Box box() const { return {0, 0, width, height}; }
+    uint32_t at(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
+};
+
+/// Something like a film, bright in places, to judge the dimming above it.
+Image filmPicture(int width, int height);
+
+/// Draws the canvas of @p window, which is of the buffer engine, over @p behind.
+Image grab(const Evas_Object* window, const Image& behind);
+
+/// @return whether the file was written
+bool savePng(const Image& image, const std::string& path);
+
+/// Contrast of two colours, 1 to 21: that of the web's accessibility guidelines, by relative luminance.
+double contrast(uint32_t one, uint32_t other);
+
+} // namespace gallery

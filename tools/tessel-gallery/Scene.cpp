@@ -1,0 +1,189 @@
+// To tell an object that has members from one that has none.
+#define EFL_BETA_API_SUPPORT 1
+#include "Scene.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+/// Letters of a run: few enough for a second colour in a line to be seen, enough to hold one with a stroke.
+constexpr int kRunLetters = 4;
+
+using Cursor = std::unique_ptr<Evas_Textblock_Cursor, decltype(&evas_textblock_cursor_free)>;
+
+Cursor cursorOf(const Evas_Object* textblock)
+{
+    return {evas_object_textblock_cursor_new(textblock), evas_textblock_cursor_free};
+}
+
+bool isOfType(const Evas_Object* object, const char* type)
+{
+    const char* actual = evas_object_type_get(object);
+    return actual && strcmp(actual, type) == 0;
+}
+
+Box boxOf(const Evas_Object* object)
+{
+    Box box;
+    evas_object_geometry_get(object, &box.x, &box.y, &box.width, &box.height);
+    return box;
+}
+
+void collect(Evas_Object* object, std::vector<Evas_Object*>& result)
+{
+    if (!evas_object_visible_get(object))
+        return;
+    result.push_back(object);
+    if (!efl_isa(object, EFL_CANVAS_GROUP_CLASS))
+        return;
+    Eina_List* members = evas_object_smart_members_get(object);
+    void* member = nullptr;
+    EINA_LIST_FREE(members, member)
+    collect(static_cast<Evas_Object*>(member), result);
+}
+
+bool holdsFocus(const std::vector<Evas_Object*>& objects)
+{
+    return std::any_of(objects.begin(), objects.end(),
+        [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); });
+}
+
+std::string plainText(const Evas_Object* textblock)
+{
+    const Cursor begin = cursorOf(textblock);
+    const Cursor end = cursorOf(textblock);
+    evas_textblock_cursor_paragraph_first(begin.get());
+    evas_textblock_cursor_paragraph_last(end.get());
+    const std::unique_ptr<char, decltype(&free)> text {
+        evas_textblock_cursor_range_text_get(begin.get(), end.get(), EVAS_TEXTBLOCK_TEXT_PLAIN), free};
+    std::string plain = text ? text.get() : "";
+    std::replace(plain.begin(), plain.end(), '\n', ' ');
+    return plain;
+}
+
+void add(Box& run, const Box& letter)
+{
+    const Box sum {std::min(run.x, letter.x), std::min(run.y, letter.y),
+        std::max(run.right(), letter.right()) - std::min(run.x, letter.x),
+        std::max(run.bottom(), letter.bottom()) - std::min(run.y, letter.y)};
+    run = run.isEmpty() ? letter : sum;
+}
+
+/// Letters that an ellipsis took out are on no line.
+void readLetters(Text& text)
+{
+    const Cursor cursor = cursorOf(text.object);
+    Box run;
+    int letters = 0;
+    int line = -1;
+    const auto endRun = [&] {
+        if (!run.isEmpty())
+            text.runs.push_back(run);
+        run = {};
+        letters = 0;
+    };
+    do {
+        const std::unique_ptr<char, decltype(&free)> content {
+            evas_textblock_cursor_content_get(cursor.get()), free};
+        Box letter;
+        const int at = evas_textblock_cursor_char_geometry_get(
+            cursor.get(), &letter.x, &letter.y, &letter.width, &letter.height);
+        const bool isBlank = !content || *content == '\0' || *content == ' ' || *content == '<';
+        if (at < 0) {
+            text.isCut |= !isBlank;
+            continue;
+        }
+        if (isBlank || at != line || letters == kRunLetters)
+            endRun();
+        line = at;
+        if (isBlank || letter.isEmpty())
+            continue;
+        letter.x += text.box.x;
+        letter.y += text.box.y;
+        add(run, letter);
+        ++letters;
+    } while (evas_textblock_cursor_char_next(cursor.get()));
+    endRun();
+}
+
+void readLines(Text& text)
+{
+    Box line;
+    for (int i = 0; evas_object_textblock_line_number_geometry_get(
+             text.object, i, &line.x, &line.y, &line.width, &line.height);
+         ++i) {
+        if (line.isEmpty())
+            continue;
+        line.x += text.box.x;
+        line.y += text.box.y;
+        add(text.lines, line);
+    }
+}
+
+Text readText(Evas_Object* textblock)
+{
+    Text text;
+    text.object = textblock;
+    text.plain = plainText(textblock);
+    text.box = boxOf(textblock);
+    text.sizePx = evas_textblock_fit_font_size_get(textblock);
+    readLines(text);
+    readLetters(text);
+    return text;
+}
+
+/// The card is a part of the popup's theme group.
+void readCard(Evas_Object* object, Scene& scene)
+{
+    if (!isOfType(object, "edje") || !edje_object_part_exists(object, "card"))
+        return;
+    const Box popup = boxOf(object);
+    Box card;
+    edje_object_part_geometry_get(object, "card", &card.x, &card.y, &card.width, &card.height);
+    card.x += popup.x;
+    card.y += popup.y;
+    scene.card = card;
+}
+
+void read(const std::vector<Evas_Object*>& objects, Scene& scene)
+{
+    for (Evas_Object* object : objects) {
+        readCard(object, scene);
+        if (isOfType(object, "elm_button")) {
+            const char* label = elm_object_text_get(object);
+            scene.buttons.push_back({label ? label : "", boxOf(object), elm_object_focus_get(object) != 0});
+        } else if (isOfType(object, "textblock")) {
+            Text text = readText(object);
+            if (!text.plain.empty())
+                scene.texts.push_back(std::move(text));
+        }
+    }
+}
+
+} // namespace
+
+Scene look(const Evas_Object* window)
+{
+    Scene scene;
+    scene.isRightToLeft = elm_config_mirrored_get() != 0;
+    // From the top down to the popup that has the keys; what lies below is not to be read.
+    const Evas* canvas = evas_object_evas_get(window);
+    bool isCovered = false;
+    for (Evas_Object* root = evas_object_top_get(canvas); root; root = evas_object_below_get(root)) {
+        std::vector<Evas_Object*> objects;
+        collect(root, objects);
+        scene.focused += static_cast<int>(std::count_if(objects.begin(), objects.end(),
+            [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); }));
+        if (!isCovered)
+            read(objects, scene);
+        isCovered |= holdsFocus(objects);
+    }
+    return scene;
+}
+
+} // namespace gallery
