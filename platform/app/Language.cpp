@@ -4,6 +4,10 @@
 
 #include <Elementary.h>
 
+#include <libintl.h>
+
+#include <algorithm>
+#include <cctype>
 #include <clocale>
 #include <cstdlib>
 #include <memory>
@@ -12,6 +16,9 @@
 
 /// The C library's count of catalogue changes: it forgets cached translations when this moves.
 extern "C" int _nl_msg_cat_cntr;
+
+/// The application's id, which is also the domain of its texts.
+extern "C" const char orbis_app_id[] __attribute__((weak));
 
 namespace orbis::app {
 
@@ -72,6 +79,20 @@ void applyLanguage()
     setenv("LANGUAGE", language.empty() ? "en" : (language + ":en").c_str(), 1);
     ++_nl_msg_cat_cntr;
     elm_config_mirrored_set(isRightToLeft(language));
+}
+
+std::string languageOfTexts()
+{
+    constexpr std::string_view kField = "\nLanguage: ";
+    const std::string header = orbis_app_id ? dgettext(orbis_app_id, "") : "";
+    const char* chosen = getenv("LANGUAGE");
+    std::string language = chosen ? chosen : "";
+    if (const size_t at = header.find(kField); at != std::string::npos)
+        language = header.substr(at + kField.size());
+    language.resize(std::min(language.find_first_of(":.@\n"), language.size()));
+    for (char& c : language)
+        c = c == '_' ? '-' : static_cast<char>(tolower(static_cast<unsigned char>(c)));
+    return language.empty() ? "en" : language;
 }
 
 } // namespace orbis::app

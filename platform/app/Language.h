@@ -1,11 +1,19 @@
 /// The language of the texts.
 #pragma once
 
+#include <string>
+
 namespace orbis::app {
 
 /// Applies the setting "db/menu_widget/language" (for instance "de_DE") to the message catalogues, to the
 /// C library's locale and to the toolkit's text direction. English is the fallback for every text. With the
 /// setting missing the environment's own language counts.
 void applyLanguage();
+
+/// @return the language that the application's texts really have, as their catalogue says, for instance
+/// "pt-br":
+///         English where the viewer's language has none. Before the application has bound a catalogue, what
+///         was asked for.
+std::string languageOfTexts();
 
 } // namespace orbis::app

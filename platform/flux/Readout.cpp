@@ -1,13 +1,12 @@
 #include "flux/Readout.h"
 
+#include "app/Language.h"
+#include "flux/SpokenText.h"
 #include "vconf.h"
-
-#include <gio/gio.h>
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -30,13 +29,6 @@ bool readerIsOn()
     return vconf_get_int(kReaderKey, &on) == VCONF_OK && on == 1;
 }
 
-std::string oneLine(std::string text)
-{
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return text;
-}
-
 /// Does not wait for a reader when the file is a pipe.
 void appendLine(const char* path, const std::string& line)
 {
@@ -46,15 +38,6 @@ void appendLine(const char* path, const std::string& line)
     if (write(file, line.data(), line.size()) < 0)
         perror(path);
     close(file);
-}
-
-/// The first of the languages that texts are translated to, for instance "de" of "de_DE:de:en".
-std::string languageOfTexts()
-{
-    const char* languages = getenv("LANGUAGE");
-    const std::string list = languages ? languages : "";
-    const std::string first = list.substr(0, list.find_first_of(":_."));
-    return first.empty() ? "en" : first;
 }
 
 } // namespace
@@ -68,21 +51,27 @@ void Readout::speakFocused(Evas_Object* widget)
         speak(text.get());
 }
 
+Readout::~Readout() = default;
+
 void Readout::speak(const std::string& text)
 {
+    const std::string line = spokenLine(text);
     const char* path = getenv(kLogVariable);
     if (path && *path) {
-        appendLine(path, oneLine(text) + '\n');
+        appendLine(path, line + '\n');
         return;
     }
-    const std::string language = languageOfTexts();
+    // One that has not come through yet would be spoken over this one.
+    if (m_client)
+        g_subprocess_force_exit(m_client.get());
+    const std::string language = app::languageOfTexts();
+    const std::string spoken = withDigitsApart(line);
     // Messages of this priority interrupt one another.
     const std::vector<const char*> command {
-        kSpeechCommand, "--priority", "text", "--language", language.c_str(), "--", text.c_str(), nullptr};
+        kSpeechCommand, "--priority", "text", "--language", language.c_str(), "--", spoken.c_str(), nullptr};
     const auto flags =
         static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
-    if (GSubprocess* process = g_subprocess_newv(command.data(), flags, nullptr))
-        g_object_unref(process);
+    m_client.reset(g_subprocess_newv(command.data(), flags, nullptr));
 }
 
 } // namespace orbis::flux

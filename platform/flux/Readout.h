@@ -2,7 +2,9 @@
 #pragma once
 
 #include <Elementary.h>
+#include <gio/gio.h>
 
+#include <memory>
 #include <string>
 
 namespace orbis::flux {
@@ -12,11 +14,19 @@ namespace orbis::flux {
 /// each is appended to that file as one line instead. Never blocks and never fails towards its caller.
 class Readout {
 public:
+    ~Readout();
+
     /// Asks @p widget (nullable) for its text, once, and speaks it. Nothing when the reader is off.
     void speakFocused(Evas_Object* widget);
 
 private:
     void speak(const std::string& text);
+
+    struct ProcessDeleter {
+        void operator()(GSubprocess* process) const { g_object_unref(process); }
+    };
+    /// Hands the last text over, or has done so.
+    std::unique_ptr<GSubprocess, ProcessDeleter> m_client;
 };
 
 } // namespace orbis::flux
