@@ -72,6 +72,19 @@ int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrore
     return horizontal ? width : height;
 }
 
+/// A text that has a stack to itself stands in its middle, pixels from the top.
+int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const Area& area)
+{
+    const Evas_Object* lone = nullptr;
+    if (eina_list_count(boxData->children) == 1)
+        lone = static_cast<Evas_Object_Box_Option*>(eina_list_data_get(boxData->children))->obj;
+    if (!recordOf<TextboxRecord>(lone))
+        return 0;
+    int height = 0;
+    evas_object_size_hint_max_get(lone, nullptr, &height);
+    return std::max(0, area.height - height) / 2;
+}
+
 /// The items have the sizes they were appended with; what the toolkit's own boxes would make of hints and
 /// weights does not come into it.
 void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
@@ -81,7 +94,7 @@ void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
     const bool horizontal = record.type == ELM_FLUX_LAYOUT_HORIZONTAL;
     const bool mirrored = elm_object_mirrored_get(record.object);
     const int gap = elm_flux_unit_to_pixel(record.gap);
-    int offset = 0;
+    int offset = horizontal ? 0 : offsetOfLoneText(boxData, area);
     const Eina_List* node = nullptr;
     void* entry = nullptr;
     EINA_LIST_FOREACH(boxData->children, node, entry)

@@ -1,9 +1,11 @@
 #include "flux/Textbox.h"
 
+#include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orbis::flux {
 
@@ -25,6 +27,19 @@ const char* alignName(Elm_Flux_Textbox_Align align)
     return nullptr;
 }
 
+bool isContrasted(const TextboxRecord& record)
+{
+    return record.contrast || highContrast();
+}
+
+/// Colours that texts bring along are chosen against the usual card.
+/// @return the one that replaces them, or ""
+std::string replacingColour(const TextboxRecord& record)
+{
+    const char* accent = edje_object_data_get(elm_layout_edje_get(record.object), "contrast");
+    return isContrasted(record) && accent ? accent : "";
+}
+
 /// A text is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
 /// where they must, because names and network names need not hold a blank.
 std::string styleOf(const TextboxRecord& record)
@@ -33,9 +48,16 @@ std::string styleOf(const TextboxRecord& record)
     style += alignName(record.align);
     const bool wraps = record.multiline && record.rule != ELM_FLUX_RESPONSIVE_SHRINK;
     style += wraps ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
+    const std::string replacing = replacingColour(record);
     if (!record.color.empty())
-        style += " color=" + record.color;
+        style += " color=" + (replacing.empty() ? record.color : replacing);
     return style + "'";
+}
+
+void showText(const TextboxRecord& record)
+{
+    const std::string markup = displayMarkup(record.text, replacingColour(record));
+    elm_layout_text_set(record.object, kTextPart, markup.c_str());
 }
 
 void restyle(const TextboxRecord& record)
@@ -45,13 +67,17 @@ void restyle(const TextboxRecord& record)
     edje_object_part_text_style_user_push(edje, kTextPart, styleOf(record).c_str());
     elm_object_signal_emit(
         record.object, record.rule == ELM_FLUX_RESPONSIVE_KEEP ? "flux,keep" : "flux,fit", "");
-    if (record.contrast || highContrast()) // after the rule, which has a look of its own
+    if (isContrasted(record)) // after the rule, which has a look of its own
         elm_object_signal_emit(record.object, "HC", "");
 }
 
 void on_contrast(void* data, Evas_Object*, const char*, const char*)
 {
-    static_cast<TextboxRecord*>(data)->contrast = true;
+    auto& record = *static_cast<TextboxRecord*>(data);
+    if (std::exchange(record.contrast, true))
+        return;
+    showText(record);
+    restyle(record);
 }
 
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
@@ -60,7 +86,7 @@ bool loadGroup(const TextboxRecord& record)
     if (!elm_layout_theme_set(record.object, "flux", "textbox", std::to_string(record.size).c_str()))
         return false;
     restyle(record);
-    elm_layout_text_set(record.object, kTextPart, record.text.c_str());
+    showText(record);
     return true;
 }
 
@@ -87,7 +113,7 @@ Eina_Bool elm_flux_textbox_text_set(Evas_Object* textbox, const char* text)
     if (!record)
         return EINA_FALSE;
     record->text = text ? text : "";
-    elm_layout_text_set(textbox, kTextPart, record->text.c_str());
+    showText(*record);
     return EINA_TRUE;
 }
 

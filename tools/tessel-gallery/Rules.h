@@ -24,6 +24,7 @@ struct Expected {
     double scale = 1.0;
     bool contrast = false; ///< high contrast
     bool mayBeCut = false; ///< a name is longer than there is room for
+    bool hasOwnLook = false; ///< a name brings markup, and with it colours
     std::string focusedLabel; ///< empty: any
 };
 

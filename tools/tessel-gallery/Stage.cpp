@@ -12,6 +12,7 @@
 
 #include <Ecore_Evas.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -27,6 +28,10 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kRounds = 8;
 constexpr double kInterval = 0.002; ///< seconds
+constexpr double kInstant = 0.001;
+
+/// Even a motion without a duration takes a frame or two of the toolkit's own clock.
+constexpr std::chrono::milliseconds kFrames {60};
 
 /// The guide's hint comes after half a second.
 constexpr std::chrono::milliseconds kWait {650};
@@ -159,8 +164,8 @@ bool Stage::openWindow()
     if (!m_window)
         return false;
     evas_object_resize(m_window, m_combination.width(), m_combination.height());
-    // Motion would only have to be waited for.
-    edje_transition_duration_factor_set(0);
+    // Motion would only have to be waited for; the factor must not be 0, which means 1.
+    edje_transition_duration_factor_set(kInstant);
     return true;
 }
 
@@ -184,6 +189,7 @@ void Stage::enter(const State& state)
         break;
     }
     m_rounds = kRounds;
+    m_notBefore = std::max(m_notBefore, Clock::now() + kFrames);
 }
 
 /// The window of this engine counts as focused only after it was told both.
@@ -215,7 +221,7 @@ void Stage::picture(const State& state)
 {
     const Image whole = grab(m_window, m_behind);
     const Scene scene = look(m_window);
-    Expected expected {m_combination.scale, m_combination.contrast, state.hasAwkwardNames,
+    Expected expected {m_combination.scale, m_combination.contrast, state.hasAwkwardNames, state.hasMarkup,
         TesselUI::translated(state.focusedId)};
     Picture picture {state.name, m_combination.name() + "/" + state.name + ".png", scene, {}, {}};
     picture.broken = check(scene, whole, withoutTexts(scene), expected, picture.measured);

@@ -106,6 +106,7 @@ void addAwkward(std::vector<State>& list)
         for (const auto& [popup, show] : kPopups) {
             State state {
                 std::string("names-") + name.name + "-" + popup, Step::Show, show, kCancel, {}, true};
+            state.hasMarkup = name.text.find('<') != std::string::npos;
             state.names.phone = state.names.network = state.names.account = name.text;
             list.push_back(state);
         }

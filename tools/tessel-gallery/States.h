@@ -31,7 +31,8 @@ struct State {
     void (*show)(TesselUI::UIManager& manager, Names names) = nullptr; ///< for Step::Show
     const char* focusedId = nullptr; ///< text id of the button that has the keys then
     Names names {};
-    bool hasAwkwardNames = false;
+    bool hasAwkwardNames = false; ///< which may be longer than there is room for
+    bool hasMarkup = false; ///< in a name
 };
 
 std::vector<State> states(bool awkwardNames);
