@@ -60,6 +60,8 @@ std::string displayTag(std::string_view tag, const std::string& colour)
 {
     if (!tag.empty() && tag.front() == '/')
         return isWidgetsOwn(tag.substr(1)) ? "" : "<" + std::string {tag} + ">";
+    if (const std::string_view name = tag.substr(0, tag.find(' ')); isWidgetsOwn(name) && nameOf(name) == name)
+        return "";
     std::string words;
     bool hasDropped = false;
     for (size_t begin = 0; begin < tag.size();) {
