@@ -15,7 +15,7 @@ constexpr const char* kBoxPart = "elm.swallow.box";
 
 /// How far a text may reach above and below its place, layout units: the rows of secondary text are a little
 /// lower than the font's own lines, and its letters must not be cut.
-constexpr double kTextOverhang = 0.5;
+constexpr double kTextOverhang = 0.75;
 
 struct LayoutRecord {
     static constexpr const char* kKey = "orbis.flux.layout";

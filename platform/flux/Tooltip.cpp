@@ -5,6 +5,7 @@
 #include "flux/Widget.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace orbis::flux {
@@ -56,13 +57,23 @@ int firstTextBelow(Evas_Object* layout, const Box& bubble)
     return limit;
 }
 
+/// A hint is one line: its bubble is wider than it was asked to be rather than cut in another language.
+int widthOf(const TooltipRecord& record)
+{
+    constexpr double kTextShare = 0.9; // of the bubble's width, in the theme
+    const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(record.object), kTextPart);
+    int width = 0;
+    evas_object_textblock_size_native_get(text, &width, nullptr);
+    return std::clamp(static_cast<int>(std::ceil(width / kTextShare)), record.width, 2 * record.width);
+}
+
 void place(const TooltipRecord& record)
 {
     if (!record.target)
         return;
     const Box target = boxOf(record.target);
-    Box bubble {
-        target.x + (target.width - record.width) / 2, target.y + target.height, record.width, record.height};
+    const int width = widthOf(record);
+    Box bubble {target.x + (target.width - width) / 2, target.y + target.height, width, record.height};
     // Texts stand right below the picture: a hint must not hide them, so it moves up over its target.
     bubble.y = firstTextBelow(outermostLayout(record.target), bubble) - bubble.height;
     evas_object_geometry_set(record.object, bubble.x, bubble.y, bubble.width, bubble.height);
@@ -127,9 +138,11 @@ Eina_Bool elm_flux_object_tooltip_style_set(Evas_Object* tooltip, Elm_Flux_Toolt
 
 Eina_Bool elm_flux_object_tooltip_text_set(Evas_Object* tooltip, const char* text)
 {
-    if (!recordOf<TooltipRecord>(tooltip))
+    const auto* record = recordOf<TooltipRecord>(tooltip);
+    if (!record || !elm_layout_text_set(tooltip, kTextPart, text ? text : ""))
         return EINA_FALSE;
-    return elm_layout_text_set(tooltip, kTextPart, text ? text : "");
+    place(*record);
+    return EINA_TRUE;
 }
 
 Eina_Bool elm_flux_object_tooltip_orient_set(Evas_Object* tooltip, Elm_Flux_Tooltip_Orient orient)

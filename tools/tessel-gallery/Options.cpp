@@ -46,10 +46,22 @@ std::vector<std::string> split(const std::string& list)
     return result;
 }
 
+/// Some catalogues serve other regions under the language's own name: one picture of each is enough.
+std::vector<std::string> withoutAliases(const std::vector<std::string>& languages)
+{
+    std::vector<std::string> result;
+    std::copy_if(languages.begin(), languages.end(), std::back_inserter(result), [&](const std::string& one) {
+        return std::none_of(languages.begin(), languages.end(), [&](const std::string& other) {
+            return other.rfind(one + "_X", 0) != 0 && other.rfind(one + "_", 0) == 0;
+        });
+    });
+    return result;
+}
+
 bool setLanguages(const std::string& list, Options& options)
 {
     const auto installed = installedLanguages();
-    options.languages = list == "all" ? installed : split(list);
+    options.languages = list == "all" ? withoutAliases(installed) : split(list);
     for (const std::string& language : options.languages) {
         if (std::find(installed.begin(), installed.end(), language) == installed.end()) {
             fprintf(stderr, "tessel-gallery: there is no catalogue \"%s\"\n", language.c_str());

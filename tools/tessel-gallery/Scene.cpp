@@ -131,7 +131,7 @@ Text readText(Evas_Object* textblock)
     text.object = textblock;
     text.plain = plainText(textblock);
     text.box = boxOf(textblock);
-    text.sizePx = evas_textblock_fit_font_size_get(textblock);
+    text.sizePx = evas_textblock_fit_font_size_get(textblock) * evas_object_scale_get(textblock);
     readLines(text);
     readLetters(text);
     return text;

@@ -14,7 +14,7 @@ struct Text {
     std::string plain; ///< without markup, lines joined by a blank
     Box box; ///< where it may draw
     Box lines; ///< what its lines take
-    int sizePx = 0; ///< of its letters, pixels of this screen
+    double sizePx = 0; ///< of its letters, pixels of this screen
     bool isCut = false; ///< ends in an ellipsis
     std::vector<Box> runs; ///< of a few letters each, without the blanks
 };

@@ -13,11 +13,13 @@ BEGIN {
 
 END {
     counted = text
-    gsub(/[^ -~]/, "", counted) # some awks count bytes, in isolates and apostrophes three each
-    missing = length(counted) * 0.6
+    gsub(/[^ -~]+/, "x", counted) # some awks count bytes, in isolates and apostrophes three each
+    missing = length(counted) * 0.6 - length("[]")
     for (i = 0; missing > 0; ++i) {
-        word = padding[i % words + 1]
-        text = text " " word
+        word = " " padding[i % words + 1]
+        if (length(word) > missing)
+            word = substr(word, 1, int(missing + 0.999))
+        text = text word
         missing -= length(word)
     }
     for (i = 1; i <= count; ++i)
