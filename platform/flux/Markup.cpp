@@ -60,7 +60,8 @@ std::string displayTag(std::string_view tag, const std::string& colour)
 {
     if (!tag.empty() && tag.front() == '/')
         return isWidgetsOwn(tag.substr(1)) ? "" : "<" + std::string {tag} + ">";
-    if (const std::string_view name = tag.substr(0, tag.find(' ')); isWidgetsOwn(name) && nameOf(name) == name)
+    if (const std::string_view name = tag.substr(0, tag.find(' '));
+        isWidgetsOwn(name) && nameOf(name) == name)
         return "";
     std::string words;
     bool hasDropped = false;
@@ -79,6 +80,12 @@ std::string displayTag(std::string_view tag, const std::string& colour)
     }
     const bool isEmpty = words.find_first_not_of(' ') == std::string::npos;
     return hasDropped && isEmpty ? "" : "<" + words + ">";
+}
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to)
+{
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
 }
 
 } // namespace
@@ -102,6 +109,8 @@ std::string displayMarkup(const std::string& markup, const std::string& colour)
             at = open + 1;
         }
     }
+    replaceAll(result, "\u202d", "\u202a");
+    replaceAll(result, "&#x202d;", "&#x202a;");
     return result;
 }
 

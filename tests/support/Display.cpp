@@ -97,11 +97,12 @@ Picture Display::picture() const
 
 Picture Display::settledPicture() const
 {
+    constexpr size_t kSpinner = size_t {104} * 104; // a spinner never rests
     Picture last = picture();
     auto since = std::chrono::steady_clock::now();
     waitUntil([&] {
         Picture now = picture();
-        if (now != last) {
+        if (now.differences(last) > kSpinner) {
             last = std::move(now);
             since = std::chrono::steady_clock::now();
         }

@@ -43,7 +43,7 @@ public:
     bool hasKeys(int pid) const;
 
     Picture picture() const;
-    /// @return the picture once it has not changed for a moment
+    /// @return the picture once nothing but a spinner has changed for a moment
     Picture settledPicture() const;
     /// @return whether anything but the plain screen can be seen
     bool showsAnything() const { return picture() != m_plain; }

@@ -117,12 +117,17 @@ private:
         }
     }
 
-    /// Whether letters are drawn over letters; lines may touch where they have no ink.
-    bool runsMeet(const Text& one, const Text& other) const
+    /// Whether letters are drawn over letters; a line has some room above and below them.
+    static bool runsMeet(const Text& one, const Text& other)
     {
-        const Box shared = one.lines.cutTo(other.lines);
-        const int slack = std::max(1, static_cast<int>(std::lround(kOverhangPx * m_expected.scale)));
-        return shared.width > slack && shared.height > 2 * slack;
+        const Box shared = lettersOf(one).cutTo(lettersOf(other));
+        return shared.width > 1 && shared.height > 1;
+    }
+
+    static Box lettersOf(const Text& text)
+    {
+        const int room = static_cast<int>(std::lround(text.sizePx * kLineRoom));
+        return {text.lines.x, text.lines.y + room, text.lines.width, text.lines.height - 2 * room};
     }
 
     void checkSafeArea()
@@ -192,9 +197,9 @@ private:
         return text;
     }
 
-    /// How far a line may reach into its neighbour's place, and how far beside a button the card is looked
-    /// at.
-    static constexpr int kOverhangPx = 4;
+    /// Room above and below the letters in a line, of the letters' size.
+    static constexpr double kLineRoom = 0.17;
+    /// How far beside a button the card is looked at.
     static constexpr int kBesidePx = 8;
 
     const Scene& m_scene;
