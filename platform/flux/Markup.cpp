@@ -82,12 +82,6 @@ std::string displayTag(std::string_view tag, const std::string& colour)
     return hasDropped && isEmpty ? "" : "<" + words + ">";
 }
 
-void replaceAll(std::string& text, std::string_view from, std::string_view to)
-{
-    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
 } // namespace
 
 std::string displayMarkup(const std::string& markup, const std::string& colour)
@@ -109,8 +103,6 @@ std::string displayMarkup(const std::string& markup, const std::string& colour)
             at = open + 1;
         }
     }
-    replaceAll(result, "\u202d", "\u202a");
-    replaceAll(result, "&#x202d;", "&#x202a;");
     return result;
 }
 
