@@ -1,5 +1,11 @@
 /// What the program says to a viewer who has the screen read out.
+#include "Cards.h"
 #include "TvTest.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -24,19 +30,83 @@ protected:
     }
 };
 
-TEST_F(TheReadOut, NamesThePhoneThePinAndTheButtonOnce)
+/// Speech has no use for the marks of a text's direction.
+std::string plain(std::string text)
 {
+    for (const char* mark : {"\u200e", "\u200f", "\u202d", "\u2068", "\u2069"}) {
+        for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at))
+            text.erase(at, std::string(mark).size());
+    }
+    return text;
+}
+
+class TheReadOutIn : public TheReadOut, public testing::WithParamInterface<const char*> { };
+
+INSTANTIATE_TEST_SUITE_P(, TheReadOutIn, testing::Values("en_US", "ar_AE"),
+    [](const auto& language) { return std::string(language.param, 2); });
+
+TEST_P(TheReadOutIn, SaysWhatThePopupSaysInThisOrder)
+{
+    box.watchScreen();
+    ASSERT_TRUE(box.settings.setText(tv::kLanguage, GetParam()));
+    ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
+    startWith(1);
+    size_t count = 0;
+    for (const tv::ShownRequest& request : tv::kRequests) {
+        SCOPED_TRACE(request.method);
+        ASSERT_TRUE(box.show(request.method, request.texts));
+        ASSERT_TRUE(waitForUtterances(++count));
+        const tv::Screen screen = box.screen();
+        ASSERT_EQ(screen.cards.size(), 1U);
+        const tv::Card& card = screen.cards[0];
+        EXPECT_EQ(
+            card.title == request.card.title, GetParam() == std::string("en_US") || card.title == "PIN");
+        const std::string said = box.utterances().back();
+        std::vector<std::string> parts {card.title};
+        parts.insert(parts.end(), card.texts.begin(), card.texts.end());
+        parts.push_back(card.focus);
+        size_t at = 0;
+        for (const std::string& part : parts) {
+            const size_t found = said.find(plain(part), at);
+            ASSERT_NE(found, std::string::npos) << plain(part) << "\nis not said, or too early, in\n" << said;
+            at = found + plain(part).size();
+        }
+        EXPECT_EQ(plain(said), said);
+        EXPECT_EQ(said.find('<'), std::string::npos) << said;
+    }
+    // The countdown looks after the focus every second; that must not be heard.
+    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [58]"));
+    EXPECT_EQ(box.utterances().size(), count + 1);
+}
+
+TEST_F(TheReadOut, GoesToTheSpeechServiceInItsLanguageAndIsInterruptedByTheNext)
+{
+    // Stands for the service's client: writes down what it is told, and does not come through.
+    const tv::Folders folders;
+    const auto log = folders.root() / "told";
+    const auto client = folders.root() / "spd-say";
+    std::ofstream(client) << "#!/bin/sh\necho \"$$ $*\" >>" << log << "\nexec sleep 60\n";
+    std::filesystem::permissions(client, std::filesystem::perms::owner_all);
+    const auto told = [&] {
+        std::vector<std::string> lines;
+        std::ifstream file(log);
+        for (std::string line; std::getline(file, line);)
+            lines.push_back(line);
+        return lines;
+    };
+    box.setVariable("PATH", folders.root().string() + ":" + getenv("PATH"));
+    box.setVariable("ORBIS_SPEECH_LOG", "");
+    ASSERT_TRUE(box.settings.setText(tv::kLanguage, "pt_BR"));
     startWith(1);
     ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-    ASSERT_TRUE(waitForUtterances(1));
-    // The countdown looks after the focus every second; that must not be heard.
-    ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [59]"));
-    const auto said = box.utterances();
-    ASSERT_EQ(said.size(), 1U) << testing::PrintToString(said);
-    EXPECT_TRUE(contains(said[0], "Anna's phone")) << said[0];
-    EXPECT_TRUE(contains(said[0], "0042")) << said[0];
-    EXPECT_TRUE(contains(said[0], "Cancel")) << said[0];
-    EXPECT_FALSE(contains(said[0], "<")) << "markup is read out: " << said[0];
+    ASSERT_TRUE(waitUntil([&] { return told().size() == 1; }));
+    EXPECT_TRUE(contains(told()[0], " --priority text --language pt-br -- PIN,")) << told()[0];
+    EXPECT_TRUE(contains(told()[0], ",0 0 4 2,")) << told()[0];
+    ASSERT_TRUE(box.show("ShowTnCPopup"));
+    ASSERT_TRUE(waitUntil([&] { return told().size() == 2; }));
+    EXPECT_TRUE(waitUntil([&] { return kill(std::stoi(told()[0]), 0) != 0; })) << "both are heard";
+    EXPECT_EQ(kill(std::stoi(told()[1]), SIGKILL), 0);
 }
 
 TEST_F(TheReadOut, SurvivesMarkupInAName)
