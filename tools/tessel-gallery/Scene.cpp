@@ -167,6 +167,15 @@ void read(const std::vector<Evas_Object*>& objects, Scene& scene)
 
 } // namespace
 
+std::vector<Evas_Object*> objectsOf(const Evas_Object* window)
+{
+    std::vector<Evas_Object*> objects;
+    const Evas* canvas = evas_object_evas_get(window);
+    for (Evas_Object* root = evas_object_bottom_get(canvas); root; root = evas_object_above_get(root))
+        collect(root, objects);
+    return objects;
+}
+
 Scene look(const Evas_Object* window)
 {
     Scene scene;

@@ -33,6 +33,9 @@ struct Scene {
     bool isRightToLeft = false;
 };
 
+/// @return every visible object on the window's canvas, borrowed
+std::vector<Evas_Object*> objectsOf(const Evas_Object* window);
+
 /// @param window  shown, laid out and rendered
 Scene look(const Evas_Object* window);
 
