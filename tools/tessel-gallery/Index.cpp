@@ -1,6 +1,8 @@
 /// The page to browse the pictures.
 #include "Report.h"
 
+#include <sstream>
+
 namespace gallery {
 
 namespace {
@@ -41,42 +43,44 @@ std::string escaped(const std::string& text)
     return result;
 }
 
-void addFigure(std::string& page, const Json::Value& picture)
+void addFigure(std::ostream& page, const Json::Value& picture)
 {
     const std::string file = escaped(picture["file"].asString());
-    page += picture["broken"].empty() ? "<figure>" : "<figure class=\"broken\">";
-    page += "<a href=\"" + file + "\"><img loading=\"lazy\" src=\"" + file + "\" alt=\""
-        + escaped(picture["state"].asString()) + "\"></a><figcaption>" + escaped(picture["state"].asString());
+    const std::string state = escaped(picture["state"].asString());
+    page << (picture["broken"].empty() ? "<figure>" : "<figure class=\"broken\">") << "<a href=\"" << file
+         << "\"><img loading=\"lazy\" src=\"" << file << "\" alt=\"" << state << "\"></a><figcaption>"
+         << state;
     if (!picture["broken"].empty())
-        page += "<ul>";
+        page << "<ul>";
     for (const Json::Value& rule : picture["broken"])
-        page += "<li>" + escaped(rule["rule"].asString() + ": " + rule["detail"].asString());
+        page << "<li>" << escaped(rule["rule"].asString()) << ": " << escaped(rule["detail"].asString());
     if (!picture["broken"].empty())
-        page += "</ul>";
-    page += "</figcaption></figure>\n";
+        page << "</ul>";
+    page << "</figcaption></figure>\n";
 }
 
 } // namespace
 
 std::string toHtml(const Json::Value& summary)
 {
-    std::string page = kHead;
-    page += "<h1>Every state of every popup</h1><p>" + summary["pictures"].asString() + " pictures, "
-        + summary["broken_rules"].asString()
-        + " broken rules. Figures: <a href=\"report.json\">report.json</a></p>\n<nav>";
+    std::ostringstream page;
+    page << kHead << "<h1>Every state of every popup</h1><p>" << summary["pictures"].asInt() << " pictures, "
+         << summary["broken_rules"].asInt()
+         << " broken rules. Figures: <a href=\"report.json\">report.json</a></p>\n<nav>";
     for (const Json::Value& part : summary["combinations"]) {
         const std::string name = escaped(part["name"].asString());
-        page += "<a href=\"#" + name + "\">" + name + "</a>";
+        page << "<a href=\"#" << name << "\">" << name << "</a>";
     }
-    page += "</nav>\n";
+    page << "</nav>\n";
     for (const Json::Value& part : summary["combinations"]) {
         const std::string name = escaped(part["name"].asString());
-        page += "<h2 id=\"" + name + "\">" + name + "</h2>\n<div class=\"grid\">\n";
+        page << "<h2 id=\"" << name << "\">" << name << "</h2>\n<div class=\"grid\">\n";
         for (const Json::Value& picture : part["pictures"])
             addFigure(page, picture);
-        page += "</div>\n";
+        page << "</div>\n";
     }
-    return page + "</body></html>\n";
+    page << "</body></html>\n";
+    return page.str();
 }
 
 } // namespace gallery

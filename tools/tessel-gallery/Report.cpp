@@ -2,9 +2,8 @@
 
 #include <json/writer.h>
 
-#include <algorithm>
+#include <cmath>
 #include <fstream>
-#include <map>
 
 namespace gallery {
 
@@ -12,7 +11,7 @@ namespace {
 
 double rounded(double value)
 {
-    return static_cast<int>(value * 100 + 0.5) / 100.0;
+    return std::round(value * 100) / 100;
 }
 
 Json::Value toJson(const Box& box)
