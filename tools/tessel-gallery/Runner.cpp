@@ -12,7 +12,9 @@
 #include <map>
 #include <thread>
 
+#include <csignal>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -37,6 +39,7 @@ void redirectLog(const std::string& path)
 
 [[noreturn]] void runChild(const Combination& combination, const Options& options)
 {
+    prctl(PR_SET_PDEATHSIG, SIGTERM); // which ends the loop, and the temporary folder with it
     std::error_code error;
     std::filesystem::create_directories(options.folder + "/" + combination.name(), error);
     redirectLog(options.folder + "/" + combination.name() + "/log");

@@ -16,8 +16,13 @@ int main(int argc, char** argv)
     if (!options)
         return status;
     std::error_code error;
-    std::filesystem::create_directories(options->folder, error);
     options->folder = std::filesystem::absolute(options->folder, error);
+    std::filesystem::create_directories(options->folder, error);
+    if (error) {
+        fprintf(
+            stderr, "tessel-gallery: cannot make %s: %s\n", options->folder.c_str(), error.message().c_str());
+        return 2;
+    }
 
     const auto start = std::chrono::steady_clock::now();
     bool complete = false;
