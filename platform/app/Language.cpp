@@ -65,8 +65,8 @@ std::string chosenLanguage()
 {
     static const std::string s_environment = languageOfEnvironment();
     const std::unique_ptr<char, decltype(&free)> setting {vconf_get_str(kLanguageKey), free};
-    const std::string_view choice = setting && *setting ? setting.get() : s_environment;
-    return std::string {choice.substr(0, choice.find('.'))};
+    const std::string choice = setting && *setting ? setting.get() : s_environment;
+    return choice.substr(0, choice.find('.'));
 }
 
 } // namespace

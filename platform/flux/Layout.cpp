@@ -139,6 +139,15 @@ std::vector<Evas_Object*> layoutItems(const Evas_Object* layout)
     return items;
 }
 
+void tellItems(const Evas_Object* layout, const char* signal)
+{
+    for (Evas_Object* item : layoutItems(layout)) {
+        if (evas_object_visible_get(item))
+            elm_object_signal_emit(item, signal, "");
+        tellItems(item, signal);
+    }
+}
+
 } // namespace orbis::flux
 
 using namespace orbis::flux;

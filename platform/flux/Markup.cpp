@@ -48,7 +48,7 @@ size_t endOfWord(std::string_view tag, size_t begin)
 {
     bool isQuoted = false;
     for (size_t i = begin; i < tag.size(); ++i) {
-        if (tag[i] == '\'')
+        if (tag[i] == '\'' && i > begin) // one that begins a word quotes nothing
             isQuoted = !isQuoted;
         else if (tag[i] == ' ' && !isQuoted)
             return i;
@@ -91,8 +91,8 @@ std::string displayMarkup(const std::string& markup, const std::string& colour)
     for (size_t at = 0; at < text.size();) {
         const size_t open = std::min(text.find('<', at), text.size());
         result.append(text, at, open - at);
-        const size_t close = text.find('>', open);
-        const bool isOpen = open < text.size() && close != std::string_view::npos;
+        const size_t close = text.find_first_of("<>", open + 1); // a bracket within a tag begins another
+        const bool isOpen = open < text.size() && close != std::string_view::npos && text[close] == '>';
         const std::string_view tag = isOpen ? text.substr(open + 1, close - open - 1) : std::string_view {};
         if (isOpen && isMarkup(tag)) {
             result += displayTag(tag, colour);

@@ -2,6 +2,7 @@
 
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
+#include "flux/Layout.h"
 #include "flux/Manager.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
@@ -114,11 +115,14 @@ void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
     fitToWindow(popup, static_cast<PopupRecord*>(data)->window);
     evas_object_raise(popup);
     FocusStack::instance().push(popup);
+    tellItems(elm_layout_content_get(popup, kContentPart), "flux,spin");
 }
 
+/// A spinner that nobody sees must not wake the program; it is not told itself that its popup is hidden.
 void on_popupHidden(void*, Evas*, Evas_Object* popup, void*)
 {
     FocusStack::instance().remove(popup);
+    tellItems(elm_layout_content_get(popup, kContentPart), "flux,stop");
 }
 
 /// The content's place has its size from this, because the toolkit overwrites size hints of widgets.
@@ -197,6 +201,8 @@ Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style styl
         return EINA_FALSE;
     record->style = style;
     applyContrast(popup);
+    if (evas_object_visible_get(popup)) // the group's own signal came before it was loaded
+        elm_object_signal_emit(popup, "show", "");
     return EINA_TRUE;
 }
 

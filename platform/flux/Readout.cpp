@@ -51,8 +51,6 @@ void Readout::speakFocused(Evas_Object* widget)
         speak(text.get());
 }
 
-Readout::~Readout() = default;
-
 void Readout::speak(const std::string& text)
 {
     const std::string line = spokenLine(text);

@@ -14,8 +14,6 @@ namespace orbis::flux {
 /// each is appended to that file as one line instead. Never blocks and never fails towards its caller.
 class Readout {
 public:
-    ~Readout();
-
     /// Asks @p widget (nullable) for its text, once, and speaks it. Nothing when the reader is off.
     void speakFocused(Evas_Object* widget);
 

@@ -27,17 +27,12 @@ const char* alignName(Elm_Flux_Textbox_Align align)
     return nullptr;
 }
 
-bool isContrasted(const TextboxRecord& record)
-{
-    return record.contrast || highContrast();
-}
-
 /// Colours that texts bring along are chosen against the usual card.
 /// @return the one that replaces them, or ""
 std::string replacingColour(const TextboxRecord& record)
 {
     const char* accent = edje_object_data_get(elm_layout_edje_get(record.object), "contrast");
-    return isContrasted(record) && accent ? accent : "";
+    return record.contrast && accent ? accent : "";
 }
 
 /// A text is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
@@ -67,7 +62,7 @@ void restyle(const TextboxRecord& record)
     edje_object_part_text_style_user_push(edje, kTextPart, styleOf(record).c_str());
     elm_object_signal_emit(
         record.object, record.rule == ELM_FLUX_RESPONSIVE_KEEP ? "flux,keep" : "flux,fit", "");
-    if (isContrasted(record)) // after the rule, which has a look of its own
+    if (record.contrast) // after the rule, which has a look of its own
         elm_object_signal_emit(record.object, "HC", "");
 }
 
@@ -102,6 +97,7 @@ Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
     if (!textbox)
         return nullptr;
     auto* record = attachRecord<TextboxRecord>(textbox);
+    record->contrast = highContrast();
     elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
     loadGroup(*record);
     return textbox;

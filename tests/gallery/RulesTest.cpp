@@ -61,6 +61,7 @@ TEST(TheGallerysRules, AreEachBrokenByOneFault)
 {
     const std::pair<const char*, std::function<void(Popup&)>> faults[] = {
         {"ellipsis", [](Popup& p) { p.scene.texts[0].isCut = true; }},
+        {"no-font", [](Popup& p) { p.scene.texts[0].withoutFont = 0xD734; }},
         {"overflow", [](Popup& p) { p.scene.texts[0].lines.width = 301; }},
         {"small-text", [](Popup& p) { p.scene.texts[0].sizePx = 11; }},
         {"raw-id", [](Popup& p) { p.scene.texts[0].plain = "TV_SID_NEW"; }},

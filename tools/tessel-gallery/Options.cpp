@@ -58,6 +58,18 @@ std::vector<std::string> withoutAliases(const std::vector<std::string>& language
     return result;
 }
 
+/// Two processes must not write into one folder.
+template <typename Value>
+void removeRepeated(std::vector<Value>& values)
+{
+    std::vector<Value> result;
+    for (const Value& value : values) {
+        if (std::find(result.begin(), result.end(), value) == result.end())
+            result.push_back(value);
+    }
+    values = std::move(result);
+}
+
 bool setLanguages(const std::string& list, Options& options)
 {
     const auto installed = installedLanguages();
@@ -68,6 +80,7 @@ bool setLanguages(const std::string& list, Options& options)
             return false;
         }
     }
+    removeRepeated(options.languages);
     return !options.languages.empty();
 }
 
@@ -84,6 +97,7 @@ bool setScales(const std::string& list, Options& options)
         }
         options.scales.push_back(scale);
     }
+    removeRepeated(options.scales);
     return !options.scales.empty();
 }
 

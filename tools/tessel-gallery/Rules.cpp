@@ -52,6 +52,8 @@ private:
     {
         if (text.plain.find("_SID_") != std::string::npos)
             report("raw-id", text.plain);
+        if (text.withoutFont != 0 && !m_expected.mayBeCut)
+            report("no-font", text.plain + ": character " + std::to_string(text.withoutFont));
         if (text.isCut && !m_expected.mayBeCut)
             report("ellipsis", text.plain);
         if (!text.box.contains(text.lines))
@@ -138,8 +140,8 @@ private:
         if (m_scene.card.isEmpty() || !safe.contains(m_scene.card))
             report("safe-area", "the card is " + describe(m_scene.card));
         for (const Text& text : m_scene.texts) {
-            if (!safe.contains(text.box))
-                report("safe-area", text.plain + ": " + describe(text.box));
+            if (!m_scene.card.contains(text.box))
+                report("safe-area", text.plain + ": " + describe(text.box) + " is not on the card");
         }
         for (const Button& button : m_scene.buttons) {
             if (!m_scene.card.contains(button.box))

@@ -2,15 +2,18 @@
 
 #include "Report.h"
 #include "Stage.h"
+#include "States.h"
 
 #include <json/reader.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <thread>
+#include <utility>
 
 #include <csignal>
 #include <fcntl.h>
@@ -44,8 +47,8 @@ void redirectLog(const std::string& path)
     std::filesystem::create_directories(options.folder + "/" + combination.name(), error);
     redirectLog(options.folder + "/" + combination.name() + "/log");
     const Report report = perform(combination, options);
-    const bool written =
-        !report.pictures.empty() && writeText(partFile(options, combination), toText(toJson(report)));
+    const bool isWhole = report.pictures.size() == states(options.awkwardNames).size();
+    const bool written = isWhole && writeText(partFile(options, combination), toText(toJson(report)));
     // The parent's unwritten output must not be written twice.
     _exit(written ? 0 : 1);
 }
@@ -78,48 +81,101 @@ void tell(const Json::Value& part, size_t done, size_t all)
     fflush(stdout);
 }
 
+/// The processes of a run.
+class Runs {
+public:
+    explicit Runs(const Options& options)
+        : m_options(options)
+        , m_combinations(options.combinations())
+        , m_parts(m_combinations.size())
+    {
+    }
+
+    /// @return whether all came to a good end
+    bool perform();
+    std::vector<Json::Value> takeParts() { return std::move(m_parts); }
+
+private:
+    bool start();
+    bool awaitOne();
+    bool finish(size_t index, int status);
+
+    const Options& m_options;
+    std::vector<Combination> m_combinations;
+    std::vector<Json::Value> m_parts; ///< of the combinations; null for one that failed
+    std::map<pid_t, size_t> m_running; ///< to the combination's index
+    size_t m_next = 0; ///< combination to start
+    size_t m_done = 0;
+};
+
+bool Runs::perform()
+{
+    const size_t most = std::max(1U, std::thread::hardware_concurrency());
+    bool isGood = true;
+    fflush(nullptr);
+    signal(SIGCHLD, SIG_DFL); // whoever ignores it is never told of an end
+    while (m_next < m_combinations.size() || !m_running.empty()) {
+        if (m_next == m_combinations.size() || m_running.size() == most) {
+            isGood &= awaitOne();
+        } else if (!start()) {
+            isGood = false;
+            m_next = m_combinations.size();
+        }
+    }
+    return isGood;
+}
+
+bool Runs::start()
+{
+    const pid_t child = fork();
+    if (child == 0)
+        runChild(m_combinations[m_next], m_options);
+    if (child < 0) {
+        perror("fork");
+        return false;
+    }
+    m_running[child] = m_next++;
+    return true;
+}
+
+bool Runs::awaitOne()
+{
+    int status = 0;
+    pid_t ended = -1;
+    do
+        ended = wait(&status);
+    while (ended < 0 && errno == EINTR);
+    if (ended < 0) {
+        perror("wait");
+        m_running.clear();
+        return false;
+    }
+    const auto found = m_running.find(ended);
+    return found == m_running.end() || finish(m_running.extract(found).mapped(), status);
+}
+
+bool Runs::finish(size_t index, int status)
+{
+    Json::Value part = takePart(partFile(m_options, m_combinations[index]));
+    ++m_done;
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || !part.isObject()) {
+        fprintf(stderr, "tessel-gallery: %s failed; see its log\n", m_combinations[index].name().c_str());
+        return false;
+    }
+    if (!m_options.quiet)
+        tell(part, m_done, m_combinations.size());
+    m_parts[index] = std::move(part);
+    return true;
+}
+
 } // namespace
 
 Json::Value runAll(const Options& options, bool& complete)
 {
-    const auto combinations = options.combinations();
-    std::vector<Json::Value> parts(combinations.size());
-    std::map<pid_t, size_t> running;
-    const size_t most = std::max(1U, std::thread::hardware_concurrency());
-    size_t done = 0;
-    complete = true;
-    fflush(nullptr);
-    for (size_t next = 0; next < combinations.size() || !running.empty();) {
-        if (next < combinations.size() && running.size() < most) {
-            const pid_t child = fork();
-            if (child == 0)
-                runChild(combinations[next], options);
-            if (child < 0) {
-                perror("fork");
-                complete = false;
-                break;
-            }
-            running[child] = next++;
-            continue;
-        }
-        int status = 0;
-        const auto ended = running.find(wait(&status));
-        if (ended == running.end())
-            continue;
-        const Combination& combination = combinations[ended->second];
-        Json::Value& part = parts[ended->second] = takePart(partFile(options, combination));
-        running.erase(ended);
-        ++done;
-        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || !part.isObject()) {
-            complete = false;
-            part = {};
-            fprintf(stderr, "tessel-gallery: %s failed; see its log\n", combination.name().c_str());
-        } else if (!options.quiet) {
-            tell(part, done, combinations.size());
-        }
-    }
+    Runs runs {options};
+    complete = runs.perform();
     Json::Value result(Json::arrayValue);
-    for (const Json::Value& part : parts) {
+    for (const Json::Value& part : runs.takeParts()) {
         if (part.isObject())
             result.append(part);
     }

@@ -2,6 +2,8 @@
 #define EFL_BETA_API_SUPPORT 1
 #include "Scene.h"
 
+#include "Fonts.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -53,6 +55,20 @@ bool holdsFocus(const std::vector<Evas_Object*>& objects)
         [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); });
 }
 
+/// Names need not be of valid UTF-8, and the report has to be.
+std::string valid(const char* text)
+{
+    std::string result;
+    for (int at = 0; text[at] != '\0';) {
+        const int begin = at;
+        const Eina_Unicode character = eina_unicode_utf8_next_get(text, &at);
+        // The library gives each broken byte a place of its own.
+        const bool isBroken = character >= 0xDC80 && character <= 0xDCFF;
+        result += isBroken ? "\uFFFD" : std::string(text + begin, static_cast<size_t>(at - begin));
+    }
+    return result;
+}
+
 std::string plainText(const Evas_Object* textblock)
 {
     const Cursor begin = cursorOf(textblock);
@@ -61,9 +77,23 @@ std::string plainText(const Evas_Object* textblock)
     evas_textblock_cursor_paragraph_last(end.get());
     const std::unique_ptr<char, decltype(&free)> text {
         evas_textblock_cursor_range_text_get(begin.get(), end.get(), EVAS_TEXTBLOCK_TEXT_PLAIN), free};
-    std::string plain = text ? text.get() : "";
+    std::string plain = valid(text ? text.get() : "");
     std::replace(plain.begin(), plain.end(), '\n', ' ');
     return plain;
+}
+
+/// @return the first character, 0 for none
+uint32_t firstCharacter(const char* text)
+{
+    int index = 0;
+    return text && *text ? static_cast<uint32_t>(eina_unicode_utf8_next_get(text, &index)) : 0;
+}
+
+/// Emoji have colours of their own, and what joins or varies them is drawn with them.
+bool isEmoji(uint32_t character)
+{
+    return character == 0x200D || character == 0xFE0F || (character >= 0x2600 && character < 0x27C0)
+        || character >= 0x1F000;
 }
 
 void add(Box& run, const Box& letter)
@@ -98,10 +128,11 @@ void readLetters(Text& text)
             text.isCut |= !isBlank;
             continue;
         }
-        if (isBlank || at != line || letters == kRunLetters)
+        const bool isDrawing = isEmoji(firstCharacter(content.get()));
+        if (isBlank || isDrawing || at != line || letters == kRunLetters)
             endRun();
         line = at;
-        if (isBlank || letter.isEmpty())
+        if (isBlank || isDrawing || letter.isEmpty())
             continue;
         letter.x += text.box.x;
         letter.y += text.box.y;
@@ -130,6 +161,7 @@ Text readText(Evas_Object* textblock)
     Text text;
     text.object = textblock;
     text.plain = plainText(textblock);
+    text.withoutFont = firstWithoutFont(text.plain);
     text.box = boxOf(textblock);
     text.sizePx = evas_textblock_fit_font_size_get(textblock) * evas_object_scale_get(textblock);
     readLines(text);

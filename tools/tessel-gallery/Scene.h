@@ -16,7 +16,8 @@ struct Text {
     Box lines; ///< what its lines take
     double sizePx = 0; ///< of its letters, pixels of this screen
     bool isCut = false; ///< ends in an ellipsis
-    std::vector<Box> runs; ///< of a few letters each, without the blanks
+    std::vector<Box> runs; ///< of a few letters each, without the blanks and the emoji
+    uint32_t withoutFont = 0; ///< a character that no font has; 0 when all are drawn
 };
 
 struct Button {

@@ -12,6 +12,8 @@
 
 #include <Ecore_Evas.h>
 
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -36,9 +38,12 @@ class TemporaryFolder {
 public:
     TemporaryFolder()
     {
-        std::string path = std::filesystem::temp_directory_path() / "tessel-gallery-XXXXXX";
-        if (mkdtemp(path.data()))
+        std::error_code error;
+        std::string path = std::filesystem::temp_directory_path(error) / "tessel-gallery-XXXXXX";
+        if (!error && mkdtemp(path.data()))
             m_path = path;
+        else
+            perror("tessel-gallery: no temporary folder");
     }
     ~TemporaryFolder()
     {
@@ -280,6 +285,10 @@ void Stage::close()
 
 Report perform(const Combination& combination, const Options& options)
 {
+    if (access(fontsFile().c_str(), R_OK) != 0) {
+        perror(fontsFile().c_str());
+        return {};
+    }
     const TemporaryFolder folder;
     std::error_code error;
     std::filesystem::create_directories(options.folder + "/" + combination.name(), error);

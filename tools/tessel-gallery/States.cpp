@@ -89,6 +89,8 @@ std::vector<AwkwardName> awkwardNames()
         {"less-than", "Tom <3 & Ann"},
         {"markup", "<b>Bold</b><br>two<br>three<br>four<br>five<align=left>left"},
         {"huge", "<font_size=300>HUGE</font_size>"},
+        {"tag-in-tag", "<b <font_size=300>A"},
+        {"open-quote", "<b ' linesize=2000>A"},
         {"open-tag", "<color=#000000><font_size=8>unclosed"},
         {"entities", "&amp;&lt;x&gt;&nbsp;&#x1F4F1; 100% %1 %s"},
         {"controls",

@@ -1,0 +1,61 @@
+#include "Fonts.h"
+
+#include <Eina.h>
+#include <fontconfig/fontconfig.h>
+
+#include <memory>
+
+namespace gallery {
+
+namespace {
+
+constexpr const char* kFamily = "NorvaleSans-500";
+
+template <auto function>
+struct Deleter {
+    template <typename T>
+    void operator()(T* object) const
+    {
+        function(object);
+    }
+};
+using Pattern = std::unique_ptr<FcPattern, Deleter<FcPatternDestroy>>;
+using FontSet = std::unique_ptr<FcFontSet, Deleter<FcFontSetDestroy>>;
+using CharSet = std::unique_ptr<FcCharSet, Deleter<FcCharSetDestroy>>;
+
+/// @return what the family and the fonts that stand in for it can draw, which is what the toolkit asks for,
+/// too
+CharSet drawable()
+{
+    const Pattern pattern {FcPatternCreate()};
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(kFamily));
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    FcCharSet* characters = nullptr;
+    FcResult result = FcResultNoMatch;
+    const FontSet fonts {FcFontSort(nullptr, pattern.get(), FcTrue, &characters, &result)};
+    return CharSet {characters};
+}
+
+/// Blanks, control characters, joiners, marks of direction and variation.
+bool isInvisible(uint32_t character)
+{
+    return character <= 0x20 || character == 0x7F || (character >= 0x200B && character <= 0x200F)
+        || (character >= 0x2028 && character <= 0x202E) || (character >= 0x2060 && character <= 0x206F)
+        || (character >= 0xFE00 && character <= 0xFE0F);
+}
+
+} // namespace
+
+uint32_t firstWithoutFont(const std::string& text)
+{
+    static const CharSet characters = drawable();
+    for (int at = 0; text[static_cast<size_t>(at)] != '\0';) {
+        const auto character = static_cast<uint32_t>(eina_unicode_utf8_next_get(text.c_str(), &at));
+        if (!isInvisible(character) && !(characters && FcCharSetHasChar(characters.get(), character)))
+            return character;
+    }
+    return 0;
+}
+
+} // namespace gallery
