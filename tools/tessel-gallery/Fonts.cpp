@@ -38,7 +38,7 @@ CharSet drawable()
 }
 
 /// Blanks, control characters, joiners, marks of direction and variation.
-bool isInvisible(uint32_t character)
+bool isInvisible(char32_t character)
 {
     return character <= 0x20 || character == 0x7F || (character >= 0x200B && character <= 0x200F)
         || (character >= 0x2028 && character <= 0x202E) || (character >= 0x2060 && character <= 0x206F)
@@ -50,12 +50,14 @@ bool isInvisible(uint32_t character)
 uint32_t firstWithoutFont(const std::string& text)
 {
     static const CharSet characters = drawable();
-    for (int at = 0; text[static_cast<size_t>(at)] != '\0';) {
-        const auto character = static_cast<uint32_t>(eina_unicode_utf8_next_get(text.c_str(), &at));
+    for (int at = 0;;) {
+        const Eina_Unicode next = eina_unicode_utf8_next_get(text.c_str(), &at);
+        if (next == 0)
+            return 0;
+        const auto character = static_cast<char32_t>(next);
         if (!isInvisible(character) && !(characters && FcCharSetHasChar(characters.get(), character)))
             return character;
     }
-    return 0;
 }
 
 } // namespace gallery
