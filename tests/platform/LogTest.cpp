@@ -15,21 +15,24 @@
 
 namespace {
 
-/// Standard error as a datagram socket: each write() arrives as one piece.
+/// Standard error is a datagram socket while this lives: each write() arrives as one piece.
 class Pieces {
 public:
     Pieces()
+        : m_saved(dup(STDERR_FILENO))
     {
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, m_ends), 0);
         const int room = 1 << 20;
         setsockopt(m_ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
+        dup2(m_ends[1], STDERR_FILENO);
     }
     ~Pieces()
     {
+        dup2(m_saved, STDERR_FILENO);
+        close(m_saved);
         close(m_ends[0]);
         close(m_ends[1]);
     }
-    int sender() const { return m_ends[1]; }
     std::string next() const
     {
         std::string piece(1 << 20, '\0');
@@ -39,6 +42,7 @@ public:
     }
 
 private:
+    int m_saved;
     int m_ends[2] = {-1, -1};
 };
 
@@ -90,17 +94,14 @@ TEST(ALogLine, IsWrittenInOnePieceAsItIs)
 {
     const Pieces pieces;
     const std::string longText(100000, 'x');
-    {
-        const StandardErrorTo redirected(pieces.sender());
-        errno = ENOENT;
-        EXPECT_EQ(dlog_print(DLOG_DEBUG, "tag", "%s=%d", "value", 5), 15);
-        EXPECT_EQ(errno, ENOENT);
-        dlog_print(DLOG_INFO, nullptr, "in\nside\n");
-        dlog_print(DLOG_WARN, "tag", "%s", longText.c_str());
-        dlog_print(DLOG_ERROR, "tag", "%s", "");
-        EXPECT_EQ(dlog_print(DLOG_INFO, "tag", nullptr), -EINVAL);
-        EXPECT_EQ(dlog_print(static_cast<log_priority>(7), "tag", "x"), -EINVAL);
-    }
+    errno = ENOENT;
+    EXPECT_EQ(dlog_print(DLOG_DEBUG, "tag", "%s=%d", "value", 5), 15);
+    EXPECT_EQ(errno, ENOENT);
+    dlog_print(DLOG_INFO, nullptr, "in\nside\n");
+    dlog_print(DLOG_WARN, "tag", "%s", longText.c_str());
+    dlog_print(DLOG_ERROR, "tag", "%s", "");
+    EXPECT_EQ(dlog_print(DLOG_INFO, "tag", nullptr), -EINVAL);
+    EXPECT_EQ(dlog_print(static_cast<log_priority>(7), "tag", "x"), -EINVAL);
     EXPECT_EQ(pieces.next(), "D/tag: value=5\n");
     EXPECT_EQ(pieces.next(), "I/: in\nside\n\n");
     EXPECT_EQ(pieces.next(), "W/tag: " + longText + '\n');

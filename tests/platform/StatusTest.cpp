@@ -18,7 +18,7 @@ TEST_F(AnApplication, RunsWhileItsProcessIsAlive)
     EXPECT_EQ(aul_app_is_running("org.app"), 0);
     EXPECT_EQ(aul_app_get_status("org.app"), -1);
     ASSERT_EQ(aul_app_set_status("org.app", STATUS_FOCUS), 0);
-    EXPECT_EQ(contentsOf(entry("org.app")), std::to_string(getpid()) + " 2\n");
+    EXPECT_EQ(readFile(entry("org.app")), std::to_string(getpid()) + " 2\n");
     EXPECT_EQ(aul_app_is_running("org.app"), 1);
     EXPECT_EQ(aul_app_get_status("org.app"), STATUS_FOCUS);
 
@@ -26,7 +26,7 @@ TEST_F(AnApplication, RunsWhileItsProcessIsAlive)
     writeFile(entry("org.app"), std::to_string(other.process()) + " 3\n");
     EXPECT_EQ(aul_app_get_status("org.app"), STATUS_VISIBLE);
     EXPECT_EQ(aul_app_remove_status("org.app"), -1) << "another process's entry";
-    other.signal(SIGKILL);
+    other.kill();
     siginfo_t info = {};
     waitid(P_PID, static_cast<id_t>(other.process()), &info, WEXITED | WNOWAIT); // ended, not yet reaped
     EXPECT_EQ(aul_app_is_running("org.app"), 0);

@@ -3,9 +3,6 @@
 #include <Ecore.h>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 
 namespace {
 
@@ -20,19 +17,17 @@ Eina_Bool on_tick(void*)
 
 } // namespace
 
-void StoreFixture::SetUp()
+StoreFixture::StoreFixture()
 {
-    std::string pattern = (std::filesystem::temp_directory_path() / "platform-test-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    m_folder = pattern;
-    setenv("ORBIS_STATE_DIR", state().c_str(), 1);
-    setenv("ORBIS_RUNTIME_DIR", runtime().c_str(), 1);
+    // The store makes its folders itself.
+    std::filesystem::remove(state());
+    std::filesystem::remove(runtime());
 }
 
-void StoreFixture::TearDown()
+std::unique_ptr<tv::Process> StoreFixture::tool(Words arguments) const
 {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_folder, ignored);
+    arguments.insert(arguments.begin(), ORBIS_SETTINGS_TOOL);
+    return std::make_unique<tv::Process>(arguments, m_folders.environment());
 }
 
 bool runUntil(const std::function<bool()>& condition, double seconds)
@@ -98,13 +93,12 @@ std::optional<std::string> text(const std::string& key)
     return result;
 }
 
-std::string contentsOf(const std::string& path)
+bool listens(const tv::Process& tool, const char* key)
 {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeFile(const std::string& path, const std::string& contents)
-{
-    std::ofstream(path, std::ios::binary) << contents;
+    return tv::waitUntil([&] {
+        const bool told = !tool.output().empty();
+        if (!told)
+            vconf_set_int(key, 0);
+        return told;
+    });
 }

@@ -2,6 +2,8 @@
 #ifndef TESTS_STORE_FIXTURE_H
 #define TESTS_STORE_FIXTURE_H
 
+#include "Folders.h"
+#include "Process.h"
 #include "vconf.h"
 
 #include <functional>
@@ -9,15 +11,22 @@
 #include <optional>
 #include <string>
 
+using tv::readFile;
+using tv::writeFile;
+using Words = std::vector<std::string>;
+
 class StoreFixture : public testing::Test {
 protected:
-    void SetUp() override;
-    void TearDown() override;
+    StoreFixture();
 
-    std::string state() const { return m_folder + "/state"; }
-    std::string runtime() const { return m_folder + "/runtime"; }
+    std::string state() const { return m_folders.state(); }
+    std::string runtime() const { return m_folders.runtime(); }
+    /// Starts orbis-settings.
+    std::unique_ptr<tv::Process> tool(Words arguments) const;
 
-    std::string m_folder;
+    const tv::Folders m_folders;
+    const tv::Settings m_settings {m_folders};
+    const std::string m_folder = m_folders.root();
 };
 
 /// Runs the main loop until the condition holds. @return false when it does not in time
@@ -51,7 +60,8 @@ private:
 void settle();
 
 std::optional<std::string> text(const std::string& key);
-std::string contentsOf(const std::string& path);
-void writeFile(const std::string& path, const std::string& contents);
+
+/// Writes an integer until the tool that watches the key tells of it: from then on it listens.
+bool listens(const tv::Process& tool, const char* key);
 
 #endif

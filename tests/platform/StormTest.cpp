@@ -90,7 +90,7 @@ TEST_F(AStorm, OfWritersShowsNoHalfValueAndDeliversTheLast)
         const Child victim(writeForever);
         const auto life = static_cast<double>(random() % 20000) / 1e6;
         runUntil([] { return false; }, life);
-        victim.signal(SIGKILL);
+        victim.kill();
         ++kills;
     }
     for (const auto& writer : writers)
@@ -104,23 +104,22 @@ TEST_F(AStorm, OfWritersShowsNoHalfValueAndDeliversTheLast)
 
 TEST_F(AStorm, DuringASleepOfTheWatcherLosesNothing)
 {
-    const int writes = std::stoi(contentsOf("/proc/sys/fs/inotify/max_queued_events")) + 100;
+    const int writes = std::stoi(readFile("/proc/sys/fs/inotify/max_queued_events")) + 100;
     if (writes > 100000)
         GTEST_SKIP() << "the event queue holds too much to be filled here";
-    ToolWatch tool({"memory/first", "memory/second", "memory/quiet"});
-    for (int i = 0; i < 100 && !tool.readLine(100); ++i)
-        vconf_set_int("memory/first", i); // until it listens
-    tool.child().signal(SIGSTOP);
+    const auto watch = tool({"watch", "memory/first", "memory/second", "memory/quiet"});
+    ASSERT_TRUE(listens(*watch, "memory/first"));
+    watch->signal(SIGSTOP);
     for (int i = 0; i < writes; ++i)
         vconf_set_int(i % 2 ? "memory/first" : "memory/second", i);
     vconf_set_str("memory/first", "last");
     vconf_set_str("memory/second", "last");
     vconf_set_str("memory/quiet", "last"); // its only event is dropped
-    tool.child().signal(SIGCONT);
-    int last = 0;
-    while (last < 3) {
-        const auto line = tool.readLine();
-        ASSERT_TRUE(line) << "only " << last << " of the last values came";
-        last += line->find(" last") != std::string::npos;
+    watch->signal(SIGCONT);
+    for (const char* last : {"memory/first last", "memory/second last", "memory/quiet last"}) {
+        EXPECT_TRUE(tv::waitUntil([&] {
+            const auto& lines = watch->output();
+            return std::find(lines.begin(), lines.end(), last) != lines.end();
+        })) << last;
     }
 }

@@ -1,14 +1,11 @@
-#include "Processes.h"
 #include "StoreFixture.h"
 
 #include "wizard.h"
 
 #include <csignal>
-#include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <sys/time.h>
-#include <unistd.h>
 
 class TheWizard : public StoreFixture {
 protected:
@@ -39,7 +36,7 @@ protected:
 TEST_F(TheWizard, GetsTheArgumentsAndGivesItsStatus)
 {
     EXPECT_EQ(run("printf '%s|' $# \"$@\" > '" + m_folder + "/seen'; exit 7"), 7);
-    EXPECT_EQ(contentsOf(m_folder + "/seen"), "2|type=A B|uri=|");
+    EXPECT_EQ(readFile(m_folder + "/seen"), "2|type=A B|uri=|");
     EXPECT_EQ(run("kill -TERM $$"), 128 + SIGTERM);
 }
 
@@ -59,14 +56,9 @@ TEST_F(TheWizard, IsWaitedForThroughSignals)
 
 TEST_F(TheWizard, ThatCannotRunIsReported)
 {
-    const std::string log = m_folder + "/log";
-    const int descriptor = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-    {
-        const StandardErrorTo redirected(descriptor);
-        EXPECT_EQ(runProgram(m_folder + "/absent"), 127);
-    }
-    close(descriptor);
-    EXPECT_NE(contentsOf(log).find(m_folder + "/absent"), std::string::npos);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(runProgram(m_folder + "/absent"), 127);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find(m_folder + "/absent"), std::string::npos);
 }
 
 TEST_F(TheWizard, RefusesInvalidArguments)
