@@ -1,7 +1,6 @@
 /// How the program comes up, what it tells the rest of the TV, and how it ends.
 #include "TvTest.h"
 
-#include <algorithm>
 #include <csignal>
 
 namespace {
@@ -61,22 +60,6 @@ TEST_F(TheProgram, ComesUpInOrderAndTellsTheDaemonOnce)
     EXPECT_TRUE(box.screenIsPlain()) << "nothing was asked for yet";
 }
 
-TEST_F(TheProgram, AnswersWhateverItIsAsked)
-{
-    ASSERT_TRUE(box.start());
-    EXPECT_TRUE(box.request("ShowMobileGuide", {"0042"}));
-    EXPECT_TRUE(box.request("ShowPinPopup", {"Anna's phone", "0042"}));
-    EXPECT_TRUE(box.request("ShowFailedPopup", {"wifi"}));
-    EXPECT_TRUE(box.request("ShowFailedPopup", {"sso"}));
-    EXPECT_TRUE(box.request("ShowTnCPopup"));
-    EXPECT_TRUE(box.request("ShowApListPopup"));
-    EXPECT_TRUE(box.request("HidePopup"));
-    // What the interface does not offer is refused by the bus, arguments of another type too.
-    EXPECT_NE(box.daemon->request("ShowNothing").error, "");
-    EXPECT_NE(box.daemon->request("ShowPinPopup", {"0042"}).error, "");
-    EXPECT_TRUE(box.request("HidePopup"));
-}
-
 TEST_F(TheProgram, SpeaksEnglishUntilALanguageIsChosen)
 {
     ASSERT_TRUE(box.settings.remove(tv::kLanguage));
@@ -106,6 +89,7 @@ TEST_F(TheProgram, EndsOnlyWhenTheStartModeIs100)
         "In CTesselUI::Main after loop",
     }));
     EXPECT_EQ(box.daemon->calls().size(), 1U) << "an end that the daemon asked for is no stop by the viewer";
+    EXPECT_EQ(box.program->complaints(), std::vector<std::string> {});
     EXPECT_TRUE(box.screenIsPlain());
 }
 
@@ -123,23 +107,13 @@ TEST_F(TheProgram, EndsTheOrderlyWayOnEverySignalThatAsksForIt)
     }
 }
 
-TEST_F(TheProgram, HandsASecondLaunchToTheFirst)
+TEST_F(TheProgram, KeepsItsStatusEntryWhileItRunsAndTakesOverThatOfARunThatDied)
 {
     ASSERT_TRUE(box.start());
-    ASSERT_TRUE(box.program->waitForLog("In CTesselUI ::On Service "));
-    const size_t mark = box.program->mark();
+    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
+    box.program->signal(SIGKILL);
+    ASSERT_TRUE(box.program->endsWith(128 + SIGKILL));
 
-    const auto second = box.launch({"LAUNCH_MODE=POPUP"});
-    EXPECT_TRUE(second->endsWith(0)) << second->tail();
-    EXPECT_TRUE(box.program->waitForLog("In CTesselUI ::On Service ", mark));
-    EXPECT_FALSE(second->logged("In CTesselUI::OnCreate"));
-    EXPECT_EQ(box.daemon->calls().size(), 1U);
-    EXPECT_TRUE(box.request("HidePopup")) << "the first goes on";
-    EXPECT_NE(box.folders.appStatus(tv::kPackage), std::nullopt) << "the second must leave the entry alone";
-}
-
-TEST_F(TheProgram, KeepsItsStatusEntryWhileItRuns)
-{
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
     EXPECT_EQ(appStatus().rfind(std::to_string(box.program->pid()) + " ", 0), 0U) << appStatus();
@@ -154,27 +128,6 @@ TEST_F(TheProgram, KeepsItsStatusEntryWhileItRuns)
     ASSERT_TRUE(box.setStartMode(100));
     EXPECT_TRUE(box.program->endsWith(0));
     EXPECT_EQ(box.folders.appStatus(tv::kPackage), std::nullopt);
-}
-
-TEST_F(TheProgram, TakesOverTheEntryOfARunThatDied)
-{
-    ASSERT_TRUE(box.start());
-    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
-    box.program->signal(SIGKILL);
-    ASSERT_TRUE(box.program->endsWith(128 + SIGKILL));
-
-    ASSERT_TRUE(box.start());
-    EXPECT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-}
-
-TEST_F(TheProgram, NamesAnArgumentThatIsNoParameterAndSkipsIt)
-{
-    ASSERT_TRUE(box.start({"nonsense", "LAUNCH_MODE=POPUP"}));
-    const auto& errors = box.program->errors();
-    const auto named = std::count_if(errors.begin(), errors.end(),
-        [](const std::string& line) { return line.find("nonsense") != std::string::npos; });
-    EXPECT_GE(named, 1);
-    EXPECT_TRUE(box.request("HidePopup"));
 }
 
 } // namespace

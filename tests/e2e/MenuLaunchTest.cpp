@@ -51,13 +51,4 @@ TEST_F(AMenuLaunch, RunsTheWizardAndEndsWithItsStatus)
     EXPECT_TRUE(box.daemon->calls().empty()) << "the daemon is not told of a menu launch";
 }
 
-TEST_F(AMenuLaunch, SaysSoWhenThereIsNoWizard)
-{
-    const std::string missing = (box.folders.root() / "no-such-wizard").string();
-    box.setVariable("ORBIS_WIZARD", missing);
-    box.program = box.launch({});
-    EXPECT_TRUE(box.program->endsWith(127));
-    EXPECT_NE(box.program->tail().find(missing), std::string::npos) << "which program is missing is not said";
-}
-
 } // namespace

@@ -116,7 +116,12 @@ TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
         ASSERT_TRUE(tell(line));
         if (line.rfind("viewer press", 0) == 0)
             press(line);
-        stops += line.rfind("wait StopTessel", 0) == 0 ? 1 : 0;
+        if (line.rfind("wait StopTessel", 0) == 0) {
+            ++stops;
+            EXPECT_TRUE(tv::waitUntil([&] { return box.settings.getInt(tv::kStartMode) == 5; }));
+            const bool atPin = std::prev(look)->front().title == "PIN";
+            EXPECT_EQ(box.settings.getInt(tv::kReady), atPin ? std::optional {1} : std::nullopt);
+        }
     }
     EXPECT_EQ(look, session.looks.end());
     EXPECT_TRUE(box.program->endsWith(0));

@@ -14,7 +14,6 @@ namespace tv {
 template <typename T, auto Free>
 using CHandle = std::unique_ptr<T, std::integral_constant<decltype(Free), Free>>;
 
-using MallocText = CHandle<char, std::free>; ///< from the settings store
 using GText = CHandle<char, g_free>; ///< from GLib
 using ErrorPtr = CHandle<GError, g_error_free>;
 using VariantPtr = CHandle<GVariant, g_variant_unref>;

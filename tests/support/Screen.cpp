@@ -2,7 +2,6 @@
 
 #include "Wait.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -21,16 +20,10 @@ void take(const std::string& name, const std::string& value, Screen& screen)
 {
     if (name == "window")
         screen.visible = value == "1";
-    else if (name == "dim")
-        screen.dim = std::stoi(value);
     else if (name == "leftover")
         screen.leftover = std::stoi(value);
     else if (name == "popup")
-        screen.cards.emplace_back().dim = std::stoi(value);
-    else if (name == "half")
-        screen.cards.back().half = std::stoi(value);
-    else if (name == "title")
-        screen.cards.back().title = value;
+        screen.cards.push_back({value, {}, {}, {}});
     else if (name == "text" && !value.empty())
         screen.cards.back().texts.push_back(value);
     else if (name == "button")
@@ -55,9 +48,7 @@ int connectTo(const std::string& path)
 
 bool Screen::shows(const std::vector<Card>& expected) const
 {
-    return leftover == 0 && visible != expected.empty()
-        && std::equal(cards.begin(), cards.end(), expected.begin(), expected.end(),
-            [](const Card& shown, const Card& wanted) { return shown == wanted; });
+    return leftover == 0 && visible != expected.empty() && cards == expected;
 }
 
 std::string describe(const Card& card)
@@ -73,10 +64,9 @@ std::string describe(const Card& card)
 std::string Screen::description() const
 {
     std::string text = visible ? "window" : "no window";
-    text += ", dimmed by " + std::to_string(dim) + ", left over " + std::to_string(leftover);
-    for (const ShownCard& card : cards)
-        text += "\n  " + describe(card) + ", dims by " + std::to_string(card.dim) + ", half-dimmed by "
-            + std::to_string(card.half);
+    text += ", left over " + std::to_string(leftover);
+    for (const Card& card : cards)
+        text += "\n  " + describe(card);
     return text;
 }
 

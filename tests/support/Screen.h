@@ -22,16 +22,10 @@ struct Card {
     }
 };
 
-struct ShownCard : Card {
-    int dim = 0; ///< how strongly it darkens what is behind it, 0 to 255
-    int half = 0; ///< how strongly the card itself is darkened
-};
-
 struct Screen {
     bool visible = false; ///< the window
-    int dim = 0; ///< how strongly the window darkens the picture behind
     int leftover = 0; ///< hidden popups, and buttons that are in no visible popup
-    std::vector<ShownCard> cards; ///< lowest first
+    std::vector<Card> cards; ///< lowest first
 
     /// @return whether it shows these cards, lowest first, and nothing is left over; none: no window either
     bool shows(const std::vector<Card>& expected) const;

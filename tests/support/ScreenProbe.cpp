@@ -3,11 +3,9 @@
 /// below, each line a name, a blank and a value. A text is what the viewer reads, without markup.
 ///
 ///   window   1 when the window is visible
-///   dim      how strongly the picture behind is darkened by the window, 0 to 255
 ///   leftover the popups that are not visible, and the buttons that are in no visible popup
-///   popup    begins a popup, lowest first; its value is how strongly it darkens what is behind it
-///   half     how strongly the popup's own card is darkened
-///   title, text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
+///   popup    begins a popup, lowest first; its value is the title
+///   text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
 // To tell an object that has members from one that has none.
 #define EFL_BETA_API_SUPPORT 1
 #include <Elementary.h>
@@ -99,15 +97,6 @@ std::string readable(const Evas_Object* layout, const char* part)
     return result;
 }
 
-/// @return how opaque a part of the layout is drawn
-int strength(const Evas_Object* layout, const char* part)
-{
-    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
-    int alpha = 0;
-    evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
-    return drawn && evas_object_visible_get(drawn) ? alpha : 0;
-}
-
 void reportTexts(Evas_Object* popup, Report& report)
 {
     Objects inside;
@@ -149,18 +138,12 @@ void reportWindow(Evas_Object* window, Report& report)
     const Objects all = everything(evas_object_evas_get(window), true);
     const Objects visible = everything(evas_object_evas_get(window), false);
     int leftover = 0;
-    for (Evas_Object* object : visible) {
-        if (isStyled(object, "dim/"))
-            report.add("dim", strength(object, "dim"));
-    }
     for (Evas_Object* object : all) {
         const bool isPopup = isStyled(object, "popup/");
         if (isPopup && std::find(visible.begin(), visible.end(), object) == visible.end())
             ++leftover;
         else if (isPopup) {
-            report.add("popup", strength(object, "dim"));
-            report.add("half", strength(object, "half"));
-            report.add("title", readable(object, "title,text"));
+            report.add("popup", readable(object, "title,text"));
             reportTexts(object, report);
             reportButtons(object, report);
         }

@@ -1,6 +1,5 @@
 /// The two ends of the bus: late callbacks, a stop without a peer, and values of any size.
 #include "Cookie.h"
-#include "DaemonThread.h"
 #include "Fixtures.h"
 #include "TesselDbusClient.h"
 #include "TesselUI.h"

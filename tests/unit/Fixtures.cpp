@@ -1,11 +1,11 @@
 #include "Fixtures.h"
 
-#include "DaemonThread.h"
 #include "Paths.h"
 #include "TesselUI.h"
 #include "elm_flux.h"
 #include "vconf.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <libintl.h>
 #include <vector>
@@ -111,7 +111,26 @@ void ManagerTest::TearDown()
 void ApplicationTest::SetUp()
 {
     ToolkitTest::SetUp();
-    m_daemon = std::make_unique<DaemonThread>(getenv("DBUS_SYSTEM_BUS_ADDRESS"));
+    const char* bus = getenv("DBUS_SYSTEM_BUS_ADDRESS");
+    m_daemon = std::make_unique<tv::Process>(
+        std::vector<std::string> {BIN_DIR "/tessel-daemon-sim", "--end-after-stop", "never"},
+        std::vector<std::string> {std::string("DBUS_SYSTEM_BUS_ADDRESS=") + bus});
+    const auto& lines = m_daemon->output();
+    ASSERT_TRUE(tv::waitUntil([&] { return std::count(lines.begin(), lines.end(), "ready") > 0; }));
+}
+
+std::vector<std::string> ApplicationTest::told(size_t calls) const
+{
+    std::vector<std::string> result;
+    tv::waitUntil([&] {
+        result.clear();
+        for (const std::string& line : m_daemon->output()) {
+            if (line.rfind("received ", 0) == 0)
+                result.push_back(line.substr(line.find(' ') + 1));
+        }
+        return result.size() >= calls;
+    });
+    return result;
 }
 
 void ApplicationTest::start()

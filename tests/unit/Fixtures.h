@@ -3,6 +3,7 @@
 #define TESTS_FIXTURES_H
 
 #include "Journal.h"
+#include "Process.h"
 #include "Toolkit.h"
 #include "UIManager.h"
 
@@ -10,8 +11,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-
-class DaemonThread;
 
 /// The toolkit, an empty settings store and an empty journal; afterwards no window is left.
 class ToolkitTest : public testing::Test {
@@ -46,13 +45,16 @@ protected:
 };
 
 /// The whole application on the private bus, up to the point where it has told the daemon that it is there.
+/// The daemon is a program of its own: the calls to it block the main loop.
 class ApplicationTest : public ToolkitTest {
 protected:
     void SetUp() override;
     void TearDown() override;
     void start();
+    /// @return what the daemon was told since its start, once that is as much
+    std::vector<std::string> told(size_t calls) const;
 
-    std::unique_ptr<DaemonThread> m_daemon;
+    std::unique_ptr<tv::Process> m_daemon;
     Evas_Object* m_window = nullptr; ///< set by start()
 };
 

@@ -91,8 +91,10 @@ TEST_F(APinPopup, ShowsEachContentAndGivesUpOnTheTickAfterItsCountdown)
         toolkit::advance(0.5);
         EXPECT_FALSE(journal::has("I PBC Timer expires"));
         EXPECT_EQ(setting(kStartMode), "none");
-        toolkit::advance(5);
+        toolkit::advance(1);
         EXPECT_EQ(journal::count("I PBC Timer expires"), face.lastTick ? 1 : 0);
+        toolkit::advance(5);
+        EXPECT_LE(journal::count("I PBC Timer expires"), 1) << "it asks again";
         EXPECT_EQ(setting(kStartMode), face.lastTick ? "5" : "none");
         EXPECT_EQ(setting(kReady), face.type == TS_POPUP_PIN ? "1" : "none");
         EXPECT_EQ(m_popup->m_timer, nullptr);

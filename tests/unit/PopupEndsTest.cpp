@@ -1,5 +1,4 @@
-/// How the PIN and information popup ends: what leaves the screen, and when.
-#include "DaemonThread.h"
+/// How the popups end by the viewer: what leaves the screen, what is told, and when.
 #include "Fixtures.h"
 #include "TesselUI.h"
 #include "vconf.h"
@@ -10,15 +9,25 @@ using namespace TesselUI;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kStartMode = "db/menu/network/tessel_startmode";
+constexpr const char* kReady = "memory/menu/network/tessel_ocf_ready";
 
-class AClosedPopup : public ApplicationTest {
+struct End {
+    const char* name;
+    const char* key;
+    const char* json; ///< null: the number 1
+    Texts keys; ///< that lead to the end
+    Texts lines; ///< of the answer itself
+    const char* ready; ///< the ready key
+};
+
+class AClosedPopup : public ApplicationTest, public testing::WithParamInterface<End> {
 protected:
     /// Shows a popup; notes when it and the window leave the screen, and what the store holds at the exit.
-    void request(const char* json)
+    void request(const char* key, const char* json)
     {
         letTheGuideBeShown();
         start();
-        ASSERT_EQ(vconf_set_str(TESSEL_VCONF, json), VCONF_OK);
+        ASSERT_EQ(json ? vconf_set_str(key, json) : vconf_set_int(key, 1), VCONF_OK);
         ASSERT_TRUE(toolkit::runUntil([this] { return toolkit::topPopup(m_window) != nullptr; }));
         toolkit::settle();
         const auto onHide = [](void* what, Evas*, Evas_Object*, void*) {
@@ -28,32 +37,53 @@ protected:
             toolkit::topPopup(m_window)->object, EVAS_CALLBACK_HIDE, onHide, const_cast<char*>("popup"));
         evas_object_event_callback_add(m_window, EVAS_CALLBACK_HIDE, onHide, const_cast<char*>("window"));
         toolkit::s_onExit = [this] {
-            journal::note("ready " + setting("memory/menu/network/tessel_ocf_ready") + ", start mode "
-                + setting(kStartMode) + ", daemon told " + std::to_string(m_daemon->calls().size() - 1));
+            journal::note("ready " + setting(kReady) + ", start mode " + setting(kStartMode));
+            // The popups may go while they are in the middle of their click.
+            vconf_set_str(TESSEL_VCONF, R"({"page":"success"})");
+            CTesselUI::m_OnMethodPopup(nullptr, nullptr);
+            EXPECT_EQ(toolkit::topPopup(m_window), nullptr);
         };
         journal::clear();
     }
 };
 
-TEST_F(AClosedPopup, LeavesInOrderByItsCentreButton)
+TEST_P(AClosedPopup, AsksForTheEndBeforeItTellsTheDaemon)
 {
-    request(R"({"page":"pin","pin":"0042","mobilename":"Anna"})");
-    toolkit::press(m_window, "Return");
-    EXPECT_EQ(
-        journal::missing({"I Close Button Clicked", "T popup hidden", "T lower", "T window hidden",
-            "I Close Popups, stop Tessel, exit from App", "T exit",
-            "T ready 1, start mode none, daemon told 0", "I Stop Tessel", "I result:0", "I Stopping Tessel"}),
-        "");
-    EXPECT_EQ(m_daemon->calls(), (Texts {"ServerStarted(true)", "StopTessel(true, false)"}));
+    const End& end = GetParam();
+    request(end.key, end.json);
+    for (const std::string& key : end.keys)
+        toolkit::press(m_window, key.c_str());
+    Texts order = end.lines;
+    const std::string atExit = std::string("T ready ") + end.ready + ", start mode none";
+    for (const char* line :
+        {"T exit", atExit.c_str(), "I Stop Tessel", "I Proxy Not NUll", "I result:0", "I Stopping Tessel"})
+        order.emplace_back(line);
+    EXPECT_EQ(journal::missing(order), "");
+    EXPECT_EQ(told(2), (Texts {"ServerStarted true", "StopTessel true false"}));
     EXPECT_EQ(setting(kStartMode), "5");
+    EXPECT_EQ(setting(kReady), end.ready);
     journal::clear();
     toolkit::advance(70);
     EXPECT_FALSE(journal::has("I PBC Timer expires")) << "it went on counting";
 }
 
+INSTANTIATE_TEST_SUITE_P(Of, AClosedPopup,
+    testing::Values(
+        End {"Pin", TESSEL_VCONF, R"({"page":"pin","pin":"0042","mobilename":"Anna"})", {"Return"},
+            {"I Close Button Clicked", "T popup hidden", "T lower", "T window hidden",
+                "I Close Popups, stop Tessel, exit from App"},
+            "1"},
+        End {"NetworkTest", TESSEL_VCONF, R"({"page":"wifi","ssid":"Attic"})", {"Return", "Return"},
+            {"I clicked on CloseBtnCB", "I Close Popups, stop Tessel, exit from App"}, "none"},
+        End {"SignIn", TESSEL_VCONF, R"({"page":"sso","account":"anna"})", {"Return", "Return"},
+            {"I clicked on CloseBtnCB ", "I Close Popups, stop Tessel, exit from App"}, "none"},
+        End {
+            "SettingScreen", DEVICE_OWNED_VCONF, nullptr, {"Return", "Left", "Return"}, {"I START"}, "none"}),
+    [](const auto& end) { return end.param.name; });
+
 TEST_F(AClosedPopup, DropsTheGuidesPendingJobWhenItIsReplacedFirst)
 {
-    request(R"({"page":"mobileDetection","pin":"0042"})");
+    request(TESSEL_VCONF, R"({"page":"mobileDetection","pin":"0042"})");
     const auto* guide = toolkit::topPopup(m_window);
     toolkit::click(guide->buttons[0]);
     EXPECT_EQ(toolkit::topPopup(m_window), guide) << "the click itself deletes nothing";

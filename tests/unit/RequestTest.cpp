@@ -1,5 +1,4 @@
 /// Popup requests in the settings store, whatever they hold.
-#include "DaemonThread.h"
 #include "Fixtures.h"
 #include "TesselUI.h"
 #include "vconf.h"
@@ -54,8 +53,9 @@ TEST_F(ARequest, ReadsWhateverItsMembersHold)
 TEST_F(ARequest, LeavesThePopupAsItIsWhenItNamesNoPage)
 {
     const char* const requests[] = {R"({"page":"PIN"})", R"({"page":"pin "})", R"({"page":"pin\u0000"})",
-        R"({"Page":"pin"})", R"({"page":["pin"]})", R"({"page":{"page":"pin"}})", R"({"page":1})", "{}", "[]",
-        R"(["page","pin"])", R"("pin")", "7", "null", "", " ", "pin", R"({"page":"pin")", "{page:pin}"};
+        R"({"Page":"pin"})", R"({"page":["pin"]})", R"({"page":{"page":"pin"}})", R"({"page":1.5e300})", "{}",
+        "[]", "\xEF\xBB\xBF{}", R"(["page","pin"])", R"("pin")", "7", "null", "", " ", "pin",
+        R"({"page":"pin")", "{page:pin}"};
     ASSERT_EQ(shownFor(R"({"page":"tnc"})"), text("COM_TV_SID_TESSEL"));
     for (const char* json : requests)
         EXPECT_EQ(shownFor(json), text("COM_TV_SID_TESSEL")) << json;
@@ -82,6 +82,14 @@ TEST_F(ARequest, MayBeOfAnyDepthAndSize)
     EXPECT_EQ(shownFor(R"({"page":"pin","pin":")" + mebibyte + "\"}"), text("SID_PIN"));
     for (const std::string& shown : toolkit::textsOf(m_window))
         EXPECT_LT(shown.size(), 512U);
+
+    for (const std::string& name : {mebibyte, std::string("\xFF\xFE\x80\xC3"), std::string(5000, '&')}) {
+        EXPECT_EQ(shownFor(R"({"page":"wifi","mobilename":")" + name + R"(","ssid":")" + name + "\"}"),
+            text("COM_TV_SID_TESSEL"));
+        EXPECT_EQ(shownFor(R"({"page":"sso","mobilename":")" + name + R"(","account":")" + name + "\"}"),
+            text("COM_TV_SID_TESSEL"));
+        EXPECT_EQ(shownFor(std::string(1, '{') + name), text("COM_TV_SID_TESSEL")) << "no request at all";
+    }
 }
 
 TEST_F(ARequest, IsServedAtEachWriteAndNoLongerAfterTheEnd)

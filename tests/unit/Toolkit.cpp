@@ -237,6 +237,14 @@ bool showsGroup(const Evas_Object* window, const std::string& group)
     return false;
 }
 
+int strength(const Evas_Object* layout, const char* part)
+{
+    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
+    int alpha = 0;
+    evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
+    return drawn && evas_object_visible_get(drawn) ? alpha : 0;
+}
+
 std::ostream& operator<<(std::ostream& out, const Box& box)
 {
     return out << box.width << "x" << box.height << " at " << box.x << "," << box.y;

@@ -83,6 +83,9 @@ std::vector<std::string> textsOf(const Evas_Object* window);
 /// @return whether a group of the theme is drawn on the window
 bool showsGroup(const Evas_Object* window, const std::string& group);
 
+/// @return how opaque a part of a layout is drawn, 0 to 255
+int strength(const Evas_Object* layout, const char* part);
+
 struct Box {
     int x, y, width, height;
     bool operator==(const Box& other) const

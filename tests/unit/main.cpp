@@ -32,23 +32,13 @@ class ShowJournal : public testing::EmptyTestEventListener {
 
 void setEnvironment(const tv::Folders& folders, const tv::PrivateBus& bus)
 {
-    const std::pair<const char*, std::string> variables[] = {
-        {"ORBIS_STATE_DIR", folders.state()},
-        {"ORBIS_RUNTIME_DIR", folders.runtime()},
-        {"HOME", folders.home()},
-        {"XDG_RUNTIME_DIR", folders.session()},
-        {"DBUS_SYSTEM_BUS_ADDRESS", bus.address()},
-        {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (folders.root() / "no-session-bus").string()},
-        {"ELM_DISPLAY", "buffer"},
-        {"ELM_ENGINE", "buffer"},
-        {"ECORE_NO_SYSTEM_MODULES", "1"},
-        {"EINA_FREEQ_BYPASS", "1"},
-        {"EINA_LOG_LEVEL", "0"},
-        {"LC_ALL", "C.UTF-8"},
-        {"LANGUAGE", "en"},
-    };
-    for (const auto& [name, value] : variables)
-        setenv(name, value.c_str(), 1);
+    static std::vector<std::string> s_variables = folders.environment();
+    s_variables.push_back("DBUS_SYSTEM_BUS_ADDRESS=" + bus.address());
+    for (const char* variable : {"ELM_DISPLAY=buffer", "ELM_ENGINE=buffer", "ECORE_NO_SYSTEM_MODULES=1",
+             "EINA_FREEQ_BYPASS=1", "EINA_LOG_LEVEL=0", "LC_ALL=C.UTF-8", "LANGUAGE=en"})
+        s_variables.emplace_back(variable);
+    for (std::string& variable : s_variables)
+        putenv(variable.data());
     unsetenv("ELM_SCALE");
     unsetenv("ORBIS_SPEECH_LOG");
     setlocale(LC_ALL, "");

@@ -14,16 +14,8 @@ namespace {
 using namespace TesselUI;
 using toolkit::PopupRecord;
 using toolkit::settle;
+using toolkit::strength;
 using Texts = std::vector<std::string>;
-
-/// @return how opaque a part of a layout is drawn
-int strength(const Evas_Object* layout, const char* part)
-{
-    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
-    int alpha = 0;
-    evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
-    return drawn && evas_object_visible_get(drawn) ? alpha : 0;
-}
 
 template <typename Popup>
 class AProgressPopup : public PopupTest<Popup> {

@@ -46,6 +46,8 @@ TEST_F(ASettingScreenPopup, TurnsBackAndForthWithoutLeavingAButton)
 {
     EXPECT_EQ(toolkit::topPopup(m_window), nullptr) << "shown without being asked to";
     showIt();
+    EXPECT_GT(toolkit::strength(toolkit::topPopup(m_window)->object, "dim"), 0)
+        << "the picture is not dimmed";
     for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(state(), informing());
         toolkit::press(m_window, "Return");
