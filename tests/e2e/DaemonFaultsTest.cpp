@@ -9,7 +9,7 @@ using tv::waitUntil;
 struct Fault {
     const char* name;
     Answer answer;
-    bool isError; ///< whether the call fails, rather than bring an unusable or late answer
+    bool isError; ///< whether the call fails, rather than bring an unusable answer
 };
 
 std::string nameOf(const testing::TestParamInfo<Fault>& info)
@@ -33,7 +33,7 @@ TEST_P(ADaemonThat, DoesThisToTheStopLeavesTheEndOrderly)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, ADaemonThat,
-    testing::Values(Fault {"Refuses", Answer::Refusal, true}, Fault {"Dawdles", Answer::Late, false},
+    testing::Values(Fault {"Refuses", Answer::Refusal, true},
         Fault {"AnswersAWrongType", Answer::WrongType, false}, Fault {"Vanishes", Answer::Vanish, true}),
     nameOf);
 
@@ -41,7 +41,7 @@ class AtTheStart : public tv::TvTest { };
 
 TEST_F(AtTheStart, AnUnwillingDaemonIsServedAllTheSame)
 {
-    for (Answer answer : {Answer::Refusal, Answer::WrongType, Answer::Late}) {
+    for (Answer answer : {Answer::Refusal, Answer::WrongType}) {
         SCOPED_TRACE(static_cast<int>(answer));
         box.program.reset();
         box.daemon->answer("ServerStarted", answer);

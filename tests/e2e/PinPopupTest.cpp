@@ -45,7 +45,8 @@ TEST_F(APinPopup, CoversTheScreenAndLeavesItBeforeTheDaemonAnswersTheStop)
     EXPECT_TRUE(box.screenIsPlain());
     EXPECT_EQ(box.settings.getInt(tv::kReady), 1);
     EXPECT_NE(box.settings.getInt(tv::kStartMode), 5) << "the key follows the daemon's answer";
-    EXPECT_TRUE(box.program->running());
+    EXPECT_TRUE(tv::stays([&] { return box.program->running(); }, tv::Milliseconds(1000)))
+        << "it does not wait for a daemon that dawdles";
 
     box.daemon->release();
     EXPECT_TRUE(endedByViewer(true));

@@ -12,7 +12,6 @@ constexpr const char* kPath = "/com/norvale/orbis/tessel/daemon";
 constexpr const char* kUiName = "com.norvale.orbis.tessel.ui";
 constexpr const char* kUiPath = "/com/norvale/orbis/tessel/ui";
 constexpr int kReplyLimitMs = static_cast<int>(kLimit.count());
-constexpr guint kLateMs = 1000;
 
 constexpr const char* kDescription = R"(<node>
   <interface name="com.norvale.orbis.tessel.daemon">
@@ -115,10 +114,6 @@ void Daemon::answerCall(Answer how, GDBusMethodInvocation* invocation)
     case Answer::Zero:
         g_dbus_method_invocation_return_value(invocation, g_variant_new("(i)", 0));
         break;
-    case Answer::Late:
-        m_held.push_back(invocation);
-        m_late = Source(g_timeout_add(kLateMs, on_late, this));
-        break;
     case Answer::Held:
         m_held.push_back(invocation);
         break;
@@ -134,14 +129,6 @@ void Daemon::answerCall(Answer how, GDBusMethodInvocation* invocation)
         g_dbus_connection_close_sync(m_connection.get(), nullptr, nullptr);
         break;
     }
-}
-
-gboolean Daemon::on_late(gpointer self)
-{
-    auto* daemon = static_cast<Daemon*>(self);
-    daemon->m_late.forget();
-    daemon->release();
-    return G_SOURCE_REMOVE;
 }
 
 void Daemon::release()

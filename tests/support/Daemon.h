@@ -14,7 +14,6 @@ namespace tv {
 /// How a call of the user interface is answered.
 enum class Answer {
     Zero, ///< (i) 0, as it should be
-    Late, ///< the same, one second later
     Held, ///< the same, when release() is called
     Refusal, ///< a bus error
     WrongType, ///< a text in the place of the number
@@ -59,7 +58,6 @@ private:
         const gchar* interface, const gchar* method, GVariant* parameters, GDBusMethodInvocation* invocation,
         gpointer self);
     static void on_reply(GObject* source, GAsyncResult* result, gpointer self);
-    static gboolean on_late(gpointer self);
     void answerCall(Answer how, GDBusMethodInvocation* invocation);
     GVariant* busCall(const char* method, GVariant* parameters) const;
 
@@ -72,7 +70,6 @@ private:
     std::vector<GDBusMethodInvocation*> m_held; ///< each owned until it is answered
     std::vector<Reply> m_replies;
     size_t m_pending = 0; ///< requests without an answer yet
-    Source m_late;
 };
 
 } // namespace tv

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kTag = "/tessel-ui: ";
 constexpr size_t kLongestShown = 300;
+constexpr size_t kLinesShown = 40;
 
 /// @return the message of a log line, nothing for any other line
 std::optional<std::string> messageOf(const std::string& line)
@@ -51,9 +52,9 @@ size_t Program::count(std::string_view message, size_t from) const
         std::count_if(begin, all.end(), [&](const std::string& one) { return matches(one, message); }));
 }
 
-testing::AssertionResult Program::waitForLog(std::string_view message, size_t from, Milliseconds limit) const
+testing::AssertionResult Program::waitForLog(std::string_view message, size_t from) const
 {
-    waitUntil([&] { return logged(message, from) || !running(); }, limit);
+    waitUntil([&] { return logged(message, from) || !running(); });
     if (logged(message, from))
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
@@ -74,9 +75,9 @@ testing::AssertionResult Program::logsInOrder(const std::vector<std::string>& me
     return testing::AssertionSuccess();
 }
 
-testing::AssertionResult Program::endsWith(int expected, Milliseconds limit) const
+testing::AssertionResult Program::endsWith(int expected) const
 {
-    const auto actual = waitForExit(limit);
+    const auto actual = waitForExit();
     if (actual == expected)
         return testing::AssertionSuccess();
     if (!actual)
@@ -96,11 +97,11 @@ std::vector<std::string> Program::complaints() const
     return result;
 }
 
-std::string Program::tail(size_t lines) const
+std::string Program::tail() const
 {
     const auto& all = errors();
     std::string text;
-    for (size_t i = all.size() - std::min(lines, all.size()); i < all.size(); ++i)
+    for (size_t i = all.size() - std::min(kLinesShown, all.size()); i < all.size(); ++i)
         text += "  " + all[i].substr(0, kLongestShown) + "\n";
     return text;
 }

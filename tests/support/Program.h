@@ -25,17 +25,16 @@ public:
     bool logged(std::string_view message, size_t from = 0) const { return count(message, from) > 0; }
     size_t count(std::string_view message, size_t from = 0) const;
 
-    testing::AssertionResult waitForLog(
-        std::string_view message, size_t from = 0, Milliseconds limit = kLimit) const;
+    testing::AssertionResult waitForLog(std::string_view message, size_t from = 0) const;
     /// Success when the messages came in this order, whatever came between them.
     testing::AssertionResult logsInOrder(const std::vector<std::string>& messages, size_t from = 0) const;
     /// Success when the program ended, or ends, with this status.
-    testing::AssertionResult endsWith(int expected, Milliseconds limit = kLimit) const;
+    testing::AssertionResult endsWith(int expected) const;
 
     /// @return what the libraries below the program reported as errors; each is a misuse of theirs
     std::vector<std::string> complaints() const;
     /// @return the last lines on standard error, for a failure's message
-    std::string tail(size_t lines = 40) const;
+    std::string tail() const;
 
 private:
     mutable std::vector<std::string> m_log;

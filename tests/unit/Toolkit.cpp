@@ -7,7 +7,6 @@
 
 #include <chrono>
 #include <dlfcn.h>
-#include <ostream>
 #include <time.h>
 
 namespace toolkit {
@@ -243,11 +242,6 @@ int strength(const Evas_Object* layout, const char* part)
     int alpha = 0;
     evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
     return drawn && evas_object_visible_get(drawn) ? alpha : 0;
-}
-
-std::ostream& operator<<(std::ostream& out, const Box& box)
-{
-    return out << box.width << "x" << box.height << " at " << box.x << "," << box.y;
 }
 
 Box boxOf(const Evas_Object* object)

@@ -2,6 +2,7 @@
 #ifndef TESTS_TOOLKIT_H
 #define TESTS_TOOLKIT_H
 
+#include "Display.h"
 #include "flux/Popup.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
@@ -86,14 +87,7 @@ bool showsGroup(const Evas_Object* window, const std::string& group);
 /// @return how opaque a part of a layout is drawn, 0 to 255
 int strength(const Evas_Object* layout, const char* part);
 
-struct Box {
-    int x, y, width, height;
-    bool operator==(const Box& other) const
-    {
-        return x == other.x && y == other.y && width == other.width && height == other.height;
-    }
-};
-std::ostream& operator<<(std::ostream& out, const Box& box);
+using Box = tv::Geometry;
 Box boxOf(const Evas_Object* object);
 
 } // namespace toolkit
