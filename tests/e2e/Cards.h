@@ -63,11 +63,10 @@ inline Card below(const Card& card)
 /// The popup over the settings screen with its question; No is the default.
 inline const Card kOwnedQuestion {kSetUp, {kQuestion}, {"Yes", "No"}, "No"};
 
-/// A request that shows @p card, over the bus and (null: not) as JSON through the settings store.
+/// A request over the bus, and what it shows.
 struct ShownRequest {
     const char* method;
     std::vector<std::string> texts;
-    const char* json;
     Card card;
 };
 
@@ -76,22 +75,21 @@ inline void PrintTo(const ShownRequest& request, std::ostream* out)
     *out << request.method;
 }
 
-inline const ShownRequest kNetworkTestRequest {"ShowNetworkTest", {"Anna's phone", "Attic & Garden"},
-    R"({"page":"wifi","mobilename":"Anna's phone","ssid":"Attic & Garden"})", kNetworkTestCard};
-inline const ShownRequest kSignInRequest {"ShowSSOLoginPopup", {"Anna's phone", "anna@example.com"},
-    R"({"page":"sso","mobilename":"Anna's phone","account":"anna@example.com"})", kSignInCard};
+inline const ShownRequest kNetworkTestRequest {
+    "ShowNetworkTest", {"Anna's phone", "Attic & Garden"}, kNetworkTestCard};
+inline const ShownRequest kSignInRequest {
+    "ShowSSOLoginPopup", {"Anna's phone", "anna@example.com"}, kSignInCard};
 
 /// Every request there is that shows something; the guide needs a wizard that runs.
 inline const ShownRequest kRequests[] = {
-    {"ShowMobileGuide", {"0042"}, R"({"page":"mobileDetection","pin":"0042"})", kGuideCard},
-    {"ShowPinPopup", {"Anna's phone", "0042"}, R"({"page":"pin","mobilename":"Anna's phone","pin":"0042"})",
-        pinCard("Anna's phone", "0042")},
+    {"ShowMobileGuide", {"0042"}, kGuideCard},
+    {"ShowPinPopup", {"Anna's phone", "0042"}, pinCard("Anna's phone", "0042")},
     kNetworkTestRequest,
-    {"ShowApListPopup", {}, nullptr, kAccessPointsCard},
+    {"ShowApListPopup", {}, kAccessPointsCard},
     kSignInRequest,
-    {"ShowTnCPopup", {}, R"({"page":"tnc"})", kTermsCard},
-    {"ShowFailedPopup", {"sso"}, nullptr, kFailedCard},
-    {"ShowFailedPopup", {"wifi"}, R"({"page":"disconnect"})", kFailedCard},
+    {"ShowTnCPopup", {}, kTermsCard},
+    {"ShowFailedPopup", {"sso"}, kFailedCard},
+    {"ShowFailedPopup", {"wifi"}, kFailedCard},
 };
 
 } // namespace tv

@@ -6,52 +6,37 @@ namespace {
 using tv::Answer;
 using tv::waitUntil;
 
-struct Fault {
-    const char* name;
-    Answer answer;
-    bool isError; ///< whether the call fails, rather than bring an unusable answer
-};
+class ADaemon : public tv::TvTest { };
 
-std::string nameOf(const testing::TestParamInfo<Fault>& info)
+TEST_F(ADaemon, ThatIsUnwillingIsServedAndLeavesTheEndOrderly)
 {
-    return info.param.name;
-}
-
-class ADaemonThat : public tv::TvTest, public testing::WithParamInterface<Fault> { };
-
-TEST_P(ADaemonThat, DoesThisToTheStopLeavesTheEndOrderly)
-{
-    ASSERT_TRUE(box.start());
-    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-    box.daemon->answer("StopTessel", GetParam().answer);
-    const size_t mark = box.program->mark();
-    display().key("Return");
-    EXPECT_TRUE(endedByViewer(true));
-    EXPECT_EQ(box.program->logged("DBUS call failed: *", mark), GetParam().isError);
-    EXPECT_TRUE(
-        box.program->logsInOrder({"Stop Tessel", "Stopping Tessel", "In CTesselUI::OnTerminate"}, mark));
-}
-
-INSTANTIATE_TEST_SUITE_P(Faults, ADaemonThat,
-    testing::Values(Fault {"Refuses", Answer::Refusal, true},
-        Fault {"AnswersAWrongType", Answer::WrongType, false}, Fault {"Vanishes", Answer::Vanish, true}),
-    nameOf);
-
-class AtTheStart : public tv::TvTest { };
-
-TEST_F(AtTheStart, AnUnwillingDaemonIsServedAllTheSame)
-{
-    for (Answer answer : {Answer::Refusal, Answer::WrongType}) {
-        SCOPED_TRACE(static_cast<int>(answer));
-        box.program.reset();
-        box.daemon->answer("ServerStarted", answer);
+    struct {
+        Answer atStart;
+        Answer atStop;
+        bool isError; ///< whether the stop fails, rather than bring an unusable answer
+    } const faults[] = {
+        {Answer::Refusal, Answer::Refusal, true},
+        {Answer::WrongType, Answer::WrongType, false},
+        {Answer::Zero, Answer::Vanish, true},
+    };
+    for (const auto& fault : faults) {
+        SCOPED_TRACE(static_cast<int>(fault.atStop));
+        box.daemon->answer("ServerStarted", fault.atStart);
+        box.daemon->answer("StopTessel", fault.atStop);
         box.daemon->forget();
+        ASSERT_TRUE(box.settings.setInt(tv::kStartMode, 0) && box.settings.setInt(tv::kReady, 0));
         ASSERT_TRUE(box.start());
-        EXPECT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+        ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+        const size_t mark = box.program->mark();
+        display().key("Return");
+        EXPECT_TRUE(endedByViewer(true));
+        EXPECT_EQ(box.program->logged("DBUS call failed: *", mark), fault.isError);
+        EXPECT_TRUE(
+            box.program->logsInOrder({"Stop Tessel", "Stopping Tessel", "In CTesselUI::OnTerminate"}, mark));
     }
 }
 
-TEST_F(AtTheStart, ADaemonMayComeLater)
+TEST_F(ADaemon, MayComeLater)
 {
     const std::string bus = box.daemon->busAddress();
     box.daemon.reset();

@@ -9,16 +9,10 @@ using tv::waitUntil;
 
 class TheProgram : public tv::TvTest {
 protected:
-    std::string status(int code) const
+    std::string entry() const { return box.folders.appStatus(tv::kPackage).value_or("none"); }
+    std::string entryOf(int status) const
     {
-        return std::to_string(box.program->pid()) + " " + std::to_string(code);
-    }
-
-    /// The status entry without the line end that it may have.
-    std::string appStatus() const
-    {
-        std::string text = box.folders.appStatus(tv::kPackage).value_or("no entry");
-        return text.substr(0, text.find('\n'));
+        return std::to_string(box.program->pid()) + " " + std::to_string(status) + "\n";
     }
 };
 
@@ -110,24 +104,23 @@ TEST_F(TheProgram, EndsTheOrderlyWayOnEverySignalThatAsksForIt)
 TEST_F(TheProgram, KeepsItsStatusEntryWhileItRunsAndTakesOverThatOfARunThatDied)
 {
     ASSERT_TRUE(box.start());
-    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
+    ASSERT_TRUE(waitUntil([&] { return entry() != "none"; }));
     box.program->signal(SIGKILL);
     ASSERT_TRUE(box.program->endsWith(128 + SIGKILL));
 
     ASSERT_TRUE(box.start());
-    ASSERT_TRUE(waitUntil([&] { return box.folders.appStatus(tv::kPackage).has_value(); }));
-    EXPECT_EQ(appStatus().rfind(std::to_string(box.program->pid()) + " ", 0), 0U) << appStatus();
+    ASSERT_TRUE(waitUntil([&] { return entry() != "none"; }));
 
     constexpr int kFocus = 2;
     constexpr int kBackground = 4;
     ASSERT_TRUE(box.show("ShowTnCPopup"));
-    EXPECT_TRUE(waitUntil([&] { return appStatus() == status(kFocus); })) << appStatus();
+    EXPECT_TRUE(waitUntil([&] { return entry() == entryOf(kFocus); })) << entry();
     ASSERT_TRUE(box.request("HidePopup"));
-    EXPECT_TRUE(waitUntil([&] { return appStatus() == status(kBackground); })) << appStatus();
+    EXPECT_TRUE(waitUntil([&] { return entry() == entryOf(kBackground); })) << entry();
 
     ASSERT_TRUE(box.setStartMode(100));
     EXPECT_TRUE(box.program->endsWith(0));
-    EXPECT_EQ(box.folders.appStatus(tv::kPackage), std::nullopt);
+    EXPECT_EQ(entry(), "none");
 }
 
 } // namespace

@@ -11,7 +11,7 @@ INSTANTIATE_TEST_SUITE_P(Of, AProgressPopup, testing::Values(tv::kNetworkTestReq
 
 TEST_P(AProgressPopup, StaysUntilAnsweredAndIsNotCancelledByAKeyThatIsHeld)
 {
-    const auto& [method, texts, json, card] = GetParam();
+    const auto& [method, texts, card] = GetParam();
     box.watchScreen();
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(box.show(method, texts));

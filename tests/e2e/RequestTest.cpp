@@ -1,4 +1,4 @@
-/// Every way to ask for a popup, and what is on the screen then: one popup at a time, and nothing after it.
+/// One popup at a time, and nothing after it; what each shows is in the sessions of ScenarioTest.
 #include "Cards.h"
 #include "TvTest.h"
 
@@ -45,25 +45,6 @@ protected:
     }
 };
 
-TEST_F(Requests, ShowTheirPopupInThePlaceOfTheOneBefore)
-{
-    for (const tv::ShownRequest& request : tv::kRequests) {
-        SCOPED_TRACE(request.method);
-        ASSERT_TRUE(box.request(request.method, request.texts));
-        EXPECT_TRUE(box.shows({request.card}));
-    }
-    // The other way, each after another kind of popup than above.
-    for (auto request = std::rbegin(tv::kRequests); request != std::rend(tv::kRequests); ++request) {
-        if (!request->json)
-            continue;
-        SCOPED_TRACE(request->json);
-        write(request->json);
-        EXPECT_TRUE(box.shows({request->card}));
-    }
-    EXPECT_EQ(box.daemon->calls().size(), 1U) << "a popup that is replaced is no stop";
-    EXPECT_EQ(box.program->complaints(), Texts {});
-}
-
 TEST_F(Requests, LeaveNothingAfterEitherWayToHide)
 {
     for (const tv::ShownRequest& request : tv::kRequests) {
@@ -105,7 +86,7 @@ TEST_F(Requests, ReplaceOneAnotherHoweverQuicklyTheyCome)
 
 TEST_F(Requests, TakeAQuestionAlongAndAreNotDisturbedByASecondLaunch)
 {
-    for (const auto& [method, texts, json, card] : {tv::kNetworkTestRequest, tv::kSignInRequest}) {
+    for (const auto& [method, texts, card] : {tv::kNetworkTestRequest, tv::kSignInRequest}) {
         SCOPED_TRACE(method);
         ASSERT_TRUE(box.show(method, texts));
         display().key("Return");

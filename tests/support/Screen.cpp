@@ -51,23 +51,23 @@ bool Screen::shows(const std::vector<Card>& expected) const
     return leftover == 0 && visible != expected.empty() && cards == expected;
 }
 
-std::string describe(const Card& card)
+std::string describe(const std::vector<Card>& cards)
 {
-    std::string text = "\"" + card.title + "\"";
-    for (const std::string& one : card.texts)
-        text += " / " + one;
-    for (const std::string& button : card.buttons)
-        text += button == card.focus ? " [>" + button + "<]" : " [" + button + "]";
+    std::string text;
+    for (const Card& card : cards) {
+        text += "\n  \"" + card.title + "\"";
+        for (const std::string& one : card.texts)
+            text += " / " + one;
+        for (const std::string& button : card.buttons)
+            text += button == card.focus ? " [>" + button + "<]" : " [" + button + "]";
+    }
     return text;
 }
 
 std::string Screen::description() const
 {
-    std::string text = visible ? "window" : "no window";
-    text += ", left over " + std::to_string(leftover);
-    for (const Card& card : cards)
-        text += "\n  " + describe(card);
-    return text;
+    return (visible ? "window" : "no window") + std::string(", left over ") + std::to_string(leftover)
+        + describe(cards);
 }
 
 std::optional<Screen> askProbe(const std::string& socket)

@@ -32,7 +32,8 @@ struct Screen {
     std::string description() const;
 };
 
-std::string describe(const Card& card);
+/// A line for each.
+std::string describe(const std::vector<Card>& cards);
 
 /// Asks the probe that listens at @p socket, while GLib's main context runs.
 /// @return nothing when the program does not answer

@@ -1,6 +1,5 @@
 #include "TvBox.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace tv {
@@ -41,23 +40,10 @@ std::vector<std::string> TvBox::environment() const
     for (const auto& [name, value] : m_variables)
         result.emplace_back(name).append("=").append(value);
     for (std::string& variable : folders.environment()) {
-        const std::string name = variable.substr(0, variable.find('='));
-        if (std::none_of(
-                m_variables.begin(), m_variables.end(), [&](auto& own) { return own.first == name; }))
+        if (m_variables.count(variable.substr(0, variable.find('='))) == 0)
             result.push_back(std::move(variable));
     }
     return result;
-}
-
-void TvBox::setVariable(const std::string& name, const std::string& value)
-{
-    for (auto& variable : m_variables) {
-        if (variable.first == name) {
-            variable.second = value;
-            return;
-        }
-    }
-    m_variables.emplace_back(name, value);
 }
 
 std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments) const
@@ -136,12 +122,9 @@ testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
     });
     if (shown && last && last->shows(cards))
         return testing::AssertionSuccess();
-    auto failure = testing::AssertionFailure();
-    failure << "on the screen: " << (last ? last->description() : "the program does not tell")
-            << "\nexpected:";
-    for (const Card& card : cards)
-        failure << "\n  " << describe(card);
-    return failure;
+    return testing::AssertionFailure()
+        << "on the screen: " << (last ? last->description() : "the program does not tell")
+        << "\nexpected:" << describe(cards);
 }
 
 testing::AssertionResult TvBox::setStartMode(int value) const

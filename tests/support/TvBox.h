@@ -9,6 +9,8 @@
 #include "Program.h"
 #include "Screen.h"
 
+#include <map>
+
 namespace tv {
 
 /// The settings and names that the program shares with the rest of the TV.
@@ -33,7 +35,7 @@ public:
     /// @return an environment in which the program finds this box
     std::vector<std::string> environment() const;
     /// Sets a variable of the box's own for the programs started from now on.
-    void setVariable(const std::string& name, const std::string& value);
+    void setVariable(const std::string& name, const std::string& value) { m_variables[name] = value; }
 
     /// Starts one more instance of the program.
     std::unique_ptr<Program> launch(const std::vector<std::string>& arguments) const;
@@ -65,7 +67,7 @@ public:
     std::unique_ptr<Program> program; // goes first: it may be talking to the daemon
 
 private:
-    std::vector<std::pair<std::string, std::string>> m_variables;
+    std::map<std::string, std::string> m_variables;
 };
 
 } // namespace tv
