@@ -16,11 +16,8 @@ namespace {
 /// Fields of a window dump's header: 32-bit words, highest byte first.
 enum HeaderWord {
     kHeaderSize = 0,
-    kWidth = 4,
-    kHeight = 5,
     kByteOrder = 7,
     kBitsPerPixel = 11,
-    kBytesPerLine = 12,
     kColours = 19,
     kHeaderWords = 25,
 };
@@ -43,8 +40,6 @@ uint32_t headerWord(const std::string& data, size_t index)
 
 size_t Picture::differences(const Picture& other) const
 {
-    if (width != other.width || height != other.height)
-        return std::max(pixels.size(), other.pixels.size());
     size_t result = 0;
     for (size_t i = 0; i < pixels.size(); ++i)
         result += pixels[i] != other.pixels[i];
@@ -62,15 +57,12 @@ Picture readWindowDump(const std::filesystem::path& file)
     if (data.size() < size_t {kHeaderWords} * 4 || headerWord(data, kBitsPerPixel) != 32
         || headerWord(data, kByteOrder) != 0)
         throw std::runtime_error("not a window dump of a known kind: " + file.string());
-    Picture picture {headerWord(data, kWidth), headerWord(data, kHeight), {}};
-    const size_t line = headerWord(data, kBytesPerLine);
+    Picture picture;
     const size_t begin = headerWord(data, kHeaderSize) + headerWord(data, kColours) * kColourSize;
-    if (line < picture.width * size_t {4} || data.size() < begin + line * picture.height)
-        throw std::runtime_error("window dump is cut short: " + file.string());
-    picture.pixels.resize(size_t {picture.width} * picture.height);
-    for (size_t y = 0; y < picture.height; ++y)
-        std::memcpy(
-            &picture.pixels[y * picture.width], &data[begin + y * line], picture.width * sizeof(uint32_t));
+    const size_t size = picture.pixels.size() * sizeof(uint32_t);
+    if (data.size() != begin + size)
+        throw std::runtime_error("window dump of another size: " + file.string());
+    std::memcpy(picture.pixels.data(), &data[begin], size);
     for (uint32_t& pixel : picture.pixels)
         pixel = le32toh(pixel) & 0xFFFFFF; // the fourth byte says nothing
     return picture;

@@ -9,11 +9,9 @@
 namespace tv {
 
 struct Picture {
-    unsigned width = 0;
-    unsigned height = 0;
-    std::vector<uint32_t> pixels; ///< 0xRRGGBB, rows from the top
+    std::vector<uint32_t> pixels = std::vector<uint32_t>(1920 * 1080); ///< 0xRRGGBB, rows from the top
 
-    /// @return how many pixels differ; all of them when the sizes differ
+    /// @return how many pixels differ
     size_t differences(const Picture& other) const;
     /// @return how many pixels have exactly this colour
     size_t count(uint32_t colour) const;
@@ -21,7 +19,7 @@ struct Picture {
     bool operator!=(const Picture& other) const { return pixels != other.pixels; }
 };
 
-/// Reads an X window dump of 32 bits a pixel, lowest byte first.
+/// Reads an X window dump of a whole screen, 32 bits a pixel, lowest byte first.
 /// @throws std::runtime_error for anything else
 Picture readWindowDump(const std::filesystem::path& file);
 

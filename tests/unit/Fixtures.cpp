@@ -156,15 +156,20 @@ std::string text(const char* id)
     return translated;
 }
 
+std::string taken(char* text)
+{
+    std::string result = text ? text : "(null)";
+    free(text);
+    return result;
+}
+
 std::string setting(const char* key)
 {
     int number = 0;
     if (vconf_get_int(key, &number) == VCONF_OK)
         return std::to_string(number);
-    char* value = vconf_get_str(key);
-    std::string result = value ? value : "none";
-    free(value);
-    return result;
+    const std::string value = taken(vconf_get_str(key));
+    return value == "(null)" ? "none" : value;
 }
 
 void letTheGuideBeShown()

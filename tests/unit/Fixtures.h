@@ -61,6 +61,9 @@ protected:
 /// @return the text of a message id in the language of the tests; the id's being untranslated is a failure
 std::string text(const char* id);
 
+/// Takes a text that the caller has to free. @return "(null)" for none
+std::string taken(char* text);
+
 /// @return what the key holds, "none" for a missing one
 std::string setting(const char* key);
 

@@ -12,12 +12,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-std::string taken(char* text)
-{
-    const std::unique_ptr<char, decltype(&free)> owner {text, free};
-    return text ? text : "(null)";
-}
-
 TEST(TheReadOutRecord, GivesTheContextOnceAndThenTheNameAlone)
 {
     using TesselUI::AccessibilityInfo;

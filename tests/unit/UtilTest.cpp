@@ -30,10 +30,7 @@ TEST_F(AText, IsMeasuredInLinesAtAWidth)
 
 TEST(AName, IsMarkedAndCutAt254Bytes)
 {
-    const auto marked = [](std::string name) {
-        const std::unique_ptr<char, decltype(&free)> copy {TSUtil::AddLTRMarker(name.data()), free};
-        return std::string(copy.get());
-    };
+    const auto marked = [](std::string name) { return taken(TSUtil::AddLTRMarker(name.data())); };
     EXPECT_EQ(TSUtil::AddLTRMarker(nullptr), nullptr);
     EXPECT_EQ(marked(""), "\xE2\x80\x8E\xE2\x80\x8F");
     EXPECT_EQ(marked(std::string(248, 'n')).size(), 254U);

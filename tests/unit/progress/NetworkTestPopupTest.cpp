@@ -2,8 +2,6 @@
 #include "NetworkTestPopup.h"
 #include "PopupTest.h"
 
-#include <cstdlib>
-
 namespace {
 
 using namespace TesselUI;
@@ -78,11 +76,6 @@ TEST_F(ANetworkTestPopup, MayBeDeletedInTheTurnOfItsTick)
 
 TEST_F(ANetworkTestPopup, EscapesAmpersandsAndMarksTheDirection)
 {
-    const auto taken = [](char* text) {
-        std::string result = text ? text : "(null)";
-        free(text);
-        return result;
-    };
     const std::pair<std::string, std::string> escapes[] = {{"", ""}, {"&", "&amp;"},
         {"a&b&&", "a&amp;b&amp;&amp;"}, {"&amp;", "&amp;amp;"}, {"<b>&lt;", "<b>&amp;lt;"},
         {"\xFF\xC3&", "\xFF\xC3&amp;"}};

@@ -5,7 +5,6 @@
 #include "Tessel_Conn_Comm_Func.h"
 #include "elm_flux.h"
 
-#include <cstdlib>
 #include <glib.h>
 #include <type_traits>
 
@@ -41,10 +40,7 @@ protected:
     /// What the screen reader says on a button.
     static std::string said(Evas_Object* button)
     {
-        char* text = elm_access_info_get(button, ELM_ACCESS_INFO);
-        std::string result = text ? text : "";
-        free(text);
-        return result;
+        return taken(elm_access_info_get(button, ELM_ACCESS_INFO));
     }
 };
 
