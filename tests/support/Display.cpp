@@ -98,17 +98,18 @@ Picture Display::picture() const
 Picture Display::settledPicture() const
 {
     constexpr size_t kSpinner = size_t {104} * 104; // a spinner never rests
-    Picture last = picture();
+    Picture still = picture();
+    Picture now = still;
     auto since = std::chrono::steady_clock::now();
     waitUntil([&] {
-        Picture now = picture();
-        if (now.differences(last) > kSpinner) {
-            last = std::move(now);
+        now = picture();
+        if (now.differences(still) > kSpinner) {
+            still = now;
             since = std::chrono::steady_clock::now();
         }
         return std::chrono::steady_clock::now() - since >= kRest;
     });
-    return last;
+    return now;
 }
 
 bool Display::waitForPicture(const std::function<bool(const Picture&)>& condition) const
