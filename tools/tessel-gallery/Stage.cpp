@@ -197,7 +197,6 @@ void Stage::enter(const State& state)
         break;
     }
     m_rounds = kRounds;
-    stopMotion(m_window);
 }
 
 /// The window of this engine counts as focused only after it was told both.
@@ -251,6 +250,7 @@ void Stage::begin()
 /// and the theme's signals are delivered by jobs.
 bool Stage::tick()
 {
+    stopMotion(m_window); // also of what a job has made since
     ecore_evas_manual_render(canvas());
     if (m_next == 1 && m_rounds == kRounds / 2)
         focusWindow();
