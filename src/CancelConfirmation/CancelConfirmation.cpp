@@ -2,6 +2,7 @@
 
 #include "ProgressParts.h"
 #include "Translated.h"
+#include "WidgetNumbers.h"
 
 #include <elm_flux.h>
 
@@ -19,7 +20,7 @@ Evas_Object* addCancelConfirmation(Evas_Object* box, Evas_Smart_Cb yes, Evas_Sma
     Evas_Object* popup = elm_flux_popup_add(box);
     if (!popup)
         return nullptr;
-    elm_flux_popup_style_set(popup, ELM_FLUX_POPUP_STYLE_DEFAULT);
+    elm_flux_popup_style_set(popup, kDefaultStyle);
     elm_flux_popup_title_set(popup, translated("SID_CANCEL").c_str());
     const std::string message = translated("TV_SID_NOT_ABLE_USE_INFO_RECEIVED_PHONE");
     Evas_Object* text = elm_flux_textbox_add(popup);

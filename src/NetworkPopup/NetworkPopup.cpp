@@ -3,6 +3,7 @@
 #include "Log.h"
 #include "NetUtilAccessibility.h"
 #include "Objects.h"
+#include "WidgetNumbers.h"
 
 #include <cstring>
 #include <utility>
@@ -177,7 +178,7 @@ void CNetworkPopup::createCentreButton(std::string label, std::string, bool, std
 {
     m_button1Label = label;
     m_buttons[0] = elm_flux_button_add(m_popup);
-    elm_flux_button_style_set(m_buttons[0], ELM_FLUX_BUTTON_STYLE_DEFAULT);
+    elm_flux_button_style_set(m_buttons[0], kDefaultButton);
     elm_flux_button_text_set(m_buttons[0], label.c_str());
     if (m_buttons[0]) {
         evas_object_smart_callback_add(m_buttons[0], "clicked", on_CentreButtonClicked, this);

@@ -7,6 +7,7 @@
 #include "ProgressParts.h"
 #include "Tessel_Conn_Comm_Func.h"
 #include "Translated.h"
+#include "WidgetNumbers.h"
 #include "combinate.h"
 
 #include <elm_flux.h>
@@ -18,8 +19,6 @@
 namespace TesselUI {
 
 namespace {
-
-constexpr auto kDefaultStyle = static_cast<Elm_Flux_Popup_Style>(0);
 
 constexpr double kFocusInterval = 0.1; ///< seconds
 

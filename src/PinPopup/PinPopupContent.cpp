@@ -8,6 +8,7 @@
 #include "Tessel_Conn_Comm_Func.h"
 #include "Translated.h"
 #include "Util.h"
+#include "WidgetNumbers.h"
 #include "combinate.h"
 
 #include <sys/prctl.h>
@@ -19,21 +20,6 @@
 namespace TesselUI {
 
 namespace {
-
-// Numbers of the styled widgets; their names are in elm_flux.h.
-constexpr auto kStacked = static_cast<Elm_Flux_Layout_Type>(1);
-constexpr auto kAlignCentre = static_cast<Elm_Flux_Textbox_Align>(3);
-constexpr auto kAlignOneLine = static_cast<Elm_Flux_Textbox_Align>(8);
-constexpr auto kAlignLeft = static_cast<Elm_Flux_Textbox_Align>(10);
-constexpr auto kAlignRight = static_cast<Elm_Flux_Textbox_Align>(11);
-constexpr auto kDigits = static_cast<Elm_Flux_Textbox_Size>(8);
-constexpr auto kBody = static_cast<Elm_Flux_Textbox_Size>(11);
-constexpr auto kSecondary = static_cast<Elm_Flux_Textbox_Size>(13);
-constexpr auto kKeepSize = static_cast<Elm_Flux_Responsive_Rule>(0);
-constexpr auto kShrinkLine = static_cast<Elm_Flux_Responsive_Rule>(1);
-constexpr auto kWrap = static_cast<Elm_Flux_Responsive_Rule>(2);
-constexpr auto kTooltipHint = static_cast<Elm_Flux_Tooltip_Style>(2);
-constexpr auto kTooltipBelow = static_cast<Elm_Flux_Tooltip_Orient>(4);
 
 constexpr int kGuideWidth = 151; ///< layout units
 

@@ -1,6 +1,7 @@
 #include "ProgressParts.h"
 
 #include "Objects.h"
+#include "WidgetNumbers.h"
 
 #include <elm_flux.h>
 
@@ -16,12 +17,6 @@ constexpr int kFirstLineWidth = 96;
 constexpr int kSecondLineHeight = 14;
 constexpr int kIndicator = 12;
 constexpr double kGap = 1.0;
-
-// Numbers of the styled widgets; their names are in elm_flux.h.
-constexpr auto kStacked = static_cast<Elm_Flux_Layout_Type>(1);
-constexpr auto kRow = static_cast<Elm_Flux_Layout_Type>(2);
-constexpr auto kSmallSpinner = static_cast<Elm_Flux_Progressbar_Style>(5);
-constexpr auto kDefaultButton = static_cast<Elm_Flux_Button_Style>(0);
 
 Evas_Object* addLayout(Evas_Object* parent, Elm_Flux_Layout_Type type)
 {

@@ -6,6 +6,7 @@
 #include "TesselUI.h"
 #include "Translated.h"
 #include "Util.h"
+#include "WidgetNumbers.h"
 
 #include <elm_flux.h>
 
@@ -14,12 +15,6 @@
 namespace TesselUI {
 
 namespace {
-
-// Numbers of the styled widgets; their names are in elm_flux.h.
-constexpr auto kStacked = static_cast<Elm_Flux_Layout_Type>(1);
-constexpr auto kBody = static_cast<Elm_Flux_Textbox_Size>(11);
-constexpr auto kAlignCentre = static_cast<Elm_Flux_Textbox_Align>(3);
-constexpr auto kWrap = static_cast<Elm_Flux_Responsive_Rule>(2);
 
 // Layout units.
 constexpr int kWidth = 101;

@@ -3,6 +3,7 @@
 #include "Handles.h"
 #include "Log.h"
 #include "Paths.h"
+#include "WidgetNumbers.h"
 #include "aul.h"
 #include "efl_assist.h"
 #include "vconf.h"
@@ -17,9 +18,6 @@ namespace {
 
 constexpr int kShown = 0;
 constexpr int kNotShown = -2;
-
-constexpr auto kDefaultStyle = static_cast<Elm_Flux_Popup_Style>(0);
-constexpr auto kGuideStyle = static_cast<Elm_Flux_Popup_Style>(1);
 
 constexpr const char* kOrientationKey =
     "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
