@@ -1,5 +1,6 @@
 #include "app.h"
 
+#include "app/ApplicationId.h"
 #include "app/Events.h"
 #include "app/GLibBridge.h"
 #include "app/Instance.h"
@@ -19,15 +20,13 @@
 #include <optional>
 #include <string>
 
-/// The application's id, defined by the program's build; its file name serves where there is none.
-extern "C" const char orbis_app_id[] __attribute__((weak));
-
 namespace orbis::app {
 
 namespace {
 
 using BundlePtr = std::unique_ptr<bundle, decltype(&bundle_free)>;
 
+/// @return the application's id; its file name serves where there is none
 std::string idOf(const char* program)
 {
     if (orbis_app_id)

@@ -1,5 +1,6 @@
 #include "app/Language.h"
 
+#include "app/ApplicationId.h"
 #include "vconf.h"
 
 #include <Elementary.h>
@@ -16,9 +17,6 @@
 
 /// The C library's count of catalogue changes: it forgets cached translations when this moves.
 extern "C" int _nl_msg_cat_cntr;
-
-/// The application's id, which is also the domain of its texts.
-extern "C" const char orbis_app_id[] __attribute__((weak));
 
 namespace orbis::app {
 
@@ -84,6 +82,7 @@ void applyLanguage()
 std::string languageOfTexts()
 {
     constexpr std::string_view kField = "\nLanguage: ";
+    // The id is also the domain of the texts.
     const std::string header = orbis_app_id ? dgettext(orbis_app_id, "") : "";
     const char* chosen = getenv("LANGUAGE");
     std::string language = chosen ? chosen : "";

@@ -10,10 +10,9 @@ namespace orbis::app {
 /// setting missing the environment's own language counts.
 void applyLanguage();
 
-/// @return the language that the application's texts really have, as their catalogue says, for instance
-/// "pt-br":
-///         English where the viewer's language has none. Before the application has bound a catalogue, what
-///         was asked for.
+/// @return the language of the catalogue that the application's texts come from, for instance "pt-br";
+/// English where the viewer's language has none. Before the application has bound a catalogue, what was asked
+/// for.
 std::string languageOfTexts();
 
 } // namespace orbis::app

@@ -30,9 +30,10 @@ void FocusStack::push(Evas_Object* popup)
 
 void FocusStack::updateDims()
 {
+    const char* whole = highContrast() ? "flux,dim,strong" : "flux,dim,full";
     for (Evas_Object* popup : m_popups) {
         const Manager* manager = Manager::of(elm_object_top_widget_get(popup));
-        const char* signal = highContrast() ? "flux,dim,strong" : "flux,dim,full";
+        const char* signal = whole;
         if (popup != m_popups.front())
             signal = "flux,dim,veil";
         else if (manager && manager->isDimmed())

@@ -110,10 +110,10 @@ void arrangeAgain(const LayoutRecord& record)
 }
 
 /// A layout has no look of its own: what it is told goes to its items.
-void on_contrast(void*, Evas_Object* layout, const char*, const char*)
+void on_signal(void*, Evas_Object* layout, const char* emission, const char* source)
 {
     for (Evas_Object* item : layoutItems(layout))
-        elm_object_signal_emit(item, "HC", "");
+        elm_object_signal_emit(item, emission, source);
 }
 
 } // namespace
@@ -139,15 +139,6 @@ std::vector<Evas_Object*> layoutItems(const Evas_Object* layout)
     return items;
 }
 
-void tellItems(const Evas_Object* layout, const char* signal)
-{
-    for (Evas_Object* item : layoutItems(layout)) {
-        if (evas_object_visible_get(item))
-            elm_object_signal_emit(item, signal, "");
-        tellItems(item, signal);
-    }
-}
-
 } // namespace orbis::flux
 
 using namespace orbis::flux;
@@ -160,7 +151,8 @@ Evas_Object* elm_flux_layout_add(Evas_Object* parent)
     auto* record = attachRecord<LayoutRecord>(layout);
     record->box = elm_box_add(layout);
     elm_box_layout_set(record->box, arrange, record, nullptr);
-    elm_object_signal_callback_add(layout, "HC", "", on_contrast, nullptr);
+    for (const char* emission : {"HC", "flux,popup,shown", "flux,popup,hidden"})
+        elm_object_signal_callback_add(layout, emission, "", on_signal, nullptr);
     elm_object_part_content_set(layout, kBoxPart, record->box);
     return layout;
 }

@@ -13,7 +13,4 @@ Evas_Object* outermostLayout(Evas_Object* widget);
 /// @return the items of a styled layout, borrowed, first to last; none for another object
 std::vector<Evas_Object*> layoutItems(const Evas_Object* layout);
 
-/// Emits a theme signal on the visible items of a styled layout, and on those of the layouts among them.
-void tellItems(const Evas_Object* layout, const char* signal);
-
 } // namespace orbis::flux

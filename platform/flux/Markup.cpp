@@ -88,22 +88,21 @@ std::string displayMarkup(const std::string& markup, const std::string& colour)
 {
     const std::string_view text = markup;
     std::string result;
-    for (size_t at = 0; at < text.size();) {
-        const size_t open = std::min(text.find('<', at), text.size());
+    size_t at = 0;
+    for (size_t open = 0; (open = text.find('<', at)) != std::string_view::npos;) {
         result.append(text, at, open - at);
         const size_t close = text.find_first_of("<>", open + 1); // a bracket within a tag begins another
-        const bool isOpen = open < text.size() && close != std::string_view::npos && text[close] == '>';
-        const std::string_view tag = isOpen ? text.substr(open + 1, close - open - 1) : std::string_view {};
-        if (isOpen && isMarkup(tag)) {
+        const bool isClosed = close != std::string_view::npos && text[close] == '>';
+        const std::string_view tag = isClosed ? text.substr(open + 1, close - open - 1) : std::string_view {};
+        if (isMarkup(tag)) {
             result += displayTag(tag, colour);
             at = close + 1;
         } else {
-            if (open < text.size())
-                result += "&lt;";
+            result += "&lt;";
             at = open + 1;
         }
     }
-    return result;
+    return result.append(text, at);
 }
 
 } // namespace orbis::flux

@@ -2,7 +2,6 @@
 
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
-#include "flux/Layout.h"
 #include "flux/Manager.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
@@ -110,19 +109,25 @@ void on_windowResized(void* data, Evas*, Evas_Object* window, void*)
     fitToWindow(static_cast<Evas_Object*>(data), window);
 }
 
+/// What moves in the content is not told by the toolkit that its popup comes and goes.
+void tellContent(const Evas_Object* popup, const char* emission)
+{
+    if (Evas_Object* content = elm_layout_content_get(popup, kContentPart))
+        elm_object_signal_emit(content, emission, "");
+}
+
 void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
 {
     fitToWindow(popup, static_cast<PopupRecord*>(data)->window);
     evas_object_raise(popup);
     FocusStack::instance().push(popup);
-    tellItems(elm_layout_content_get(popup, kContentPart), "flux,spin");
+    tellContent(popup, "flux,popup,shown");
 }
 
-/// A spinner that nobody sees must not wake the program; it is not told itself that its popup is hidden.
 void on_popupHidden(void*, Evas*, Evas_Object* popup, void*)
 {
     FocusStack::instance().remove(popup);
-    tellItems(elm_layout_content_get(popup, kContentPart), "flux,stop");
+    tellContent(popup, "flux,popup,hidden");
 }
 
 /// The content's place has its size from this, because the toolkit overwrites size hints of widgets.

@@ -16,6 +16,12 @@ void on_shown(void*, Evas*, Evas_Object* progressbar, void*)
     elm_object_signal_emit(progressbar, "flux,spin", "");
 }
 
+void on_popupShown(void*, Evas_Object* progressbar, const char*, const char*)
+{
+    if (evas_object_visible_get(progressbar))
+        on_shown(nullptr, nullptr, progressbar, nullptr);
+}
+
 /// A spinner that nobody sees must not wake the program.
 void on_hidden(void*, Evas*, Evas_Object* progressbar, void*)
 {
@@ -36,6 +42,7 @@ Evas_Object* elm_flux_progressbar_add(Evas_Object* parent)
     attachRecord<ProgressbarRecord>(progressbar);
     evas_object_event_callback_add(progressbar, EVAS_CALLBACK_SHOW, on_shown, nullptr);
     evas_object_event_callback_add(progressbar, EVAS_CALLBACK_HIDE, on_hidden, nullptr);
+    elm_object_signal_callback_add(progressbar, "flux,popup,shown", "", on_popupShown, nullptr);
     return progressbar;
 }
 
