@@ -36,8 +36,7 @@ struct Popup {
 
     Scene scene {
         {{nullptr, "A text", {100, 100, 300, 40}, {100, 102, 290, 35}, 24, false, {{100, 105, 60, 20}}}},
-        {{"Yes", {120, 400, 200, 80}, true}, {"No", {400, 400, 200, 80}, false}}, {96, 60, 600, 440}, 1,
-        false};
+        {{"Yes", {120, 400, 200, 80}, true}, {"No", {400, 400, 200, 80}, false}}, {96, 60, 600, 440}, 1};
     Image whole {960, 540, std::vector<uint32_t>(size_t {960} * 540, 0xFF203040)};
     Image behind;
     Expected expected {0.5, false, false, false, "Yes"};

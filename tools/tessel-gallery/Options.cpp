@@ -143,6 +143,11 @@ int Combination::width() const
     return static_cast<int>(std::lround(height() * 16 / 9.0));
 }
 
+double Combination::realScale() const
+{
+    return height() / static_cast<double>(kDesignHeight);
+}
+
 std::string Combination::name() const
 {
     return language + (contrast ? "-contrast-" : "-") + std::to_string(height());

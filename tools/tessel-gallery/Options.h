@@ -11,11 +11,13 @@ namespace gallery {
 struct Combination {
     std::string language; ///< a catalogue's name, for instance "pt_BR"
     bool contrast = false; ///< high contrast
-    double scale = 1.0; ///< of a screen of 1080 lines
+    double scale = 1.0; ///< of a screen of 1080 lines, as it was asked for
 
     /// Pixels of the screen: 16:9 with a whole number of lines.
     int height() const;
     int width() const;
+    /// What those pixels are of a screen of 1080 lines.
+    double realScale() const;
     /// Folder name, for instance "ar-contrast-720".
     std::string name() const;
 };

@@ -19,10 +19,6 @@ struct Box {
     int right() const { return x + width; }
     int bottom() const { return y + height; }
     bool isEmpty() const { return width <= 0 || height <= 0; }
-    Box grownBy(int pixels) const
-    {
-        return {x - pixels, y - pixels, width + 2 * pixels, height + 2 * pixels};
-    }
     bool contains(const Box& other) const
     {
         return other.x >= x && other.y >= y && other.right() <= right() && other.bottom() <= bottom();

@@ -71,7 +71,7 @@ Json::Value toJson(const Report& report)
     value["seconds"] = rounded(report.seconds);
     Json::Value& pictures = value["pictures"] = Json::arrayValue;
     for (const Picture& picture : report.pictures)
-        pictures.append(toJson(picture, report.combination.scale));
+        pictures.append(toJson(picture, report.combination.realScale()));
     return value;
 }
 

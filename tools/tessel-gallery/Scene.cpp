@@ -49,10 +49,10 @@ void collect(Evas_Object* object, std::vector<Evas_Object*>& result)
     collect(static_cast<Evas_Object*>(member), result);
 }
 
-bool holdsFocus(const std::vector<Evas_Object*>& objects)
+int focusedAmong(const std::vector<Evas_Object*>& objects)
 {
-    return std::any_of(objects.begin(), objects.end(),
-        [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); });
+    return static_cast<int>(std::count_if(objects.begin(), objects.end(),
+        [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); }));
 }
 
 /// Names need not be of valid UTF-8, and the report has to be.
@@ -211,18 +211,17 @@ std::vector<Evas_Object*> objectsOf(const Evas_Object* window)
 Scene look(const Evas_Object* window)
 {
     Scene scene;
-    scene.isRightToLeft = elm_config_mirrored_get() != 0;
     // From the top down to the popup that has the keys; what lies below is not to be read.
     const Evas* canvas = evas_object_evas_get(window);
     bool isCovered = false;
     for (Evas_Object* root = evas_object_top_get(canvas); root; root = evas_object_below_get(root)) {
         std::vector<Evas_Object*> objects;
         collect(root, objects);
-        scene.focused += static_cast<int>(std::count_if(objects.begin(), objects.end(),
-            [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); }));
+        const int focused = focusedAmong(objects);
+        scene.focused += focused;
         if (!isCovered)
             read(objects, scene);
-        isCovered |= holdsFocus(objects);
+        isCovered |= focused > 0;
     }
     return scene;
 }

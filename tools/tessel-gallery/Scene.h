@@ -31,7 +31,6 @@ struct Scene {
     std::vector<Button> buttons; ///< of the popup that has the keys
     Box card; ///< of that popup; empty when there is none
     int focused = 0; ///< focused objects on the whole canvas
-    bool isRightToLeft = false;
 };
 
 /// @return every visible object on the window's canvas, borrowed

@@ -82,7 +82,7 @@ void setUp(const Combination& combination, const std::string& folder)
         {"FONTCONFIG_FILE", fontsFile()},
         {"ELM_DISPLAY", "buffer"},
         {"ELM_ENGINE", "buffer"},
-        {"ELM_SCALE", std::to_string(combination.height() / 1080.0)},
+        {"ELM_SCALE", std::to_string(combination.realScale())},
         {"EINA_FREEQ_BYPASS", "1"},
         // Nothing may speak while pictures are made.
         {"ORBIS_SPEECH_LOG", folder + "/speech"},
@@ -228,8 +228,8 @@ void Stage::picture(const State& state)
 {
     const Image whole = grab(m_window, m_behind);
     const Scene scene = look(m_window);
-    Expected expected {m_combination.scale, m_combination.contrast, state.hasAwkwardNames, state.hasMarkup,
-        TesselUI::translated(state.focusedId)};
+    const Expected expected {m_combination.realScale(), m_combination.contrast, state.hasAwkwardNames,
+        state.hasMarkup, TesselUI::translated(state.focusedId)};
     Picture picture {state.name, m_combination.name() + "/" + state.name + ".png", scene, {}, {}};
     picture.broken = check(scene, whole, withoutTexts(scene), expected, picture.measured);
     if (!savePng(whole, m_options.folder + "/" + picture.file))
