@@ -1,6 +1,8 @@
 #include "flux/Button.h"
 #include "elm_flux.h"
+#include "flux/Guard.h"
 #include "flux/Manager.h"
+#include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 #include "flux/Widget.h"
@@ -52,6 +54,8 @@ Eina_Bool elm_flux_button_text_set(Evas_Object* button, const char* text)
 {
     if (!recordOf<ButtonRecord>(button))
         return EINA_FALSE;
-    elm_object_text_set(button, text ? text : "");
-    return EINA_TRUE;
+    return guarded([&]() -> Eina_Bool {
+        elm_object_text_set(button, displayMarkup(text ? text : "").c_str());
+        return EINA_TRUE;
+    });
 }

@@ -1,29 +1,37 @@
 #include "flux/Markup.h"
 
+#include "flux/Contrast.h"
+
 #include <algorithm>
+#include <cctype>
 #include <string_view>
+#include <vector>
 
 namespace orbis::flux {
 
 namespace {
 
-/// Names of tags and attributes that a widget does not leave to its texts.
-constexpr std::string_view kWidgetsOwn[] = {"ellipsis", "font_size", "font_width", "item", "left_margin",
-    "linefill", "linegap", "linerelgap", "linerelsize", "linesize", "margin", "password", "replacement_char",
-    "right_margin", "tabstops", "valign", "wrap"};
+/// A card holds some three hundred characters of a text, twice as many narrow ones in a wide card.
+constexpr size_t kMostCharacters = 600;
+constexpr size_t kMostTags = 64;
+/// Both in bytes; what is longer is none.
+constexpr size_t kLongestTag = 4096;
+constexpr size_t kLongestEntity = 32;
 
-/// Those that it does leave to them. Whatever else stands between angle brackets is no markup of the toolkit.
-constexpr std::string_view kTexts[] = {"align", "b", "backing", "backing_color", "br", "color", "font",
-    "font_fallbacks", "font_source", "font_style", "font_weight", "glow_color", "i", "lang", "outline_color",
-    "ps", "shadow_color", "strikethrough", "strikethrough_color", "style", "tab", "u", "underline",
-    "underline_color"};
+/// Of text against what is behind it.
+constexpr double kLeastContrast = 7.0;
 
-constexpr std::string_view kColour = "color=";
+/// The television's own; another name may be a file or a pattern that the toolkit would follow.
+constexpr std::string_view kFamilies[] = {"NorvaleSans-500", "Kivo400"};
 
-std::string_view nameOf(std::string_view word)
-{
-    return word.substr(0, word.find_first_of(" =/"));
-}
+/// Names of the toolkit's tags and attributes. Whatever else stands between angle brackets is no markup.
+constexpr std::string_view kToolkits[] = {"align", "b", "backing", "backing_color", "br", "color", "ellipsis",
+    "font", "font_fallbacks", "font_size", "font_source", "font_style", "font_weight", "font_width",
+    "gfx_filter", "glow2_color", "glow_color", "i", "item", "lang", "left_margin", "linefill", "linegap",
+    "linerelgap", "linerelsize", "linesize", "margin", "outline_color", "password", "ps", "replacement_char",
+    "right_margin", "shadow_color", "strikethrough", "strikethrough_color", "style", "tab", "tabstops", "u",
+    "underline", "underline2_color", "underline_color", "underline_dash_color", "underline_dash_gap",
+    "underline_dash_width", "underline_height", "valign", "wrap"};
 
 template <size_t Size>
 bool contains(const std::string_view (&names)[Size], std::string_view name)
@@ -31,16 +39,18 @@ bool contains(const std::string_view (&names)[Size], std::string_view name)
     return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
-bool isWidgetsOwn(std::string_view word)
+std::string_view nameOf(std::string_view word)
 {
-    return contains(kWidgetsOwn, nameOf(word));
+    return word.substr(0, word.find_first_of(" =/"));
 }
 
-/// @param tag  what stands between the angle brackets
-bool isMarkup(std::string_view tag)
+/// @return whether @p word is the attribute @p name; @p value is then what is behind its "="
+bool isAttribute(std::string_view word, std::string_view name, std::string_view& value)
 {
-    const std::string_view name = nameOf(tag.substr(!tag.empty() && tag.front() == '/' ? 1 : 0));
-    return contains(kWidgetsOwn, name) || contains(kTexts, name);
+    if (word.size() <= name.size() || word.substr(0, name.size()) != name || word[name.size()] != '=')
+        return false;
+    value = word.substr(name.size() + 1);
+    return true;
 }
 
 /// @return where the word that begins at @p begin ends: at a blank that no quotes hold
@@ -56,53 +66,160 @@ size_t endOfWord(std::string_view tag, size_t begin)
     return tag.size();
 }
 
-std::string displayTag(std::string_view tag, const std::string& colour)
+bool isContinuation(char byte)
 {
-    if (!tag.empty() && tag.front() == '/')
-        return isWidgetsOwn(tag.substr(1)) ? "" : "<" + std::string {tag} + ">";
-    if (const std::string_view name = tag.substr(0, tag.find(' '));
-        isWidgetsOwn(name) && nameOf(name) == name)
-        return "";
-    std::string words;
-    bool hasDropped = false;
-    for (size_t begin = 0; begin < tag.size();) {
-        const size_t end = endOfWord(tag, begin);
-        const std::string_view word = tag.substr(begin, end - begin);
-        if (isWidgetsOwn(word))
-            hasDropped = true;
-        else if (!colour.empty() && word.substr(0, kColour.size()) == kColour)
-            words.append(kColour).append(colour);
-        else
-            words.append(word);
-        if (end < tag.size())
-            words += ' ';
-        begin = end + 1;
-    }
-    const bool isEmpty = words.find_first_not_of(' ') == std::string::npos;
-    return hasDropped && isEmpty ? "" : "<" + words + ">";
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
+
+/// @return the bytes of the character or entity that @p text begins with; one for what is no UTF-8
+size_t lengthOfCharacter(std::string_view text)
+{
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first == '&') {
+        size_t end = 1;
+        while (end < std::min(text.size(), kLongestEntity)
+            && (isalnum(static_cast<unsigned char>(text[end])) || text[end] == '#'))
+            ++end;
+        return end > 1 && end < text.size() && text[end] == ';' ? end + 1 : 1;
+    }
+    const size_t length = first >= 0xF0U ? 4 : first >= 0xE0U ? 3 : first >= 0xC0U ? 2 : 1;
+    for (size_t i = 1; i < length; ++i) {
+        if (i >= text.size() || !isContinuation(text[i]))
+            return 1;
+    }
+    return length;
+}
+
+class Filter {
+public:
+    Filter(std::string_view text, const TextColours& colours)
+        : m_rest(text)
+        , m_colours(colours)
+    {
+    }
+
+    std::string run()
+    {
+        while (!m_rest.empty() && (takeTag() || takeCharacter())) { }
+        return std::move(m_result);
+    }
+
+private:
+    struct Opened {
+        std::string_view name;
+        bool isKept;
+    };
+
+    /// @return false when there is no tag of the toolkit
+    bool takeTag()
+    {
+        if (m_rest.front() != '<')
+            return false;
+        const size_t close = m_rest.substr(0, kLongestTag).find_first_of("<>", 1);
+        if (close == std::string_view::npos || m_rest[close] == '<') // which begins another
+            return false;
+        const std::string_view tag = m_rest.substr(1, close - 1);
+        const bool isEnd = !tag.empty() && tag.front() == '/';
+        const std::string_view name = nameOf(tag.substr(isEnd ? 1 : 0));
+        if (!contains(kToolkits, name))
+            return false;
+        m_rest.remove_prefix(close + 1);
+        if (m_tags == kMostTags)
+            return true;
+        ++m_tags;
+        if (isEnd)
+            end(name);
+        else if (name == "br" || name == "ps")
+            m_result.append("<").append(tag == "br/" || tag == "ps/" ? tag : name).append(">");
+        else
+            m_opened.push_back({name, begin(name, tag)});
+        return true;
+    }
+
+    /// @return whether something of the tag is left
+    bool begin(std::string_view name, std::string_view tag)
+    {
+        std::string words;
+        if (name == "b" || name == "i") {
+            words = name;
+        } else if (name == "font" || name == "color" || name == "align") {
+            for (size_t at = 0; at < tag.size();) {
+                const size_t end = endOfWord(tag, at);
+                const std::string word = kept(tag.substr(at, end - at));
+                if (!word.empty())
+                    words.append(word).append(end < tag.size() ? " " : "");
+                at = end + 1;
+            }
+            if (!words.empty() && nameOf(words) != name) // its end must find it
+                words.insert(0, std::string(name) + ' ');
+        }
+        if (words.empty())
+            return false;
+        m_result.append("<").append(words).append(">");
+        return true;
+    }
+
+    void end(std::string_view name)
+    {
+        const auto latest = std::find_if(
+            m_opened.rbegin(), m_opened.rend(), [&](const Opened& opened) { return opened.name == name; });
+        if (latest == m_opened.rend())
+            return;
+        if (latest->isKept)
+            m_result.append("</").append(name).append(">");
+        m_opened.erase(std::next(latest).base());
+    }
+
+    /// @return what an attribute may be, or ""
+    std::string kept(std::string_view word) const
+    {
+        std::string_view value;
+        const bool isColour = isAttribute(word, "color", value);
+        if (isColour && !m_colours.accent.empty())
+            return "color=" + m_colours.accent;
+        const bool isTaken = isColour          ? canBeRead(value)
+            : isAttribute(word, "font", value) ? contains(kFamilies, value)
+                                               : isAttribute(word, "align", value) && value == "center";
+        return isTaken ? std::string(word) : "";
+    }
+
+    bool canBeRead(std::string_view colour) const
+    {
+        const auto text = colourOfMarkup(colour);
+        const auto ground = colourOfTheme(m_colours.ground);
+        return text && ground && contrastOf(*text, *ground) >= kLeastContrast;
+    }
+
+    /// @return false when no more is to be drawn
+    bool takeCharacter()
+    {
+        if (m_characters == kMostCharacters) {
+            m_result += "…";
+            return false;
+        }
+        ++m_characters;
+        const size_t length = lengthOfCharacter(m_rest);
+        if (m_rest.front() == '<')
+            m_result += "&lt;";
+        else
+            m_result.append(m_rest.substr(0, length));
+        m_rest.remove_prefix(length);
+        return true;
+    }
+
+    std::string_view m_rest;
+    const TextColours& m_colours;
+    std::string m_result;
+    std::vector<Opened> m_opened;
+    size_t m_characters = 0;
+    size_t m_tags = 0;
+};
 
 } // namespace
 
-std::string displayMarkup(const std::string& markup, const std::string& colour)
+std::string displayMarkup(const std::string& markup, const TextColours& colours)
 {
-    const std::string_view text = markup;
-    std::string result;
-    size_t at = 0;
-    for (size_t open = 0; (open = text.find('<', at)) != std::string_view::npos;) {
-        result.append(text, at, open - at);
-        const size_t close = text.find_first_of("<>", open + 1); // a bracket within a tag begins another
-        const bool isClosed = close != std::string_view::npos && text[close] == '>';
-        const std::string_view tag = isClosed ? text.substr(open + 1, close - open - 1) : std::string_view {};
-        if (isMarkup(tag)) {
-            result += displayTag(tag, colour);
-            at = close + 1;
-        } else {
-            result += "&lt;";
-            at = open + 1;
-        }
-    }
-    return result.append(text, at);
+    return Filter(markup, colours).run();
 }
 
 } // namespace orbis::flux

@@ -2,7 +2,9 @@
 
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
+#include "flux/Guard.h"
 #include "flux/Manager.h"
+#include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 #include "flux/Widget.h"
@@ -215,7 +217,8 @@ Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title)
 {
     if (!recordOf<PopupRecord>(popup))
         return EINA_FALSE;
-    return elm_layout_text_set(popup, kTitlePart, title ? title : "");
+    return guarded(
+        [&] { return elm_layout_text_set(popup, kTitlePart, displayMarkup(title ? title : "").c_str()); });
 }
 
 Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px)

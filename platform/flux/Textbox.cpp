@@ -1,5 +1,6 @@
 #include "flux/Textbox.h"
 
+#include "flux/Guard.h"
 #include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
@@ -27,12 +28,17 @@ const char* alignName(Elm_Flux_Textbox_Align align)
     return nullptr;
 }
 
+std::string themeData(const TextboxRecord& record, const char* name)
+{
+    const char* data = edje_object_data_get(elm_layout_edje_get(record.object), name);
+    return data ? data : "";
+}
+
 /// Colours that texts bring along are chosen against the usual card.
 /// @return the one that replaces them, or ""
 std::string replacingColour(const TextboxRecord& record)
 {
-    const char* accent = edje_object_data_get(elm_layout_edje_get(record.object), "contrast");
-    return record.contrast && accent ? accent : "";
+    return record.contrast ? themeData(record, "contrast") : "";
 }
 
 /// A text is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
@@ -51,8 +57,8 @@ std::string styleOf(const TextboxRecord& record)
 
 void showText(const TextboxRecord& record)
 {
-    const std::string markup = displayMarkup(record.text, replacingColour(record));
-    elm_layout_text_set(record.object, kTextPart, markup.c_str());
+    const TextColours colours {themeData(record, "ground"), replacingColour(record)};
+    elm_layout_text_set(record.object, kTextPart, displayMarkup(record.text, colours).c_str());
 }
 
 void restyle(const TextboxRecord& record)
@@ -71,8 +77,11 @@ void on_contrast(void* data, Evas_Object*, const char*, const char*)
     auto& record = *static_cast<TextboxRecord*>(data);
     if (std::exchange(record.contrast, true))
         return;
-    showText(record);
-    restyle(record);
+    guarded([&] {
+        showText(record);
+        restyle(record);
+        return EINA_TRUE;
+    });
 }
 
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
@@ -91,79 +100,101 @@ bool loadGroup(const TextboxRecord& record)
 
 using namespace orbis::flux;
 
+namespace {
+
+/// @return what a setter says: whether the object is a text box and the change was made
+template <typename Change>
+Eina_Bool changed(const Evas_Object* textbox, const Change& change)
+{
+    auto* record = recordOf<TextboxRecord>(textbox);
+    return record && guarded([&] { return static_cast<Eina_Bool>(change(*record)); });
+}
+
+} // namespace
+
 Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
 {
-    Evas_Object* textbox = addThemedLayout(parent, "textbox", "11");
-    if (!textbox)
-        return nullptr;
-    auto* record = attachRecord<TextboxRecord>(textbox);
-    record->contrast = highContrast();
-    elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
-    loadGroup(*record);
+    Evas_Object* textbox = nullptr;
+    const bool isMade = guarded([&]() -> Eina_Bool {
+        textbox = addThemedLayout(parent, "textbox", "11");
+        if (!textbox)
+            return EINA_FALSE;
+        auto* record = attachRecord<TextboxRecord>(textbox);
+        record->contrast = highContrast();
+        elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
+        return loadGroup(*record);
+    });
+    if (!isMade)
+        evas_object_del(std::exchange(textbox, nullptr));
     return textbox;
 }
 
 Eina_Bool elm_flux_textbox_text_set(Evas_Object* textbox, const char* text)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record)
-        return EINA_FALSE;
-    record->text = text ? text : "";
-    showText(*record);
-    return EINA_TRUE;
+    return changed(textbox, [&](TextboxRecord& record) {
+        std::string former = text ? text : "";
+        std::swap(record.text, former);
+        try {
+            showText(record);
+        } catch (const std::exception&) {
+            std::swap(record.text, former); // it is still what is shown
+            throw;
+        }
+        return true;
+    });
 }
 
 Eina_Bool elm_flux_textbox_multiline_set(Evas_Object* textbox, Eina_Bool multiline)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record)
-        return EINA_FALSE;
-    record->multiline = multiline;
-    restyle(*record);
-    return EINA_TRUE;
+    return changed(textbox, [&](TextboxRecord& record) {
+        record.multiline = multiline;
+        restyle(record);
+        return true;
+    });
 }
 
 Eina_Bool elm_flux_textbox_size_set(Evas_Object* textbox, Elm_Flux_Textbox_Size size)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record
-        || (size != ELM_FLUX_TEXTBOX_SIZE_DIGITS && size != ELM_FLUX_TEXTBOX_SIZE_BODY
-            && size != ELM_FLUX_TEXTBOX_SIZE_SECONDARY))
-        return EINA_FALSE;
-    record->size = size;
-    return loadGroup(*record);
+    return changed(textbox, [&](TextboxRecord& record) {
+        if (size != ELM_FLUX_TEXTBOX_SIZE_DIGITS && size != ELM_FLUX_TEXTBOX_SIZE_BODY
+            && size != ELM_FLUX_TEXTBOX_SIZE_SECONDARY)
+            return false;
+        record.size = size;
+        return loadGroup(record);
+    });
 }
 
 Eina_Bool elm_flux_textbox_align_set(Evas_Object* textbox, Elm_Flux_Textbox_Align align)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record || !alignName(align))
-        return EINA_FALSE;
-    record->align = align;
-    restyle(*record);
-    return EINA_TRUE;
+    return changed(textbox, [&](TextboxRecord& record) {
+        if (!alignName(align))
+            return false;
+        record.align = align;
+        restyle(record);
+        return true;
+    });
 }
 
 Eina_Bool elm_flux_textbox_responsive_rule_set(Evas_Object* textbox, Elm_Flux_Responsive_Rule rule)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record || rule < ELM_FLUX_RESPONSIVE_KEEP || rule > ELM_FLUX_RESPONSIVE_WRAP)
-        return EINA_FALSE;
-    record->rule = rule;
-    restyle(*record);
-    return EINA_TRUE;
+    return changed(textbox, [&](TextboxRecord& record) {
+        if (rule < ELM_FLUX_RESPONSIVE_KEEP || rule > ELM_FLUX_RESPONSIVE_WRAP)
+            return false;
+        record.rule = rule;
+        restyle(record);
+        return true;
+    });
 }
 
 Eina_Bool elm_flux_textbox_color_preset_set(Evas_Object* textbox, const char* preset)
 {
-    auto* record = recordOf<TextboxRecord>(textbox);
-    if (!record || !preset)
-        return EINA_FALSE;
-    // Presets are data of the theme, so that the palette stays in one place.
-    const char* color = edje_object_data_get(elm_layout_edje_get(textbox), preset);
-    if (!color)
-        return EINA_FALSE;
-    record->color = color;
-    restyle(*record);
-    return EINA_TRUE;
+    return changed(textbox, [&](TextboxRecord& record) {
+        // Presets are data of the theme, so that the palette stays in one place.
+        std::string color = preset ? themeData(record, preset) : "";
+        if (color.empty())
+            return false;
+        record.color = std::move(color);
+        restyle(record);
+        return true;
+    });
 }

@@ -1,4 +1,6 @@
+#include "flux/Guard.h"
 #include "flux/Layout.h"
+#include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
@@ -139,7 +141,10 @@ Eina_Bool elm_flux_object_tooltip_style_set(Evas_Object* tooltip, Elm_Flux_Toolt
 Eina_Bool elm_flux_object_tooltip_text_set(Evas_Object* tooltip, const char* text)
 {
     const auto* record = recordOf<TooltipRecord>(tooltip);
-    if (!record || !elm_layout_text_set(tooltip, kTextPart, text ? text : ""))
+    const auto setText = [&] {
+        return elm_layout_text_set(tooltip, kTextPart, displayMarkup(text ? text : "").c_str());
+    };
+    if (!record || !guarded(setText))
         return EINA_FALSE;
     place(*record);
     return EINA_TRUE;

@@ -3,38 +3,245 @@
 #include "elm_flux.h"
 #include "flux/Markup.h"
 #include "flux/SpokenText.h"
+#include "vconf.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <new>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+/// While one lives, no memory can be had through new.
+class NoMemory {
+public:
+    NoMemory() { s_isOn = true; }
+    ~NoMemory() { s_isOn = false; }
+    static bool isOn() { return s_isOn; }
+
+private:
+    inline static thread_local bool s_isOn = false;
+};
+
+} // namespace
+
+void* operator new(size_t size)
+{
+    void* memory = NoMemory::isOn() ? nullptr : malloc(size);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void operator delete(void* memory) noexcept
+{
+    free(memory);
+}
+
+void operator delete(void* memory, size_t) noexcept
+{
+    free(memory);
+}
 
 namespace {
 
 using orbis::flux::displayMarkup;
 using orbis::flux::spokenLine;
+using orbis::flux::TextColours;
 using orbis::flux::withDigitsApart;
 
-TEST(TheMarkupOfAText, KeepsItsLookAndLosesWhatTheWidgetDecides)
+const TextColours kOnCard {"14 21 32 255", ""};
+
+TEST(TheMarkupOfAText, IsWhatTheListAllowsAndNothingElse)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"<font=Kivo400 color=#2eb0c8 >Net</font>", "<font=Kivo400 color=#2eb0c8 >Net</font>"},
+        {"<font=NorvaleSans-500 color=#29C5FF>12</font>", "<font=NorvaleSans-500 color=#29C5FF>12</font>"},
         {"<color=#29C5FF><align=center>12</align></color>",
             "<color=#29C5FF><align=center>12</align></color>"},
-        {"a<br>b<br/>c", "a<br>b<br/>c"},
+        {"a<br>b<br/>c<b>d<i>e</i></b><ps>", "a<br>b<br/>c<b>d<i>e</i></b><ps>"},
         {"<font_size=300>HUGE</font_size>", "HUGE"},
-        {"<color=#fff font_size=3 linesize=900>x</color>", "<color=#fff  >x</color>"},
-        {"<item size=999x999>x", "x"},
+        {"<color=#fff font_size=3 linesize=900>x</color>", "<color=#fff >x</color>"},
+        {"<item size=999x999>x<tab>y<u>z</u><style=glow>", "xyz"},
+        // What names a file, and every other way to name it.
+        {"<font_source=/x>a</font_source><font_fallbacks=/x>b", "ab"},
+        {"<font=/x>a</font><font=Kivo400,/x>b<font=Kivo400:file=/x>c<font='Kivo400'>d", "abcd"},
+        {"<b font_source=/x>a</b><br font=/x>b", "<b>a</b><br>b"},
+        {"<font=Kivo400 font_source=/x font=/x>a", "<font=Kivo400 >a"},
+        {"<font=/x color=#fff>a</font>", "<font color=#fff>a</font>"},
+        {"<font=Kivo400\tfont=/x>a<color=#fff\nfont=/x>b", "ab"},
+        // An end goes with its beginning, so that a name does not end what stands around it.
+        {"<font=Kivo400>a<font=/x>b</font>c</font>d</font>", "<font=Kivo400>abc</font>d"},
+        {"</color></b></wrap></", "&lt;/"},
+        // Colours that can be read on the card.
+        {"<color=#000>a<color=#777777>b<color=red>c<color=#fff0>d<color=#ff>e<color=#12345g>f", "abcdef"},
+        {"<font=Kivo400 color=#000>a</font>", "<font=Kivo400 >a</font>"},
+        {"<align=right>a<align=center >b", "a<align=center >b"},
+        // Brackets that begin nothing, and entities.
         {"Tom <3 & Ann", "Tom &lt;3 & Ann"},
-        {"<5GHz> <Anna>", "&lt;5GHz> &lt;Anna>"},
-        {"<font=A>Tom <3</font>", "<font=A>Tom &lt;3</font>"},
-        {"<font='A B' wrap=none>x", "<font='A B' >x"},
+        {"<5GHz> <Anna> 5>3", "&lt;5GHz> &lt;Anna> 5>3"},
+        {"<font=A>Tom <3</font>", "Tom &lt;3"},
         {"<b <font_size=300>A", "&lt;b A"},
-        {"<b ' font_size=300>A", "<b ' >A"},
         {"<b' font_size=300'>A", "&lt;b' font_size=300'>A"},
+        {"&#x200e;A&amp;&lt;b&gt;&#x200f;", "&#x200e;A&amp;&lt;b&gt;&#x200f;"},
         {"<", "&lt;"},
-        {"</wrap></", "&lt;/"},
         {"", ""},
     };
     for (const auto& [given, shown] : cases)
-        EXPECT_EQ(displayMarkup(given, ""), shown) << given;
-    EXPECT_EQ(displayMarkup("<font=A color=#2eb0c8 >N</font><color=red>r", "#FFF"),
-        "<font=A color=#FFF >N</font><color=#FFF>r");
+        EXPECT_EQ(displayMarkup(given, kOnCard), shown) << given;
+    EXPECT_EQ(displayMarkup("<color=#fff>a<b>b"), "a<b>b") << "on an unknown ground no colour is safe";
+    EXPECT_EQ(displayMarkup("<font=Kivo400 color=#2eb0c8 >N</font><color=red>r", {"", "#FFF"}),
+        "<font=Kivo400 color=#FFF >N</font><color=#FFF>r");
+}
+
+TEST(TheMarkupOfAText, IsCutBetweenCharactersWhereNoCardHoldsMore)
+{
+    const auto shown = [](const std::string& text) { return displayMarkup(text, kOnCard); };
+    const auto times = [](int count, const std::string& text) {
+        std::string result;
+        while (count-- > 0)
+            result += text;
+        return result;
+    };
+    constexpr int kFull = 600;
+    for (const char* one : {"x", "é", "漢", "😀", "&amp;", "&#x1f600;", "\xFF"}) {
+        EXPECT_EQ(shown(times(kFull, one)), times(kFull, one));
+        EXPECT_EQ(shown(times(kFull + 1, one)), times(kFull, one) + "…");
+    }
+    EXPECT_EQ(
+        shown("<b>" + times(kFull - 1, "x") + "</b>é<b>y"), "<b>" + times(kFull - 1, "x") + "</b>é<b>…");
+    EXPECT_EQ(shown(times(kFull, "<b>") + "x"), times(64, "<b>") + "x");
+    EXPECT_EQ(shown(times(kFull, "<u>") + "x<b>y"), "xy");
+    EXPECT_EQ(shown("<b>" + times(kFull, "<u></b>")), "<b></b>");
+    EXPECT_EQ(shown(shown(times(5000, "<i>Hi & <</i>"))), shown(times(5000, "<i>Hi & <</i>")));
+}
+
+/// Knows whether somebody opens its file to read, and lets whoever does go on.
+class Trap {
+public:
+    explicit Trap(const char* path)
+        : m_path(path)
+    {
+        EXPECT_EQ(mkfifo(path, 0600), 0);
+        m_watch = std::thread([this] {
+            while (!m_isOver) {
+                const int file = open(m_path, O_WRONLY | O_NONBLOCK | O_CLOEXEC); // refused without a reader
+                m_isSprung = m_isSprung || file >= 0;
+                if (file >= 0)
+                    close(file);
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            }
+        });
+    }
+    ~Trap()
+    {
+        m_isOver = true;
+        m_watch.join();
+        unlink(m_path);
+    }
+    bool isSprung() const { return m_isSprung; }
+
+private:
+    const char* m_path;
+    std::atomic<bool> m_isOver {false};
+    std::atomic<bool> m_isSprung {false};
+    std::thread m_watch;
+};
+
+using ANameWithMarkup = ManagerTest;
+
+/// The path is short, because the program cuts names.
+constexpr const char* kFifo = "/tmp/tessel-fifo";
+
+TEST_F(ANameWithMarkup, OpensNoFileWhereverItIsShown)
+{
+    letTheGuideBeShown();
+    const Trap trap(kFifo);
+    const std::string path = kFifo;
+    std::string none;
+    for (std::string name : {"<font=" + path + ">A", "<font=Kivo400 font_source=" + path + ">A",
+             "<font=Sans font_fallbacks=" + path + ">A", "<b font=" + path + ">A"}) {
+        m_manager->showPinPopup(name, name);
+        toolkit::settle();
+        m_manager->showNetworkTestPopup(name, name);
+        toolkit::settle();
+        toolkit::press(m_window, "Return");
+        m_manager->showSSOLoginPopup(name, name);
+        toolkit::settle();
+        vconf_set_str("memory/tessel/ble_tvname", name.c_str());
+        m_manager->showGuidePopup(none);
+        toolkit::settle();
+        const auto texts = toolkit::textsOf(m_window);
+        EXPECT_EQ(std::count(texts.begin(), texts.end(),
+                      name[1] == 'b'              ? "<b>A"
+                          : name.find("Kivo") < 9 ? "<font=Kivo400 >A"
+                                                  : "A"),
+            1);
+        Evas_Object* popup = elm_flux_popup_add(m_window);
+        Evas_Object* button = elm_flux_button_add(popup);
+        Evas_Object* hint = elm_flux_object_tooltip_add(popup, popup);
+        EXPECT_TRUE(elm_flux_popup_title_set(popup, name.c_str()));
+        EXPECT_TRUE(elm_flux_button_text_set(button, name.c_str()));
+        EXPECT_TRUE(elm_flux_object_tooltip_text_set(hint, name.c_str()));
+        EXPECT_TRUE(elm_flux_popup_button_set(popup, button, 0));
+        evas_object_show(popup);
+        elm_flux_object_tooltip_show(hint);
+        toolkit::settle();
+        evas_object_del(popup);
+        evas_object_del(hint);
+        EXPECT_FALSE(trap.isSprung()) << name;
+    }
+}
+
+TEST_F(ANameWithMarkup, IsLaidOutAtOnceHoweverLongItIs)
+{
+    letTheGuideBeShown();
+    std::string none;
+    for (const char* part :
+        {"<b>x", "<u>", "</b>", "<font=Kivo400>", "&amp;", "x", "\u0301", "<br>", "&#x202e;"}) {
+        std::string name;
+        while (name.size() < 300000)
+            name += part;
+        vconf_set_str("memory/tessel/ble_tvname", name.c_str());
+        const auto begin = std::chrono::steady_clock::now();
+        m_manager->showGuidePopup(none);
+        toolkit::settle();
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3)) << part;
+        const auto boxes = toolkit::shown<toolkit::TextboxRecord>(m_window);
+        EXPECT_TRUE(std::any_of(boxes.begin(), boxes.end(), [&](auto* box) { return box->text == name; }))
+            << "the text itself is what was given";
+    }
+}
+
+using ATextOfAWidget = WindowTest;
+
+TEST_F(ATextOfAWidget, ThatThereIsNoMemoryForIsRefused)
+{
+    Evas_Object* popup = elm_flux_popup_add(m_window);
+    Evas_Object* box = elm_flux_textbox_add(popup);
+    Evas_Object* button = elm_flux_button_add(popup);
+    Evas_Object* hint = elm_flux_object_tooltip_add(popup, popup);
+    const std::string former = "The text before, longer than a string holds in itself";
+    EXPECT_TRUE(elm_flux_textbox_text_set(box, former.c_str()));
+    const std::string text(1000, 'x');
+    {
+        const NoMemory guard;
+        EXPECT_FALSE(elm_flux_textbox_text_set(box, text.c_str()));
+        EXPECT_FALSE(elm_flux_popup_title_set(popup, text.c_str()));
+        EXPECT_FALSE(elm_flux_button_text_set(button, text.c_str()));
+        EXPECT_FALSE(elm_flux_object_tooltip_text_set(hint, text.c_str()));
+        EXPECT_FALSE(elm_flux_textbox_align_set(box, ELM_FLUX_TEXTBOX_ALIGN_LEFT));
+        EXPECT_EQ(elm_flux_textbox_add(popup), nullptr);
+    }
+    EXPECT_EQ(orbis::flux::recordOf<toolkit::TextboxRecord>(box)->text, former);
+    EXPECT_STREQ(elm_object_part_text_get(box, "elm.text"), former.c_str());
+    EXPECT_TRUE(elm_flux_textbox_text_set(box, text.c_str()));
+    evas_object_del(popup);
 }
 
 TEST(SpokenText, IsOnePlainLineWithCodesDigitByDigit)
