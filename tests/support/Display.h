@@ -32,7 +32,8 @@ public:
 
     const std::string& name() const { return m_name; } ///< for DISPLAY
 
-    /// Presses and releases a key; names as in X11 ("Return", "XF86Back").
+    /// Presses and releases a key at once, whatever the program is doing (TvBox::press() is the viewer's
+    /// way); names as in X11 ("Return", "XF86Back").
     void key(const std::string& name) const { control({"key", name}); }
     void keyDown(const std::string& name) const { control({"keydown", name}); }
     void keyUp(const std::string& name) const { control({"keyup", name}); }

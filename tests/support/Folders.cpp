@@ -72,8 +72,10 @@ std::optional<std::string> Folders::appStatus(const std::string& package) const
 
 std::string readFile(const fs::path& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::ifstream file(path, std::ios::binary);
+    std::ostringstream content; // by the block: pictures of the screen are read many times a second
+    content << file.rdbuf();
+    return content.str();
 }
 
 std::vector<std::string> readLines(const fs::path& path)

@@ -96,4 +96,9 @@ std::optional<Screen> askProbe(const std::string& socket)
     return screen;
 }
 
+std::optional<Screen> askProbeWhenDrawn(const std::string& socket)
+{
+    return askProbe(socket + ".drawn");
+}
+
 } // namespace tv

@@ -38,6 +38,8 @@ std::string describe(const std::vector<Card>& cards);
 /// Asks the probe that listens at @p socket, while GLib's main context runs.
 /// @return nothing when the program does not answer
 std::optional<Screen> askProbe(const std::string& socket);
+/// The same, once the program has dealt with all that had come to it before and has drawn what that changed.
+std::optional<Screen> askProbeWhenDrawn(const std::string& socket);
 
 } // namespace tv
 

@@ -1,6 +1,8 @@
 /// Tells what a program of the toolkit has on the screen. To be preloaded into the program: it stands before
 /// the toolkit's elm_run(), and then answers every connection to the socket SCREEN_PROBE with the fields
-/// below, each line a name, a blank and a value. A text is what the viewer reads, without markup.
+/// below, each line a name, a blank and a value. A text is what the viewer reads, without markup. A
+/// connection to SCREEN_PROBE with ".drawn" behind it is answered when what was there before, keys too, has
+/// been dealt with and what that changed has been drawn.
 ///
 ///   window   1 when the window is visible
 ///   leftover the popups that are not visible, and the buttons that are in no visible popup
@@ -8,16 +10,20 @@
 ///   text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
 // To tell an object that has members from one that has none.
 #define EFL_BETA_API_SUPPORT 1
+#include <Ecore_Evas.h>
+#include <Ecore_X.h>
 #include <Elementary.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <map>
 #include <string>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -156,25 +162,126 @@ void reportWindow(Evas_Object* window, Report& report)
     report.add("leftover", leftover);
 }
 
-Eina_Bool on_connection(void*, Ecore_Fd_Handler* handler)
+/// How far a canvas is with the picture that an answer waits for.
+enum class Picture { Wanted, Begun, Done };
+
+std::vector<int> s_arrived; ///< connections
+std::vector<int> s_waiting; ///< connections whose answer follows the pictures
+std::map<const Evas*, Picture> s_pictures;
+
+std::vector<Evas*> canvases()
 {
-    const int connection = accept(ecore_main_fd_handler_fd_get(handler), nullptr, nullptr);
-    if (connection < 0)
-        return ECORE_CALLBACK_RENEW;
-    Report report;
-    Eina_List* canvases = ecore_evas_ecore_evas_list_get();
+    std::vector<Evas*> result;
+    Eina_List* all = ecore_evas_ecore_evas_list_get();
     void* entry = nullptr;
-    EINA_LIST_FREE(canvases, entry)
-    {
-        for (Evas_Object* object : everything(ecore_evas_get(static_cast<Ecore_Evas*>(entry)), true)) {
+    EINA_LIST_FREE(all, entry)
+    result.push_back(ecore_evas_get(static_cast<Ecore_Evas*>(entry)));
+    return result;
+}
+
+bool isShown(const Evas* canvas)
+{
+    return ecore_evas_visibility_get(ecore_evas_ecore_evas_get(canvas));
+}
+
+std::string description()
+{
+    Report report;
+    for (const Evas* canvas : canvases()) {
+        for (Evas_Object* object : everything(canvas, true)) {
             if (isOfType(object, "elm_win"))
                 reportWindow(object, report);
         }
     }
-    const ssize_t sent = send(connection, report.text.data(), report.text.size(), MSG_NOSIGNAL);
-    if (sent != static_cast<ssize_t>(report.text.size()))
-        fprintf(stderr, "ERR<screen-probe>: the answer is cut\n");
-    close(connection);
+    return report.text;
+}
+
+void answer(const std::vector<int>& connections)
+{
+    const std::string text = description();
+    for (const int connection : connections) {
+        const ssize_t sent = send(connection, text.data(), text.size(), MSG_NOSIGNAL);
+        if (connection >= 0 && sent != static_cast<ssize_t>(text.size()))
+            fprintf(stderr, "ERR<screen-probe>: the answer is cut\n");
+        close(connection);
+    }
+}
+
+void on_drawing(void*, Evas* canvas, void*)
+{
+    if (s_pictures[canvas] == Picture::Wanted)
+        s_pictures[canvas] = Picture::Begun;
+}
+
+void on_drawn(void*, Evas* canvas, void*)
+{
+    if (s_pictures[canvas] == Picture::Begun)
+        s_pictures[canvas] = Picture::Done;
+}
+
+void on_canvasGone(void*, Evas* canvas, void*)
+{
+    s_pictures.erase(canvas);
+}
+
+void follow(Evas* canvas)
+{
+    if (!s_pictures.try_emplace(canvas, Picture::Done).second)
+        return;
+    // Behind what the program does of its own when it is told the same.
+    constexpr Evas_Callback_Priority kLast = 10 * EVAS_CALLBACK_PRIORITY_AFTER;
+    evas_event_callback_add(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing, nullptr);
+    evas_event_callback_priority_add(canvas, EVAS_CALLBACK_RENDER_POST, kLast, on_drawn, nullptr);
+    evas_event_callback_add(canvas, EVAS_CALLBACK_FREE, on_canvasGone, nullptr);
+}
+
+/// Has a pixel of every visible window drawn again, and with it whatever else waits for that: the toolkit
+/// keeps to the pace of its animations, and draws in a thread.
+Eina_Bool on_turn(void*)
+{
+    if (s_waiting.empty()) {
+        s_waiting.swap(s_arrived);
+        for (Evas* canvas : canvases()) {
+            follow(canvas);
+            s_pictures[canvas] = isShown(canvas) ? Picture::Wanted : Picture::Done;
+            evas_damage_rectangle_add(canvas, 0, 0, 1, 1);
+        }
+    }
+    return ECORE_CALLBACK_CANCEL;
+}
+
+/// The loop is about to sleep: what had come before has been dealt with.
+Eina_Bool on_idle(void*)
+{
+    // A window may go while its picture is waited for.
+    if (s_waiting.empty() || std::any_of(s_pictures.begin(), s_pictures.end(), [](const auto& entry) {
+            return entry.second != Picture::Done && isShown(entry.first);
+        }))
+        return ECORE_CALLBACK_RENEW;
+    // What the program told the window system when it had drawn is there before any key that follows.
+    if (ecore_x_display_get())
+        ecore_x_sync();
+    answer(std::exchange(s_waiting, {}));
+    if (!s_arrived.empty())
+        ecore_timer_add(0, on_turn, nullptr);
+    return ECORE_CALLBACK_RENEW;
+}
+
+int accepted(Ecore_Fd_Handler* handler)
+{
+    return accept4(ecore_main_fd_handler_fd_get(handler), nullptr, nullptr, SOCK_CLOEXEC);
+}
+
+Eina_Bool on_connection(void*, Ecore_Fd_Handler* handler)
+{
+    answer({accepted(handler)});
+    return ECORE_CALLBACK_RENEW;
+}
+
+Eina_Bool on_drawnConnection(void*, Ecore_Fd_Handler* handler)
+{
+    s_arrived.push_back(accepted(handler));
+    on_turn(nullptr);
     return ECORE_CALLBACK_RENEW;
 }
 
@@ -204,7 +311,12 @@ __attribute__((constructor)) void stayAlone()
 
 extern "C" __attribute__((visibility("default"))) void elm_run(void)
 {
-    if (const char* path = getenv("SCREEN_PROBE"))
+    if (const char* path = getenv("SCREEN_PROBE")) {
+        const std::string drawn = std::string(path) + ".drawn";
         ecore_main_fd_handler_add(listenAt(path), ECORE_FD_READ, on_connection, nullptr, nullptr, nullptr);
+        ecore_main_fd_handler_add(
+            listenAt(drawn.c_str()), ECORE_FD_READ, on_drawnConnection, nullptr, nullptr, nullptr);
+        ecore_idle_enterer_add(on_idle, nullptr);
+    }
     reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "elm_run"))();
 }

@@ -27,6 +27,7 @@ TvBox::TvBox(const PrivateBus& bus, const Display& screen)
     setVariable("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
     setVariable("DISPLAY", display.name());
     setVariable("ORBIS_SPEECH_LOG", speechLog(folders).string());
+    watchScreen();
 }
 
 std::string TvBox::binary(const std::string& name)
@@ -83,6 +84,9 @@ testing::AssertionResult TvBox::show(const std::string& method, const std::vecto
         return testing::AssertionFailure() << method << " brought nothing onto the screen";
     if (!waitUntil([&] { return display.hasKeys(pid); }))
         return testing::AssertionFailure() << "the popup of " << method << " does not get the keys";
+    // The picture of a popup that was up before does not tell this one's.
+    if (!askProbeWhenDrawn(probeSocket(folders)))
+        return testing::AssertionFailure() << "the program does not tell that it has drawn " << method;
     display.settledPicture();
     return testing::AssertionSuccess();
 }
@@ -110,7 +114,7 @@ void TvBox::watchScreen()
 
 Screen TvBox::screen() const
 {
-    return askProbe(probeSocket(folders)).value_or(Screen {});
+    return askProbeWhenDrawn(probeSocket(folders)).value_or(Screen {});
 }
 
 testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
@@ -118,6 +122,8 @@ testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
     std::optional<Screen> last;
     const bool shown = waitUntil([&] {
         last = askProbe(probeSocket(folders));
+        if (last && last->shows(cards))
+            last = askProbeWhenDrawn(probeSocket(folders));
         return (last && last->shows(cards)) || !program->running();
     });
     if (shown && last && last->shows(cards))
@@ -125,6 +131,19 @@ testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
     return testing::AssertionFailure()
         << "on the screen: " << (last ? last->description() : "the program does not tell")
         << "\nexpected:" << describe(cards);
+}
+
+testing::AssertionResult TvBox::press(const std::vector<std::string>& keys) const
+{
+    for (const std::string& key : keys) {
+        if (!waitUntil([&] { return display.hasKeys(program->pid()); })
+            || !askProbeWhenDrawn(probeSocket(folders)))
+            return testing::AssertionFailure() << "there is nothing that could take the key " << key;
+        display.key(key);
+    }
+    if (askProbeWhenDrawn(probeSocket(folders)) || waitUntil([&] { return !program->running(); }))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "the program does not tell what became of the keys";
 }
 
 testing::AssertionResult TvBox::setStartMode(int value) const

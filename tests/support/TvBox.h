@@ -43,14 +43,19 @@ public:
     testing::AssertionResult start(const std::vector<std::string>& arguments = {"LAUNCH_MODE=POPUP"});
     /// Sends a request; success when it is answered with (i) 0.
     testing::AssertionResult request(const std::string& method, const std::vector<std::string>& texts = {});
-    /// The same, and waits until its popup is on the screen and has the keys.
+    /// The same, and waits until its popup is on the screen, at rest, and has the keys.
     testing::AssertionResult show(const std::string& method, const std::vector<std::string>& texts = {});
-    /// Lets the programs started from now on tell what they have on the screen.
+    /// Lets the programs started from now on tell what they have on the screen; the box has done so already.
     void watchScreen();
-    /// @return what the program has on the screen, an empty one when it does not tell
+    /// @return what the program has on the screen, an empty one when it does not tell; it tells when it has
+    /// dealt with all that had come before, keys too, and has drawn what that changed
     Screen screen() const;
-    /// Success when, at last, the program shows exactly these popups, lowest first, with nothing left over.
+    /// Success when, at last, the program shows exactly these popups, lowest first, with nothing left over,
+    /// and has drawn them.
     testing::AssertionResult shows(const std::vector<Card>& cards) const;
+    /// Presses and releases keys one after the other, as a viewer does who has seen what the one before did.
+    /// Success when the program has dealt with them, or has ended.
+    testing::AssertionResult press(const std::vector<std::string>& keys) const;
     /// Success when, at last, nothing of the program can be seen.
     testing::AssertionResult screenIsPlain() const;
     /// Writes the start-mode key; success when the program has dealt with it and, but for 100, runs on.

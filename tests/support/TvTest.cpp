@@ -6,14 +6,10 @@ namespace tv {
 
 void TvTest::SetUpTestSuite()
 {
-    s_bus = std::make_unique<PrivateBus>();
-    s_display = std::make_unique<Display>();
-}
-
-void TvTest::TearDownTestSuite()
-{
-    s_display.reset();
-    s_bus.reset();
+    if (!s_bus)
+        s_bus = std::make_unique<PrivateBus>();
+    if (!s_display)
+        s_display = std::make_unique<Display>();
 }
 
 void TvTest::TearDown()

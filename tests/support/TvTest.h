@@ -1,4 +1,4 @@
-/// The fixture of whole-program tests: one bus and one display a suite, a new box for every test.
+/// The fixture of whole-program tests: one bus and one display for all of a run, a new box for every test.
 #ifndef TESSEL_TESTS_TV_TEST_H
 #define TESSEL_TESTS_TV_TEST_H
 
@@ -11,7 +11,6 @@ namespace tv {
 class TvTest : public testing::Test {
 protected:
     static void SetUpTestSuite();
-    static void TearDownTestSuite();
 
     TvTest() = default;
     /// Tells, after a failure, what the program logged and what the daemon received.

@@ -9,8 +9,9 @@ namespace tv {
 
 using Milliseconds = std::chrono::milliseconds;
 
-/// How long anything may take before a test gives up on it.
-constexpr Milliseconds kLimit {8000};
+/// How long anything may take before a test gives up on it, on a machine that has more to do; less than the
+/// 25 s after which a call over the bus fails by itself.
+constexpr Milliseconds kLimit {20000};
 
 /// Runs the main context until @p condition holds. @return false when @p limit passed first
 bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kLimit);
