@@ -8,6 +8,16 @@
 /// or the new one. Every successful write by any process, one that leaves the value as it was included,
 /// reaches every watcher. A burst of writes may be delivered as one change; the last value always is.
 ///
+/// A new key can be read by its owner and its group, and written by its owner (0640, as the umask narrows
+/// it); anyone may see its name (folders are made with 0755). A write keeps the mode of the key, and its
+/// owner and group where the writer may give them away; in a folder whose setgid bit is set a new key gets
+/// the folder's group. A key's file holds 16 MiB at most.
+///
+/// Where a call fails, errno tells why: EINVAL (no such kind of key), ENAMETOOLONG, ENOENT (not set), EACCES,
+/// EFBIG (the value is too large), ENOSPC, EBADMSG (the file holds something else) and what the system says.
+/// A write that fails leaves the old value. A text read as a number, or the other way round, is a failure
+/// that does not touch errno.
+///
 /// All functions may be called from the thread that runs the main loop only.
 #ifndef ORBIS_VCONF_H
 #define ORBIS_VCONF_H
@@ -45,8 +55,11 @@ int vconf_set_str(const char* key, const char* value);
 /// Removes a key. Removing a key that does not exist is a failure.
 int vconf_unset(const char* key);
 
-/// Watches a key, which need not exist yet. Several callbacks may watch one key; the same callback
-/// may watch a key once only (a second registration fails). Needs a running Ecore.
+/// Watches a key, which need not exist yet; neither need its folder, nor need it be possible to make or
+/// enter that now. Several callbacks may watch one key; the same callback may watch a key once only (a second
+/// registration fails with EEXIST). Changes are told by Ecore's main loop, which the first watch initialises
+/// when the program has not. Where the kernel's limits leave no watches, or the folder's names may not be
+/// read, the keys are looked at every two seconds until they can be watched; standard error is told once.
 int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* user_data);
 
 /// Ends a watch. The callback is not called any more, not even for a change already seen; safe inside
@@ -70,7 +83,8 @@ enum vconf_type vconf_get_type(const char* key);
 typedef void (*vconf_key_fn)(const char* key, void* user_data);
 
 /// Calls @p callback for every key that begins with @p prefix (null or "": all keys), sorted by name.
-/// @return how many there were, or VCONF_ERROR for a null callback.
+/// @return how many there were, or VCONF_ERROR for a null callback, or when a folder that may hold such keys
+/// cannot be read; no key is told then.
 int vconf_list(const char* prefix, vconf_key_fn callback, void* user_data);
 
 #ifdef __cplusplus

@@ -2,46 +2,49 @@
 #ifndef ORBIS_FOLDER_WATCH_H
 #define ORBIS_FOLDER_WATCH_H
 
-#include "settings/FileDescriptor.h"
+#include "settings/FolderEvents.h"
+#include "settings/MountWatch.h"
 
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
-
-struct _Ecore_Fd_Handler;
 
 namespace orbis {
 
-/// Follows the folder's path: when the folder, or one above it, is removed, moved or replaced, the watch
-/// goes on with whatever comes to lie there. Lives on the main loop.
+/// Follows the folder's path, see FolderEvents; a folder that is not there yet, or may not be entered, is
+/// waited for, and one that another file system is mounted over is left for that. Where the kernel cannot
+/// watch (its limits are used up), the folder is looked at every two seconds until it can, which standard
+/// error is told once. Lives on the main loop.
 class FolderWatch {
 public:
-    /// @param changed  called from the main loop after anything happened there; it may destroy the watch.
-    ///                 Never called after the watch is gone.
-    /// @return null with errno when the folder cannot be watched
-    static std::unique_ptr<FolderWatch> create(const std::string& folder, std::function<void()> changed);
+    /// Called from the main loop after anything happened there; it may destroy the watch. Never called after
+    /// the watch is gone.
+    using Changed = std::function<void(const FolderChange& change)>;
+
+    /// @return null with errno when there can be no main loop
+    static std::unique_ptr<FolderWatch> create(const std::string& folder, Changed changed);
 
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
     ~FolderWatch();
 
     /// Looks for the folder now; what happens in it after the call is not missed.
-    /// @return false while there is no such folder; its coming is then waited for
-    bool follow();
+    void look();
 
 private:
-    FolderWatch(const std::string& folder, std::function<void()> changed);
-    bool add(const std::string& path, unsigned events, std::vector<int>& watches);
-    bool drain();
-    static unsigned char on_ready(void* data, _Ecore_Fd_Handler* handler) noexcept;
+    FolderWatch(const std::string& folder, Changed changed);
+    void listen();
+    void tell(FolderChange change);
+    static unsigned char on_events(void* data, Ecore_Fd_Handler* handler) noexcept;
+    static unsigned char on_tick(void* data) noexcept;
 
     std::string m_folder;
-    std::vector<std::string> m_ancestors; ///< topmost first, the folder's parent last
-    std::function<void()> m_changed;
-    FileDescriptor m_inotify;
-    std::vector<int> m_watches;
-    _Ecore_Fd_Handler* m_handler = nullptr;
+    Changed m_changed;
+    FolderEvents m_events;
+    std::unique_ptr<MountWatch> m_mounts;
+    bool m_isOther = false; ///< the folder is another than at the last tell()
+    Ecore_Fd_Handler* m_eventsHandler = nullptr;
+    Ecore_Timer* m_timer = nullptr; ///< while the kernel cannot watch
 };
 
 } // namespace orbis

@@ -94,12 +94,14 @@ bool hasGoodSegments(std::string_view key)
     }
 }
 
-void findKeysOfArea(const Area& area, const std::string& prefix, std::vector<std::string>& keys)
+/// @return false with errno when the area is there and cannot be read
+bool findKeysOfArea(const Area& area, const std::string& prefix, std::vector<std::string>& keys)
 {
     const std::string folder = area.root() + area.folder;
     const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
     if (!entries)
-        return;
+        return errno == ENOENT || errno == ENOTDIR;
+    errno = 0;
     while (const dirent* entry = readdir(entries.get())) {
         const auto rest = unescaped(entry->d_name);
         if (!rest || !hasGoodSegments(*rest))
@@ -110,7 +112,9 @@ void findKeysOfArea(const Area& area, const std::string& prefix, std::vector<std
             && fstatat(dirfd(entries.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0
             && S_ISREG(status.st_mode))
             keys.push_back(key);
+        errno = 0;
     }
+    return errno == 0;
 }
 
 } // namespace
@@ -135,11 +139,14 @@ std::optional<KeyFile> fileOfKey(const char* key)
     return std::nullopt;
 }
 
-std::vector<std::string> findKeys(const std::string& prefix)
+std::optional<std::vector<std::string>> findKeys(const std::string& prefix)
 {
     std::vector<std::string> keys;
-    for (const Area& area : kAreas)
-        findKeysOfArea(area, prefix, keys);
+    for (const Area& area : kAreas) {
+        const size_t common = std::min(prefix.size(), area.prefix.size());
+        if (area.prefix.substr(0, common) == prefix.substr(0, common) && !findKeysOfArea(area, prefix, keys))
+            return std::nullopt;
+    }
     std::sort(keys.begin(), keys.end());
     return keys;
 }

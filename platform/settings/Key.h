@@ -23,7 +23,8 @@ struct KeyFile {
 std::optional<KeyFile> fileOfKey(const char* key);
 
 /// Every key that begins with @p prefix, sorted.
-std::vector<std::string> findKeys(const std::string& prefix);
+/// @return nothing, with errno, when a folder that may hold some cannot be read
+std::optional<std::vector<std::string>> findKeys(const std::string& prefix);
 
 } // namespace orbis
 

@@ -5,9 +5,10 @@
 #include "settings/Key.h"
 
 #include <algorithm>
-#include <fcntl.h>
+#include <cerrno>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
@@ -20,16 +21,13 @@ namespace orbis {
 
 namespace {
 
-/// The file of a key as it was last seen. Every write makes a new file; the descriptor keeps the old one's
-/// inode number from being given to it, without which a change could look like none.
+/// The file of a key as it was last seen. Every write makes a new file, which can get the number of one that
+/// was removed; but no two writes give the same time, see Draft::setTime().
 class SeenFile {
 public:
     explicit SeenFile(const std::string& path)
-        : m_pin(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC))
+        : m_exists(lstat(path.c_str(), &m_status) == 0)
     {
-        // Out of descriptors, the change must not pass for a removal.
-        const int result = m_pin ? fstat(m_pin.get(), &m_status) : lstat(path.c_str(), &m_status);
-        m_exists = result == 0;
     }
 
     bool operator==(const SeenFile& other) const
@@ -42,9 +40,8 @@ public:
     }
 
 private:
-    FileDescriptor m_pin;
     struct stat m_status = {};
-    bool m_exists = false;
+    bool m_exists;
 };
 
 struct KeyWatch {
@@ -53,13 +50,16 @@ struct KeyWatch {
     vconf_callback_fn callback;
     void* userData;
     SeenFile seen;
+    unsigned long number; ///< callbacks are called in the order of their registration
     bool pending = false; ///< changed, not yet told
     bool removed = false;
 };
 
+using Watches = std::vector<std::shared_ptr<KeyWatch>>;
+
 struct WatchedArea {
     std::unique_ptr<FolderWatch> folder;
-    std::vector<std::shared_ptr<KeyWatch>> watches;
+    std::map<std::string, Watches> watches; ///< by the name of the key's file
 };
 
 /// By folder. Never destroyed: at the end of the process the main loop may be gone before us.
@@ -69,17 +69,36 @@ std::map<std::string, WatchedArea>& areas()
     return *s_areas;
 }
 
-void checkArea(const std::string& folder)
+/// @return the watches that a change can concern, in the order of their registration
+Watches findConcerned(const WatchedArea& area, const FolderChange& change)
+{
+    Watches result;
+    if (change.everything) {
+        for (const auto& [name, watches] : area.watches)
+            result.insert(result.end(), watches.begin(), watches.end());
+    } else {
+        for (const std::string& name : change.names) {
+            const auto found = area.watches.find(name);
+            if (found != area.watches.end())
+                result.insert(result.end(), found->second.begin(), found->second.end());
+        }
+    }
+    std::sort(result.begin(), result.end(),
+        [](const auto& left, const auto& right) { return left->number < right->number; });
+    return result;
+}
+
+void checkArea(const std::string& folder, const FolderChange& change)
 {
     const auto area = areas().find(folder);
     if (area == areas().end())
         return;
-    const std::vector<std::shared_ptr<KeyWatch>> watches = area->second.watches; // callbacks change the list
+    const Watches watches = findConcerned(area->second, change); // callbacks change the area
     for (const auto& watch : watches) {
-        SeenFile now(watch->path);
+        const SeenFile now(watch->path);
         if (now == watch->seen)
             continue;
-        watch->seen = std::move(now);
+        watch->seen = now;
         watch->pending = true;
     }
     // A callback may run the main loop, and a check in there tells of what is pending here.
@@ -89,33 +108,56 @@ void checkArea(const std::string& folder)
     }
 }
 
-bool isWatched(const char* key, vconf_callback_fn callback)
+/// Where a watch is kept.
+struct Position {
+    std::map<std::string, WatchedArea>::iterator area;
+    std::map<std::string, Watches>::iterator name;
+    Watches::iterator watch;
+};
+
+std::optional<Position> findWatch(const char* key, const std::string& name, vconf_callback_fn callback)
 {
-    return std::any_of(areas().begin(), areas().end(), [=](const auto& area) {
-        return std::any_of(area.second.watches.begin(), area.second.watches.end(),
-            [=](const auto& watch) { return watch->node.name == key && watch->callback == callback; });
-    });
+    // The folder that the key lies in now may be another than the one it was watched in.
+    for (auto area = areas().begin(); area != areas().end(); ++area) {
+        const auto found = area->second.watches.find(name);
+        if (found == area->second.watches.end())
+            continue;
+        const auto watch = std::find_if(found->second.begin(), found->second.end(),
+            [=](const auto& it) { return it->node.name == key && it->callback == callback; });
+        if (watch != found->second.end())
+            return Position {area, found, watch};
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
 bool addKeyWatch(const char* key, vconf_callback_fn callback, void* userData)
 {
+    static unsigned long s_count = 0;
     const auto file = fileOfKey(key);
-    if (!file || !callback || isWatched(key, callback) || !makeFolders(file->folder))
+    if (!file)
         return false;
+    if (!callback || findWatch(key, file->name, callback)) {
+        errno = callback ? EEXIST : EINVAL;
+        return false;
+    }
+    makeFolders(file->folder); // where that may not be, the folder is waited for
     const auto known = areas().find(file->folder);
     std::unique_ptr<FolderWatch> folder;
-    if (known == areas().end())
-        folder = FolderWatch::create(file->folder, [path = file->folder] { checkArea(path); });
-    if (known == areas().end() ? !folder : !known->second.folder->follow())
+    if (known != areas().end())
+        known->second.folder->look();
+    else
+        folder = FolderWatch::create(
+            file->folder, [path = file->folder](const FolderChange& change) { checkArea(path, change); });
+    if (known == areas().end() && !folder)
         return false;
 
     // Only now, with the folder watched, may the file be looked at: what comes after is noticed.
     auto watch = std::make_shared<KeyWatch>(
-        KeyWatch {{key}, file->path(), callback, userData, SeenFile(file->path())});
+        KeyWatch {{key}, file->path(), callback, userData, SeenFile(file->path()), s_count++});
     WatchedArea& area = areas()[file->folder];
-    area.watches.push_back(std::move(watch));
+    area.watches[file->name].push_back(std::move(watch));
     if (folder)
         area.folder = std::move(folder);
     return true;
@@ -123,21 +165,17 @@ bool addKeyWatch(const char* key, vconf_callback_fn callback, void* userData)
 
 bool removeKeyWatch(const char* key, vconf_callback_fn callback)
 {
-    if (!key)
+    const auto file = fileOfKey(key);
+    const auto found = file ? findWatch(key, file->name, callback) : std::nullopt;
+    if (!found)
         return false;
-    for (auto area = areas().begin(); area != areas().end(); ++area) {
-        auto& watches = area->second.watches;
-        const auto found = std::find_if(watches.begin(), watches.end(),
-            [=](const auto& watch) { return watch->node.name == key && watch->callback == callback; });
-        if (found == watches.end())
-            continue;
-        (*found)->removed = true;
-        watches.erase(found);
-        if (watches.empty())
-            areas().erase(area);
-        return true;
-    }
-    return false;
+    (*found->watch)->removed = true;
+    found->name->second.erase(found->watch);
+    if (found->name->second.empty())
+        found->area->second.watches.erase(found->name);
+    if (found->area->second.watches.empty())
+        areas().erase(found->area);
+    return true;
 }
 
 } // namespace orbis

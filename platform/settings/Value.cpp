@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <cstring>
 
 namespace orbis {
 
@@ -13,6 +14,17 @@ constexpr size_t kLargestFile = size_t {16} * 1024 * 1024;
 constexpr std::string_view kIntHeader = "int\n";
 constexpr std::string_view kStringHeader = "string\n";
 
+/// @return memory from malloc() for @p size bytes, null with errno when there is none
+char* allocate(size_t size)
+{
+    // The C library keeps freed memory up to this size at hand, and asks the system for what is larger
+    // alone. A page that is never touched costs nothing, so that a large value stays in nobody's way.
+    constexpr size_t kNeverKept = size_t {33} * 1024 * 1024;
+    constexpr size_t kLarge = size_t {1} * 1024 * 1024;
+    void* memory = size > kLarge ? std::malloc(kNeverKept) : nullptr;
+    return static_cast<char*>(memory ? memory : std::malloc(size));
+}
+
 bool takeHeader(std::string_view& contents, std::string_view header)
 {
     if (contents.substr(0, header.size()) != header)
@@ -21,9 +33,11 @@ bool takeHeader(std::string_view& contents, std::string_view header)
     return true;
 }
 
-std::optional<Value> decode(std::string_view contents)
+/// @param bytes  what the file holds, with room for a NUL behind it
+std::optional<Value> decode(std::unique_ptr<char, FreeText> bytes, size_t size)
 {
     Value value;
+    std::string_view contents(bytes.get(), size);
     if (takeHeader(contents, kIntHeader)) {
         value.type = VCONF_TYPE_INT;
         const char* end = contents.data() + contents.size();
@@ -32,9 +46,12 @@ std::optional<Value> decode(std::string_view contents)
             return value;
     } else if (takeHeader(contents, kStringHeader)) {
         value.type = VCONF_TYPE_STRING;
-        value.text = contents;
-        if (contents.find('\0') == std::string_view::npos)
+        if (contents.find('\0') == std::string_view::npos) {
+            std::memmove(bytes.get(), contents.data(), contents.size());
+            bytes.get()[contents.size()] = '\0';
+            value.text = std::move(bytes);
             return value;
+        }
     }
     errno = EBADMSG;
     return std::nullopt;
@@ -44,24 +61,34 @@ std::optional<Value> decode(std::string_view contents)
 
 std::optional<Value> readValue(const char* key)
 {
-    const auto file = fileOfKey(key);
+    const auto place = fileOfKey(key);
+    if (!place)
+        return std::nullopt;
+    struct stat status = {};
+    const FileDescriptor file = openFile(place->path(), kLargestFile, status);
     if (!file)
         return std::nullopt;
-    const auto contents = readFile(file->path(), kLargestFile);
-    return contents ? decode(*contents) : std::nullopt;
+    const auto size = static_cast<size_t>(status.st_size);
+    std::unique_ptr<char, FreeText> bytes(allocate(size + 1));
+    if (!bytes)
+        return std::nullopt;
+    const ssize_t count = readBytes(file, bytes.get(), size);
+    return count < 0 ? std::nullopt : decode(std::move(bytes), static_cast<size_t>(count));
 }
 
 bool writeValue(const char* key, vconf_type type, std::string_view text)
 {
-    const auto file = fileOfKey(key);
-    if (!file)
+    const auto place = fileOfKey(key);
+    if (!place)
         return false;
     const std::string_view header = type == VCONF_TYPE_INT ? kIntHeader : kStringHeader;
     if (text.size() > kLargestFile - header.size()) { // nobody could read it
         errno = EFBIG;
         return false;
     }
-    return replaceFile(file->folder, file->name, std::string(header).append(text), file->durability);
+    FileKind kind;
+    kind.durability = place->durability;
+    return replaceFile(place->folder, place->name, {header, text}, kind);
 }
 
 } // namespace orbis

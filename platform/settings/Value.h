@@ -4,15 +4,20 @@
 
 #include "vconf.h"
 
+#include <cstdlib>
+#include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace orbis {
 
+struct FreeText {
+    void operator()(char* text) const { std::free(text); }
+};
+
 struct Value {
     vconf_type type = VCONF_TYPE_NONE;
-    std::string text; ///< of VCONF_TYPE_STRING; holds no NUL
+    std::unique_ptr<char, FreeText> text; ///< of VCONF_TYPE_STRING; from malloc(), ends with NUL
     int number = 0; ///< of VCONF_TYPE_INT
 };
 

@@ -5,7 +5,6 @@
 #include "settings/Value.h"
 
 #include <cerrno>
-#include <cstring>
 #include <exception>
 #include <string>
 
@@ -44,8 +43,8 @@ int vconf_get_int(const char* key, int* value)
 char* vconf_get_str(const char* key)
 {
     return guarded<char*>(nullptr, [=]() -> char* {
-        const auto found = orbis::readValue(key);
-        return found && found->type == VCONF_TYPE_STRING ? strdup(found->text.c_str()) : nullptr;
+        auto found = orbis::readValue(key);
+        return found ? found->text.release() : nullptr;
     });
 }
 
@@ -91,10 +90,12 @@ int vconf_list(const char* prefix, vconf_key_fn callback, void* user_data)
 {
     return guarded<int>(VCONF_ERROR, [=]() -> int {
         if (!callback)
+            errno = EINVAL;
+        const auto keys = callback ? orbis::findKeys(prefix ? prefix : "") : std::nullopt;
+        if (!keys)
             return VCONF_ERROR;
-        const auto keys = orbis::findKeys(prefix ? prefix : "");
-        for (const std::string& key : keys)
+        for (const std::string& key : *keys)
             callback(key.c_str(), user_data);
-        return static_cast<int>(keys.size());
+        return static_cast<int>(keys->size());
     });
 }

@@ -1,36 +1,15 @@
 #include "settings/WholeFile.h"
 
-#include "settings/FileDescriptor.h"
-#include "settings/Folders.h"
+#include "settings/Draft.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <ctime>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
-#include <set>
-#include <sys/stat.h>
+#include <unistd.h>
 
 namespace orbis {
 
 namespace {
-
-// Half-written files lie in a folder of their own, so that a watch on the folder above sees nothing of a
-// write but the rename that ends it.
-constexpr char kDraftFolder[] = "/.tmp";
-constexpr time_t kStaleSeconds = 60;
-constexpr mode_t kPermissionBits = 07777;
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-
-bool synchronise(int descriptor)
-{
-    // Some file systems have nothing to synchronise for a folder and say so with EINVAL.
-    return fsync(descriptor) == 0 || errno == EINVAL;
-}
 
 bool synchroniseFolder(const std::string& folder)
 {
@@ -47,117 +26,47 @@ void synchroniseFoldersAbove(std::string folder)
     }
 }
 
-/// The draft folder gets the mode of the folder it serves: whoever may write there must be able to write
-/// here too.
-bool makeDraftFolder(const std::string& folder, Durability durability)
+bool replaceOnce(const std::string& folder, const std::string& name,
+    std::initializer_list<std::string_view> contents, const FileKind& kind)
 {
-    struct stat status = {};
-    if (stat(folder.c_str(), &status) != 0) {
-        if (!makeFolders(folder) || stat(folder.c_str(), &status) != 0)
-            return false;
-        if (durability == Durability::Durable)
-            synchroniseFoldersAbove(folder);
-    }
-    const std::string drafts = folder + kDraftFolder;
-    if (mkdir(drafts.c_str(), status.st_mode & kPermissionBits) != 0)
-        return errno == EEXIST;
-    return chmod(drafts.c_str(), status.st_mode & kPermissionBits) == 0;
+    bool isNew = false;
+    if (!makeDraftFolder(folder, isNew))
+        return false;
+    if (isNew && kind.durability == Durability::Durable)
+        synchroniseFoldersAbove(folder);
+    const std::string path = folder + '/' + name;
+    Draft draft(folder, path, kind.mode);
+    return draft && draft.write(contents) && draft.setTime(kind.time)
+        && (kind.durability == Durability::Volatile || draft.synchronise()) && draft.moveTo(path);
 }
 
-/// Removes what writers that were killed left behind.
-void sweepDrafts(const std::string& folder)
+/// @return whether another attempt may succeed where one has failed with @p error
+bool canRecover(const std::string& folder, int error)
 {
-    static std::set<std::string> s_swept;
-    if (!s_swept.insert(folder).second)
-        return;
-    const std::unique_ptr<DIR, CloseFolder> drafts(opendir((folder + kDraftFolder).c_str()));
-    if (!drafts)
-        return;
-    const time_t now = time(nullptr);
-    while (const dirent* entry = readdir(drafts.get())) {
-        struct stat status = {};
-        if (fstatat(dirfd(drafts.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0
-            && S_ISREG(status.st_mode) && now - status.st_mtime > kStaleSeconds)
-            unlinkat(dirfd(drafts.get()), entry->d_name, 0);
-    }
-}
-
-bool writeAll(int descriptor, std::string_view contents)
-{
-    while (!contents.empty()) {
-        const ssize_t written = write(descriptor, contents.data(), contents.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        contents.remove_prefix(static_cast<size_t>(written));
-    }
-    return true;
-}
-
-/// A file of its own below the draft folder; gone with its owner unless it was moved to its place.
-class Draft {
-public:
-    explicit Draft(const std::string& folder)
-    {
-        static unsigned s_count = 0;
-        constexpr mode_t kMode = 0644;
-        constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-        do { // a name can be taken: by a process of another PID namespace, or one that died
-            m_path = folder + kDraftFolder + '/' + std::to_string(getpid()) + '-' + std::to_string(s_count++);
-            m_descriptor = FileDescriptor(open(m_path.c_str(), kFlags, kMode));
-        } while (!m_descriptor && errno == EEXIST);
-    }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-    ~Draft()
-    {
-        const int error = errno;
-        if (m_descriptor && !m_moved)
-            unlink(m_path.c_str());
-        errno = error;
-    }
-
-    explicit operator bool() const { return static_cast<bool>(m_descriptor); }
-
-    bool fill(std::string_view contents, Durability durability)
-    {
-        return writeAll(m_descriptor.get(), contents)
-            && (durability == Durability::Volatile || synchronise(m_descriptor.get()));
-    }
-
-    bool moveTo(const std::string& path)
-    {
-        m_moved = rename(m_path.c_str(), path.c_str()) == 0;
-        return m_moved;
-    }
-
-private:
-    std::string m_path;
-    FileDescriptor m_descriptor;
-    bool m_moved = false;
-};
-
-bool replaceOnce(
-    const std::string& folder, const std::string& name, std::string_view contents, Durability durability)
-{
-    Draft draft(folder);
-    return draft && draft.fill(contents, durability) && draft.moveTo(folder + '/' + name);
+    // Somebody removed the folder in the middle of the write, or a draft was swept from under it because
+    // the clock was set.
+    if (error == ENOENT)
+        return true;
+    return error == EACCES && removeDraftFolder(folder); // made when the folder had other permissions
 }
 
 } // namespace
 
-bool replaceFile(
-    const std::string& folder, const std::string& name, std::string_view contents, Durability durability)
+bool replaceFile(const std::string& folder, const std::string& name,
+    std::initializer_list<std::string_view> contents, const FileKind& kind)
 {
     sweepDrafts(folder);
-    // Missing folders are made where they are missed: at the first write, and when somebody removed them
-    // in the middle of one. A draft can also be swept from under a live writer when the clock is set.
     constexpr int kRetries = 3;
-    bool replaced = replaceOnce(folder, name, contents, durability);
-    for (int retry = 0; !replaced && errno == ENOENT && retry < kRetries; ++retry)
-        replaced = makeDraftFolder(folder, durability) && replaceOnce(folder, name, contents, durability);
-    return replaced && (durability == Durability::Volatile || synchroniseFolder(folder));
+    bool replaced = replaceOnce(folder, name, contents, kind);
+    for (int retry = 0; !replaced && retry < kRetries; ++retry) {
+        const int error = errno;
+        if (!canRecover(folder, error)) {
+            errno = error;
+            return false;
+        }
+        replaced = replaceOnce(folder, name, contents, kind);
+    }
+    return replaced && (kind.durability == Durability::Volatile || synchroniseFolder(folder));
 }
 
 bool removeFile(const std::string& folder, const std::string& name, Durability durability)
@@ -167,28 +76,38 @@ bool removeFile(const std::string& folder, const std::string& name, Durability d
     return durability == Durability::Volatile || synchroniseFolder(folder);
 }
 
-std::optional<std::string> readFile(const std::string& path, size_t limit)
+FileDescriptor openFile(const std::string& path, size_t limit, struct stat& status)
 {
-    const FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-    struct stat status = {};
-    if (!descriptor || fstat(descriptor.get(), &status) != 0)
-        return std::nullopt;
-    if (!S_ISREG(status.st_mode) || static_cast<size_t>(status.st_size) > limit) {
-        errno = S_ISREG(status.st_mode) ? EFBIG : EINVAL;
-        return std::nullopt;
+    // To open a device, or a pipe that somebody waits at, would already do something to it: it is looked at
+    // first, and again in case it was replaced in between.
+    if (lstat(path.c_str(), &status) != 0)
+        return {};
+    FileDescriptor file;
+    if (S_ISREG(status.st_mode)) {
+        file = FileDescriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+        if (!file || fstat(file.get(), &status) != 0)
+            return {};
     }
-    std::string contents(static_cast<size_t>(status.st_size), '\0');
+    if (S_ISREG(status.st_mode) && static_cast<size_t>(status.st_size) <= limit)
+        return file;
+    errno = S_ISREG(status.st_mode) ? EFBIG : EINVAL;
+    return {};
+}
+
+ssize_t readBytes(const FileDescriptor& file, char* bytes, size_t size)
+{
     size_t filled = 0;
-    while (filled < contents.size()) {
-        const ssize_t count = read(descriptor.get(), contents.data() + filled, contents.size() - filled);
-        if (count < 0 && errno != EINTR)
-            return std::nullopt;
+    while (filled < size) {
+        const ssize_t count = read(file.get(), bytes + filled, size - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return -1;
         if (count == 0)
             break; // somebody cut the file short
-        filled += count > 0 ? static_cast<size_t>(count) : 0;
+        filled += static_cast<size_t>(count);
     }
-    contents.resize(filled);
-    return contents;
+    return static_cast<ssize_t>(filled);
 }
 
 } // namespace orbis

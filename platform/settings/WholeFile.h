@@ -2,28 +2,46 @@
 #ifndef ORBIS_WHOLE_FILE_H
 #define ORBIS_WHOLE_FILE_H
 
+#include "settings/FileDescriptor.h"
+
+#include <ctime>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace orbis {
 
 /// Whether a change has to survive the loss of power.
 enum class Durability { Volatile, Durable };
 
+/// How a file is written.
+struct FileKind {
+    Durability durability = Durability::Volatile;
+    mode_t mode = 0640; ///< of a file that is new, as the umask narrows it
+    std::optional<timespec> time; ///< of its last change; without it one that no write before had
+};
+
 /// Replaces (or makes) the file @p name of @p folder: whoever opens it sees the old contents or the new
-/// ones. Makes the folder when it is missing. Its mode is 0644 as the umask narrows it.
+/// ones. Makes the folder when it is missing. A file that is replaced hands on its mode, and its owner and
+/// group where the caller may give them; a new one gets the group of a folder whose setgid bit is set.
+/// @param contents  one after the other
 /// @return false with errno on failure; the old contents stay, unless only the last step, making the
 ///         replacement durable, failed
-bool replaceFile(
-    const std::string& folder, const std::string& name, std::string_view contents, Durability durability);
+bool replaceFile(const std::string& folder, const std::string& name,
+    std::initializer_list<std::string_view> contents, const FileKind& kind);
 
 /// @return false with errno on failure, a missing file included
 bool removeFile(const std::string& folder, const std::string& name, Durability durability);
 
-/// Reads a regular file of at most @p limit bytes. Never waits, whatever the path names.
-/// @return nothing, with errno, on failure
-std::optional<std::string> readFile(const std::string& path, size_t limit);
+/// Opens a regular file of at most @p limit bytes for reading. Never waits, whatever the path names, and
+/// leaves alone what is no regular file.
+/// @return an empty owner, with errno, on failure
+FileDescriptor openFile(const std::string& path, size_t limit, struct stat& status);
+
+/// Reads up to @p size bytes. @return how many there were, negative with errno on failure
+ssize_t readBytes(const FileDescriptor& file, char* bytes, size_t size);
 
 } // namespace orbis
 

@@ -1,6 +1,10 @@
 #include "StoreFixture.h"
 
 #include <csignal>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
 
 class OrbisSettings : public StoreFixture {
 protected:
@@ -74,6 +78,46 @@ TEST_F(OrbisSettings, WatchesUntilASignal)
         EXPECT_TRUE(tv::waitUntil([&] { return watch->output().back() == "memory/k"; }));
         watch->signal(signal);
         EXPECT_EQ(watch->waitForExit(), 0);
+    }
+}
+
+TEST_F(OrbisSettings, SaysWhyAValueCannotBeReadOrWritten)
+{
+    vconf_set_int("db/k", 1);
+    const std::string path = state() + "/db/k";
+    fs::resize_file(path, 17U * 1024 * 1024);
+    EXPECT_EQ(run({"get", "db/k"})->errors(), Words {"orbis-settings: no value in db/k: File too large"});
+    const Unprivileged user(m_folder);
+    ASSERT_EQ(chmod(path.c_str(), 0200), 0);
+    ASSERT_EQ(chmod((state() + "/db").c_str(), 0300), 0);
+    const auto may = [&](const Words& arguments) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result->status(), 1);
+        EXPECT_EQ(result->output(), Words {});
+        return result->errors();
+    };
+    EXPECT_EQ(may({"get", "db/k"}), Words {"orbis-settings: no value in db/k: Permission denied"});
+    EXPECT_EQ(may({"list"}), Words {"orbis-settings: cannot read the store: Permission denied"});
+    ASSERT_EQ(chmod((state() + "/db").c_str(), 0500), 0);
+    EXPECT_EQ(may({"set", "-t", "int", "db/k", "2"}),
+        Words {"orbis-settings: cannot write db/k: Permission denied"});
+    EXPECT_EQ(may({"unset", "db/k"}), Words {"orbis-settings: cannot remove db/k: Permission denied"});
+    ASSERT_EQ(chmod((state() + "/db").c_str(), 0700), 0);
+}
+
+TEST_F(OrbisSettings, WatchesWithoutAHomeAndLeavesNoneBehind)
+{
+    for (const std::string& home : {m_folder + "/missing", m_folder + "/home", std::string()}) {
+        Words environment {"ORBIS_STATE_DIR=" + state(), "ORBIS_RUNTIME_DIR=" + runtime()};
+        if (!home.empty())
+            environment.push_back("HOME=" + home);
+        for (const std::string& variable : m_folders.environment()) {
+            if (variable.find("SAN_OPTIONS") != std::string::npos)
+                environment.push_back(variable);
+        }
+        const tv::Process watch({ORBIS_SETTINGS_TOOL, "watch", "db/k"}, environment);
+        EXPECT_TRUE(listens(watch, "db/k")) << home << testing::PrintToString(watch.errors());
+        EXPECT_EQ(namesIn(m_folder + "/home"), Words {});
     }
 }
 

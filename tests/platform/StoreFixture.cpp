@@ -1,8 +1,14 @@
 #include "StoreFixture.h"
 
 #include <Ecore.h>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -28,6 +34,57 @@ std::unique_ptr<tv::Process> StoreFixture::tool(Words arguments) const
 {
     arguments.insert(arguments.begin(), ORBIS_SETTINGS_TOOL);
     return std::make_unique<tv::Process>(arguments, m_folders.environment());
+}
+
+std::unique_ptr<tv::Process> StoreFixture::box() const
+{
+    Words arguments {"unshare", "-Urmpf", "--kill-child", "sh"};
+    auto shell = std::make_unique<tv::Process>(arguments, m_folders.environment());
+    shell->tell("settings() { " ORBIS_SETTINGS_TOOL " \"$@\"; }");
+    return shell;
+}
+
+bool StoreFixture::allowsBoxes()
+{
+    const tv::Folders folders;
+    const Words tried {"unshare", "-Urmpf", "sh", "-c",
+        "mount -t tmpfs none \"$HOME\" && exec 9<>/proc/sys/user/max_inotify_watches"};
+    return tv::Process(tried, folders.environment()).waitForExit() == 0;
+}
+
+Unprivileged::Unprivileged(const std::string& folder)
+{
+    constexpr id_t kNobody = 65534;
+    if (geteuid() != 0)
+        return;
+    EXPECT_EQ(lchown(folder.c_str(), kNobody, kNobody), 0);
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        EXPECT_EQ(lchown(entry.path().c_str(), kNobody, kNobody), 0);
+    m_groups.resize(static_cast<size_t>(getgroups(0, nullptr)));
+    getgroups(static_cast<int>(m_groups.size()), m_groups.data());
+    EXPECT_TRUE(setgroups(0, nullptr) == 0 && setegid(kNobody) == 0 && seteuid(kNobody) == 0);
+}
+
+Unprivileged::~Unprivileged()
+{
+    if (getuid() != 0)
+        return;
+    EXPECT_TRUE(seteuid(0) == 0 && setegid(0) == 0 && setgroups(m_groups.size(), m_groups.data()) == 0);
+}
+
+unsigned modeOf(const std::string& path)
+{
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+Words namesIn(const std::string& folder)
+{
+    Words names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 bool runUntil(const std::function<bool()>& condition, double seconds)

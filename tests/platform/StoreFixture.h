@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 
 using tv::readFile;
 using tv::writeFile;
@@ -21,13 +22,38 @@ protected:
 
     std::string state() const { return m_folders.state(); }
     std::string runtime() const { return m_folders.runtime(); }
+    std::string drafts() const { return state() + "/db/.tmp"; }
     /// Starts orbis-settings.
     std::unique_ptr<tv::Process> tool(Words arguments) const;
+    /// A shell with mounts and kernel limits of its own, which knows orbis-settings as "settings" and takes
+    /// commands as lines of its input. What it starts dies with it.
+    std::unique_ptr<tv::Process> box() const;
+    /// @return whether this machine lets a test have a box()
+    static bool allowsBoxes();
 
     const tv::Folders m_folders;
     const tv::Settings m_settings {m_folders};
     const std::string m_folder = m_folders.root();
 };
+
+/// Gives up root's privileges, for which permissions do not count, while it lives; the folder and what is in
+/// it then belong to the user that is left. Does nothing for a user who has none.
+class Unprivileged {
+public:
+    explicit Unprivileged(const std::string& folder);
+    Unprivileged(const Unprivileged&) = delete;
+    Unprivileged& operator=(const Unprivileged&) = delete;
+    ~Unprivileged();
+
+private:
+    std::vector<gid_t> m_groups;
+};
+
+/// @return the bits that chmod() sets, 0 for what is missing
+unsigned modeOf(const std::string& path);
+
+/// @return the names in a folder, sorted
+Words namesIn(const std::string& folder);
 
 /// Runs the main loop until the condition holds. @return false when it does not in time
 bool runUntil(const std::function<bool()>& condition, double seconds = 20);

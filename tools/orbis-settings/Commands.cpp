@@ -146,8 +146,9 @@ int listCommand(const Arguments& arguments)
         return usageError("list: at most one prefix is possible");
     Arguments keys;
     const auto keep = [](const char* key, void* data) { static_cast<Arguments*>(data)->emplace_back(key); };
+    errno = 0;
     if (vconf_list(arguments.empty() ? nullptr : arguments[0].c_str(), keep, &keys) < 0)
-        return failure("cannot read the store", 0);
+        return failure("cannot read the store", errno);
     for (const std::string& key : keys) {
         if (!printLine(lineOf(key)))
             return failure("cannot write to standard output", errno);

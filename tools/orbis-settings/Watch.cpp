@@ -48,21 +48,17 @@ Ecore_Fd_Handler* watchReader()
     return ecore_main_fd_handler_add(STDOUT_FILENO, ECORE_FD_ERROR, on_readerGone, nullptr, nullptr, nullptr);
 }
 
-int runLoop(const std::set<std::string>& keys)
+/// @return whether each key is watched; standard error is told of the first that is not
+bool watchAll(const std::set<std::string>& keys, Outcome& outcome)
 {
-    Outcome outcome;
-    ecore_event_handler_add(ECORE_EVENT_SIGNAL_EXIT, on_exitSignal, nullptr);
-    watchReader();
     for (const std::string& key : keys) {
         errno = 0;
-        if (vconf_notify_key_changed(key.c_str(), on_changed, &outcome) != VCONF_OK)
-            outcome.status = failure("cannot watch " + key, errno);
+        if (vconf_notify_key_changed(key.c_str(), on_changed, &outcome) != VCONF_OK) {
+            failure("cannot watch " + key, errno);
+            return false;
+        }
     }
-    if (outcome.status == kSuccess)
-        ecore_main_loop_begin();
-    for (const std::string& key : keys)
-        vconf_ignore_key_changed(key.c_str(), on_changed);
-    return outcome.status;
+    return true;
 }
 
 } // namespace
@@ -73,9 +69,19 @@ int watchCommand(const Arguments& arguments)
         return usageError("watch: at least one key is needed");
     signal(SIGPIPE, SIG_IGN);
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 1); // they would open the system bus
-    if (!ecore_init())
-        return failure("cannot start the main loop", 0);
-    const int status = runLoop({arguments.begin(), arguments.end()});
-    ecore_shutdown();
-    return status;
+    // The first watch starts the toolkit, and knows how where there is no home directory.
+    const std::set<std::string> keys(arguments.begin(), arguments.end());
+    Outcome outcome;
+    if (!watchAll(keys, outcome)) {
+        outcome.status = kFailure;
+    } else {
+        ecore_init();
+        ecore_event_handler_add(ECORE_EVENT_SIGNAL_EXIT, on_exitSignal, nullptr);
+        watchReader();
+        ecore_main_loop_begin();
+        ecore_shutdown();
+    }
+    for (const std::string& key : keys)
+        vconf_ignore_key_changed(key.c_str(), on_changed);
+    return outcome.status;
 }

@@ -1,0 +1,37 @@
+/// Tells the main loop when something is mounted, moved or unmounted.
+#ifndef ORBIS_MOUNT_WATCH_H
+#define ORBIS_MOUNT_WATCH_H
+
+#include "settings/FileDescriptor.h"
+
+#include <Ecore.h>
+#include <functional>
+
+namespace orbis {
+
+/// Lives on the main loop, and tells nothing on a machine without a table of its mounts.
+class MountWatch {
+public:
+    /// @param changed  called from the main loop; it may destroy the watch. Never called after the watch is
+    ///                 gone.
+    explicit MountWatch(std::function<void()> changed);
+    MountWatch(const MountWatch&) = delete;
+    MountWatch& operator=(const MountWatch&) = delete;
+    ~MountWatch();
+
+private:
+    static unsigned char on_awake(void* data, Ecore_Fd_Handler* handler) noexcept;
+    static unsigned char on_idle(void* data) noexcept;
+    static void on_changed(void* data) noexcept;
+
+    std::function<void()> m_changed;
+    FileDescriptor m_waker;
+    FileDescriptor m_table;
+    Ecore_Fd_Handler* m_handler = nullptr;
+    Ecore_Idle_Enterer* m_idle = nullptr;
+    Ecore_Job* m_job = nullptr;
+};
+
+} // namespace orbis
+
+#endif
