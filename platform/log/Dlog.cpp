@@ -1,17 +1,22 @@
 #include "dlog.h"
 
+#include "log/Escape.h"
+#include "log/Journal.h"
+#include "log/StandardError.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <exception>
-#include <glib.h>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
-#include <unistd.h>
+
+namespace orbis::log {
 
 namespace {
 
@@ -23,79 +28,95 @@ struct Level {
     log_priority priority;
     char letter;
     const char* journal; ///< syslog's number
-    GLogLevelFlags glib;
 };
 
 constexpr Level kLevels[] = {
-    {DLOG_DEBUG, 'D', "7", G_LOG_LEVEL_DEBUG},
-    {DLOG_INFO, 'I', "6", G_LOG_LEVEL_INFO},
-    {DLOG_WARN, 'W', "4", G_LOG_LEVEL_WARNING},
-    {DLOG_ERROR, 'E', "3", G_LOG_LEVEL_CRITICAL},
+    {DLOG_DEBUG, 'D', "7"},
+    {DLOG_INFO, 'I', "6"},
+    {DLOG_WARN, 'W', "4"},
+    {DLOG_ERROR, 'E', "3"},
 };
 
 const Level* findLevel(log_priority priority)
 {
-    for (const Level& level : kLevels) {
-        if (level.priority == priority)
-            return &level;
-    }
-    return nullptr;
+    const auto* const found = std::find_if(std::begin(kLevels), std::end(kLevels),
+        [=](const Level& level) { return level.priority == priority; });
+    return found == std::end(kLevels) ? nullptr : found;
 }
 
-bool writeToJournal(const Level& level, const char* tag, const std::string& message)
+/// A reader of standard error that went away must cost us a log line, not the process. A handler that the
+/// application has set stays.
+void survivePipesWithoutReader()
 {
-    const GLogField fields[] = {
-        {"PRIORITY", level.journal, -1},
-        {"SYSLOG_IDENTIFIER", tag, -1},
-        {"MESSAGE", message.data(), static_cast<gssize>(message.size())},
-    };
-    return g_log_writer_is_journald(STDERR_FILENO)
-        && g_log_writer_journald(level.glib, fields, G_N_ELEMENTS(fields), nullptr) == G_LOG_WRITER_HANDLED;
+    struct sigaction action = {};
+    if (sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
+        action.sa_handler = SIG_IGN;
+        sigaction(SIGPIPE, &action, nullptr);
+    }
 }
 
-/// A reader of standard error that went away must cost us a log line, not the process.
-class PipeSignalHeldBack {
+/// Where the lines of all threads go.
+class Log {
 public:
-    PipeSignalHeldBack()
+    Log() { survivePipesWithoutReader(); }
+
+    int write(const Level& level, const std::string& tag, const std::string& message)
     {
-        sigset_t pending;
-        sigemptyset(&m_signal);
-        sigaddset(&m_signal, SIGPIPE);
-        sigpending(&pending);
-        m_wasPending = sigismember(&pending, SIGPIPE) == 1;
-        pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
-    }
-    PipeSignalHeldBack(const PipeSignalHeldBack&) = delete;
-    PipeSignalHeldBack& operator=(const PipeSignalHeldBack&) = delete;
-    ~PipeSignalHeldBack()
-    {
-        constexpr timespec kNow = {};
-        while (!m_wasPending && sigtimedwait(&m_signal, nullptr, &kNow) < 0 && errno == EINTR) { }
-        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+        const std::lock_guard lock(m_mutex);
+        int result = m_output.look();
+        if (result == 0 && m_output.isJournal())
+            result = writeToJournal(level, tag, message);
+        else if (result == 0)
+            result = writeLine(level, tag, message);
+        m_lost = result < 0 ? m_lost + 1 : 0;
+        return result;
     }
 
 private:
-    sigset_t m_signal = {};
-    sigset_t m_before = {};
-    bool m_wasPending = false;
+    int writeToJournal(const Level& level, const std::string& tag, const std::string& message)
+    {
+        int result = m_lost > 0 ? sendToJournal(findLevel(DLOG_WARN)->journal, tag, lossNote()) : 0;
+        if (result == 0) {
+            m_lost = 0;
+            result = sendToJournal(level.journal, tag, message);
+        }
+        if (result == 0)
+            return static_cast<int>(message.size());
+        return result == -EAGAIN ? result : writeLine(level, tag, message); // there is no journal any more
+    }
+
+    /// Both lines in one piece, or a note that fits where the line does not would be written for each line.
+    int writeLine(const Level& level, const std::string& tag, const std::string& message)
+    {
+        const std::string line = lineOf(level, tag, message);
+        const std::string note = m_lost > 0 ? lineOf(*findLevel(DLOG_WARN), tag, lossNote()) : "";
+        const int result = m_output.write(note + line);
+        return result < 0 ? result : static_cast<int>(line.size());
+    }
+
+    static std::string lineOf(const Level& level, const std::string& tag, const std::string& message)
+    {
+        return std::string {level.letter, '/'}.append(tag).append(": ").append(message).append("\n");
+    }
+
+    std::string lossNote() const { return std::to_string(m_lost) + " log lines were lost: nobody took them"; }
+
+    std::mutex m_mutex;
+    StandardError m_output;
+    unsigned long m_lost = 0; ///< lines since the last one that was taken
 };
 
-/// One write() a line keeps the lines of several processes apart; only a reader that takes less at a time
-/// makes it several.
-int writeToStandardError(std::string_view line)
+/// Never destroyed: static objects that go later may still log.
+Log& theLog()
 {
-    const PipeSignalHeldBack guard;
-    int total = 0;
-    while (!line.empty()) {
-        const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return total > 0 ? total : -errno;
-        line.remove_prefix(static_cast<size_t>(written));
-        total += static_cast<int>(written);
-    }
-    return total;
+    static auto* const s_log = new Log;
+    return *s_log;
+}
+
+size_t lineEndsOf(std::string_view text)
+{
+    const size_t last = text.find_last_not_of('\n');
+    return last == std::string_view::npos ? text.size() : text.size() - last - 1;
 }
 
 int print(const Level& level, const char* tag, const char* format, va_list arguments)
@@ -105,17 +126,20 @@ int print(const Level& level, const char* tag, const char* format, va_list argum
     if (length < 0)
         return -errno;
     const std::unique_ptr<char, FreeText> owner(formatted);
-    const std::string message(formatted, static_cast<size_t>(length));
-    if (writeToJournal(level, tag, message))
-        return length;
-    return writeToStandardError(std::string {level.letter, '/'} + tag + ": " + message + '\n');
+    const std::string_view whole(formatted, static_cast<size_t>(length));
+    // Those of the format are the message's own; what comes before them may be a name's.
+    const size_t ends = std::min(lineEndsOf(format), lineEndsOf(whole));
+    const std::string message = escaped(whole.substr(0, whole.size() - ends)).append(ends, '\n');
+    return theLog().write(level, escaped(tag), message);
 }
 
 } // namespace
 
+} // namespace orbis::log
+
 int dlog_print(log_priority priority, const char* tag, const char* format, ...)
 {
-    const Level* level = findLevel(priority);
+    const auto* level = orbis::log::findLevel(priority);
     if (!format || !level)
         return -EINVAL;
     const int callersError = errno; // a log line between a failure and its report must not hide it
@@ -123,7 +147,7 @@ int dlog_print(log_priority priority, const char* tag, const char* format, ...)
     va_start(arguments, format);
     int result = -ENOMEM;
     try {
-        result = print(*level, tag ? tag : "", format, arguments);
+        result = orbis::log::print(*level, tag ? tag : "", format, arguments);
     } catch (const std::exception&) {
         result = -ENOMEM;
     }

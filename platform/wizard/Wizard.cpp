@@ -30,6 +30,27 @@ std::vector<char*> checkedArguments(int argc, char** argv)
     return arguments;
 }
 
+/// Logging makes this process ignore SIGPIPE, and programs inherit that.
+class PipeSignalDefault {
+public:
+    PipeSignalDefault()
+    {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGPIPE);
+        posix_spawnattr_init(&m_attributes);
+        posix_spawnattr_setsigdefault(&m_attributes, &signals);
+        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF);
+    }
+    PipeSignalDefault(const PipeSignalDefault&) = delete;
+    PipeSignalDefault& operator=(const PipeSignalDefault&) = delete;
+    ~PipeSignalDefault() { posix_spawnattr_destroy(&m_attributes); }
+    const posix_spawnattr_t* get() const { return &m_attributes; }
+
+private:
+    posix_spawnattr_t m_attributes = {};
+};
+
 int fail(const char* program, int error)
 {
     fprintf(stderr, "cannot run the set-up wizard %s: %s\n", program, strerror(error));
@@ -47,7 +68,8 @@ int Wizard::StartWizardApp(int argc, char** argv, const char* appId, CWizardAppL
     const char* chosen = std::getenv("ORBIS_WIZARD");
     const char* program = chosen && *chosen ? chosen : kStandardWizard;
     pid_t process = 0;
-    const int error = posix_spawnp(&process, program, nullptr, nullptr, arguments.data(), environ);
+    const PipeSignalDefault attributes;
+    const int error = posix_spawnp(&process, program, nullptr, attributes.get(), arguments.data(), environ);
     if (error != 0)
         return fail(program, error);
 

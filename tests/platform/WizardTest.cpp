@@ -1,5 +1,6 @@
 #include "StoreFixture.h"
 
+#include "dlog.h"
 #include "wizard.h"
 
 #include <csignal>
@@ -38,6 +39,8 @@ TEST_F(TheWizard, GetsTheArgumentsAndGivesItsStatus)
     EXPECT_EQ(run("printf '%s|' $# \"$@\" > '" + m_folder + "/seen'; exit 7"), 7);
     EXPECT_EQ(readFile(m_folder + "/seen"), "2|type=A B|uri=|");
     EXPECT_EQ(run("kill -TERM $$"), 128 + SIGTERM);
+    dlog_print(DLOG_DEBUG, "test", "a line makes this process ignore the signal");
+    EXPECT_EQ(run("kill -PIPE $$; exit 3"), 128 + SIGPIPE);
 }
 
 TEST_F(TheWizard, IsWaitedForThroughSignals)

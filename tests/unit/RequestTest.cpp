@@ -40,7 +40,7 @@ TEST_F(ARequest, ReadsWhateverItsMembersHold)
         {R"({"page":"pin","pin":42,"mobilename":true})", "42", "true"},
         {R"({"page":"pin","pin":["0042"],"mobilename":{"first":"Anna"}})", "", ""},
         {R"({"page":"pin","pin":null,"mobilename":"A\u0000nna"})", "", "A"},
-        {"{\"page\":\"pin\",\"pin\":\"\xFF\xC3\",\"mobilename\":\"\xE2\x82\"}", "\xFF\xC3", "\xE2\x82"},
+        {"{\"page\":\"pin\",\"pin\":\"\xFF\xC3\",\"mobilename\":\"\xE2\x82\"}", "\\xff\\xc3", "\\xe2\\x82"},
         {R"({"page":"tnc","page":"pin","pin":"<b>&","mobilename":"</color>%1%s"})", "<b>&", "</color>%1%s"},
     };
     for (const auto& [json, pin, name] : requests) {
