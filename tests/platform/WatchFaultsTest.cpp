@@ -119,12 +119,15 @@ TEST_F(AWatchInTrouble, TellsEveryWriteApartHoweverAlikeTheFiles)
 TEST_F(AWatchInTrouble, TakesNoDescriptorForAKey)
 {
     constexpr int kKeys = 3000;
-    vconf_set_int("memory/many-0", 1);
-    vconf_set_int("memory/many-2999", 1);
+    for (int i = 0; i < kKeys; ++i)
+        vconf_set_int(("memory/many-" + std::to_string(i)).c_str(), 1);
     const FewDescriptors few(8);
     const auto watches = watchMany(kKeys);
     for (const auto& watch : watches)
         ASSERT_TRUE(watch->active());
+    const int spare = dup(0);
+    EXPECT_GE(spare, 0) << "none is left";
+    close(spare);
     for (const int i : {0, kKeys - 1}) {
         EXPECT_EQ(vconf_set_int(("memory/many-" + std::to_string(i)).c_str(), 1), VCONF_OK);
         EXPECT_TRUE(watches[static_cast<size_t>(i)]->called());
@@ -189,7 +192,6 @@ TEST_F(AWatchInTrouble, WaitsForAFolderThatMayNotBeMadeOrEntered)
 TEST_F(AWatchInTrouble, LooksFromTimeToTimeWhereItMayNotWatch)
 {
     const Unprivileged user(m_folder);
-    testing::internal::CaptureStderr();
     fs::create_directories(state() + "/db");
     ASSERT_EQ(chmod((state() + "/db").c_str(), 0300), 0); // names may not be read, files may
     const Watch watch("db/k");
@@ -199,8 +201,6 @@ TEST_F(AWatchInTrouble, LooksFromTimeToTimeWhereItMayNotWatch)
     EXPECT_TRUE(watch.called(1));
     ASSERT_EQ(chmod((state() + "/db").c_str(), 0700), 0);
     settle(); // watched as usual from here on
-    const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_NE(told.find("db cannot be watched (Permission denied)"), std::string::npos) << told;
     s_countedPrefix = state() + "/db/k";
     s_looks = 0;
     runUntil([] { return false; }, 2.5);
