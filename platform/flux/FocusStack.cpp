@@ -25,6 +25,7 @@ void FocusStack::push(Evas_Object* popup)
         elm_object_tree_focus_allow_set(below, EINA_FALSE);
     elm_object_tree_focus_allow_set(popup, EINA_TRUE);
     updateDims();
+    Manager::popupsChanged();
     focusPopup(popup);
 }
 
@@ -48,6 +49,8 @@ void FocusStack::remove(Evas_Object* popup)
     m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
     updateDims();
     Evas_Object* below = top();
+    if (wasTop)
+        Manager::popupsChanged();
     if (!wasTop || !below)
         return;
     elm_object_tree_focus_allow_set(below, EINA_TRUE);

@@ -84,6 +84,7 @@ void Manager::detach()
     evas_object_smart_callback_del_full(m_window, "unfocused", on_windowFocus, this);
     evas_object_del(std::exchange(m_dim, nullptr));
     m_keyGuard.reset();
+    m_readout.reset();
     m_window = nullptr;
     app::windowStateChanged(false, false);
 }
@@ -173,8 +174,14 @@ void Manager::on_focusJob(void* data)
         return;
     if (!FocusStack::instance().empty() && evas_object_visible_get(self->m_window)) {
         self->m_spoken = focused;
-        self->m_readout.speakFocused(focused);
+        self->m_readout->speakFocused(focused);
     }
+}
+
+void Manager::popupsChanged()
+{
+    if (s_manager && s_manager->m_readout)
+        s_manager->m_readout->stop();
 }
 
 /// While a popup is still up another one usually follows at once, and hiding in between would blink and
@@ -202,6 +209,7 @@ void Manager::hideNow()
 {
     cancelHide();
     evas_object_hide(m_window);
+    m_readout->stop();
     if (isX11(m_window))
         ecore_x_sync();
 }

@@ -40,6 +40,9 @@ public:
     /// The focus left a button. When the whole window lost the keys, the button still has the focus in it.
     void focusLeft();
 
+    /// What is being read out is of a popup that went or is covered now.
+    static void popupsChanged();
+
     /// Called by the toolkit instead of lowering (result false), and before raising, any window.
     static Eina_Bool on_lower(void*, Evas_Object* window);
     static Eina_Bool on_raise(void*, Evas_Object* window);
@@ -75,7 +78,7 @@ private:
     bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied
     std::unique_ptr<KeyGuard> m_keyGuard;
     Evas_Object* m_spoken = nullptr; ///< borrowed, only compared: what was read out and still has the focus
-    Readout m_readout;
+    std::unique_ptr<Readout> m_readout = std::make_unique<Readout>(); ///< as long as the window
 };
 
 } // namespace orbis::flux

@@ -2,7 +2,6 @@
 
 #include "app/Language.h"
 #include "flux/SpokenText.h"
-#include "vconf.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <vector>
 
 namespace orbis::flux {
 
@@ -19,20 +17,16 @@ namespace {
 constexpr const char* kReaderKey = "db/menu/system/accessibility/screenreader";
 constexpr const char* kLogVariable = "ORBIS_SPEECH_LOG";
 
-/// The command-line client of speech-dispatcher: it speaks plain text, and starting a process cannot block
-/// the main loop as a connection to a stuck service could.
-constexpr const char* kSpeechCommand = "spd-say";
-
 bool readerIsOn()
 {
     int on = 0;
     return vconf_get_int(kReaderKey, &on) == VCONF_OK && on == 1;
 }
 
-/// Does not wait for a reader when the file is a pipe.
+/// Does not wait for a reader when the file is a pipe. What is said may be a code: the file is for its owner.
 void appendLine(const char* path, const std::string& line)
 {
-    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0644);
+    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600);
     if (file < 0)
         return;
     if (write(file, line.data(), line.size()) < 0)
@@ -41,6 +35,12 @@ void appendLine(const char* path, const std::string& line)
 }
 
 } // namespace
+
+Readout::~Readout()
+{
+    if (m_speech)
+        vconf_ignore_key_changed(kReaderKey, on_readerChanged);
+}
 
 void Readout::speakFocused(Evas_Object* widget)
 {
@@ -59,17 +59,23 @@ void Readout::speak(const std::string& text)
         appendLine(path, line + '\n');
         return;
     }
-    // One that has not come through yet would be spoken over this one.
-    if (m_client)
-        g_subprocess_force_exit(m_client.get());
-    const std::string language = app::languageOfTexts();
-    const std::string spoken = withDigitsApart(line);
-    // Messages of this priority interrupt one another.
-    const std::vector<const char*> command {
-        kSpeechCommand, "--priority", "text", "--language", language.c_str(), "--", spoken.c_str(), nullptr};
-    const auto flags =
-        static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE);
-    m_client.reset(g_subprocess_newv(command.data(), flags, nullptr));
+    if (!m_speech) {
+        m_speech = std::make_unique<Speech>();
+        vconf_notify_key_changed(kReaderKey, on_readerChanged, this);
+    }
+    m_speech->say({withDigitsApart(line), app::languageOfTexts()});
+}
+
+void Readout::stop()
+{
+    if (m_speech)
+        m_speech->silence();
+}
+
+void Readout::on_readerChanged(keynode_t*, void* data)
+{
+    if (!readerIsOn())
+        static_cast<Readout*>(data)->stop();
 }
 
 } // namespace orbis::flux

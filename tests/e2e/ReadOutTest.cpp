@@ -2,11 +2,6 @@
 #include "Cards.h"
 #include "TvTest.h"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-
 namespace {
 
 using tv::waitUntil;
@@ -78,35 +73,6 @@ TEST_P(TheReadOutIn, SaysWhatThePopupSaysInThisOrder)
     ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
     ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [58]"));
     EXPECT_EQ(box.utterances().size(), count + 1);
-}
-
-TEST_F(TheReadOut, GoesToTheSpeechServiceInItsLanguageAndIsInterruptedByTheNext)
-{
-    // Stands for the service's client: writes down what it is told, and does not come through.
-    const tv::Folders folders;
-    const auto log = folders.root() / "told";
-    const auto client = folders.root() / "spd-say";
-    std::ofstream(client) << "#!/bin/sh\necho \"$$ $*\" >>" << log << "\nexec sleep 60\n";
-    std::filesystem::permissions(client, std::filesystem::perms::owner_all);
-    const auto told = [&] {
-        std::vector<std::string> lines;
-        std::ifstream file(log);
-        for (std::string line; std::getline(file, line);)
-            lines.push_back(line);
-        return lines;
-    };
-    box.setVariable("PATH", folders.root().string() + ":" + getenv("PATH"));
-    box.setVariable("ORBIS_SPEECH_LOG", "");
-    ASSERT_TRUE(box.settings.setText(tv::kLanguage, "tlh_XX"));
-    startWith(1);
-    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-    ASSERT_TRUE(waitUntil([&] { return told().size() == 1; }));
-    EXPECT_TRUE(contains(told()[0], " --priority text --language en -- PIN,")) << told()[0];
-    EXPECT_TRUE(contains(told()[0], ",0 0 4 2,")) << told()[0];
-    ASSERT_TRUE(box.show("ShowTnCPopup"));
-    ASSERT_TRUE(waitUntil([&] { return told().size() == 2; }));
-    EXPECT_TRUE(waitUntil([&] { return kill(std::stoi(told()[0]), 0) != 0; })) << "both are heard";
-    EXPECT_EQ(kill(std::stoi(told()[1]), SIGKILL), 0);
 }
 
 TEST_F(TheReadOut, SurvivesMarkupInAName)

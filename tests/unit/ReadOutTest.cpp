@@ -1,6 +1,7 @@
 /// What the screen reader is given.
 #include "Fixtures.h"
 #include "NetUtilAccessibility.h"
+#include "SpeechServer.h"
 #include "elm_flux.h"
 #include "vconf.h"
 
@@ -72,6 +73,29 @@ TEST_F(TheReadOut, SpeaksOneLineForEachChangeOfTheFocus)
     evas_object_del(m_window);
     EXPECT_EQ(spoken(), Lines()) << "of a window that is gone";
     unsetenv("ORBIS_SPEECH_LOG");
+}
+
+TEST_F(TheReadOut, EndsWithThePopupThatItIsOfWhileTheWindowStays)
+{
+    const std::string socket = std::string(getenv("HOME")) + "/speech-service";
+    setenv("SPEECHD_ADDRESS", ("unix_socket:" + socket).c_str(), 1);
+    const tv::SpeechServer service(socket);
+    vconf_set_int("db/menu/system/accessibility/screenreader", 1);
+    const auto hears = [&service](const std::string& last) {
+        return toolkit::runUntil([&] { return !service.told().empty() && service.told().back() == last; });
+    };
+    Evas_Object* below = popup({"Below"});
+    show(below);
+    ASSERT_TRUE(hears("> Below"));
+    // One without a button to read.
+    Evas_Object* above = popup({});
+    evas_object_show(above);
+    EXPECT_TRUE(hears("CANCEL SELF")) << "what is read is covered";
+    evas_object_hide(above);
+    ASSERT_TRUE(hears("> Below"));
+    evas_object_hide(below);
+    EXPECT_TRUE(hears("CANCEL SELF")) << "what is read is gone";
+    unsetenv("SPEECHD_ADDRESS");
 }
 
 } // namespace

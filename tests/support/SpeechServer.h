@@ -1,0 +1,61 @@
+/// Stands for the machine's speech service: takes what it is told, and says nothing.
+#ifndef TESSEL_TESTS_SPEECH_SERVER_H
+#define TESSEL_TESTS_SPEECH_SERVER_H
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tv {
+
+/// Listens in a thread of its own, so that it serves a test that is busy.
+class SpeechServer {
+public:
+    enum class Manner {
+        Answers,
+        IsSilent, ///< takes everything and never answers
+        Babbles, ///< answers what no speech service would
+        DiesInItsAnswer, ///< to a text: ends the conversation within a line
+    };
+
+    /// @param path  of its socket; one that is there already is replaced
+    /// @throws std::runtime_error when it cannot listen there
+    explicit SpeechServer(const std::string& path, Manner manner = Manner::Answers);
+    ~SpeechServer();
+    SpeechServer(const SpeechServer&) = delete;
+    SpeechServer& operator=(const SpeechServer&) = delete;
+
+    void setManner(Manner manner) { m_manner = manner; }
+    /// @return what it was told, in order: commands as they are written, and texts behind "> "; without what
+    ///         only begins or ends a conversation or a text
+    std::vector<std::string> told() const;
+    /// @return how often somebody came to it
+    int visits() const { return m_visits; }
+
+private:
+    struct Conversation {
+        std::string rest; ///< a line that has not ended yet
+        bool isText = false; ///< what comes is a text, up to a line with a dot
+    };
+
+    void serve();
+    bool takeFrom(int descriptor, Conversation& conversation);
+    std::string answerTo(const std::string& line, Conversation& conversation);
+
+    std::string m_path;
+    int m_listening = -1;
+    int m_end[2] = {-1, -1}; ///< a pipe that ends the thread
+    std::atomic<Manner> m_manner;
+    std::atomic<int> m_visits {0};
+    mutable std::mutex m_mutex; ///< of m_told
+    std::vector<std::string> m_told;
+    std::map<int, Conversation> m_conversations;
+    std::thread m_thread;
+};
+
+} // namespace tv
+
+#endif
