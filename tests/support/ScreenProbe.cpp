@@ -219,20 +219,20 @@ void on_drawn(void*, Evas* canvas, void*)
         s_pictures[canvas] = Picture::Done;
 }
 
-void on_canvasGone(void*, Evas* canvas, void*)
-{
-    s_pictures.erase(canvas);
-}
-
 void follow(Evas* canvas)
 {
-    if (!s_pictures.try_emplace(canvas, Picture::Done).second)
-        return;
     // Behind what the program does of its own when it is told the same.
     constexpr Evas_Callback_Priority kLast = 10 * EVAS_CALLBACK_PRIORITY_AFTER;
+    evas_event_callback_del(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing);
+    evas_event_callback_del(canvas, EVAS_CALLBACK_RENDER_POST, on_drawn);
     evas_event_callback_add(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing, nullptr);
     evas_event_callback_priority_add(canvas, EVAS_CALLBACK_RENDER_POST, kLast, on_drawn, nullptr);
-    evas_event_callback_add(canvas, EVAS_CALLBACK_FREE, on_canvasGone, nullptr);
+}
+
+bool isAwaited(const Evas* canvas)
+{
+    const auto entry = s_pictures.find(canvas);
+    return entry != s_pictures.end() && entry->second != Picture::Done && isShown(canvas);
 }
 
 /// Has a pixel of every visible window drawn again, and with it whatever else waits for that: the toolkit
@@ -241,6 +241,7 @@ Eina_Bool on_turn(void*)
 {
     if (s_waiting.empty()) {
         s_waiting.swap(s_arrived);
+        s_pictures.clear();
         for (Evas* canvas : canvases()) {
             follow(canvas);
             s_pictures[canvas] = isShown(canvas) ? Picture::Wanted : Picture::Done;
@@ -254,9 +255,8 @@ Eina_Bool on_turn(void*)
 Eina_Bool on_idle(void*)
 {
     // A window may go while its picture is waited for.
-    if (s_waiting.empty() || std::any_of(s_pictures.begin(), s_pictures.end(), [](const auto& entry) {
-            return entry.second != Picture::Done && isShown(entry.first);
-        }))
+    const auto all = canvases();
+    if (s_waiting.empty() || std::any_of(all.begin(), all.end(), isAwaited))
         return ECORE_CALLBACK_RENEW;
     // What the program told the window system when it had drawn is there before any key that follows.
     if (ecore_x_display_get())
