@@ -36,7 +36,7 @@ TEST_F(WithoutABus, ItLivesOnWhenTheBusDiesAndTheViewerStillGetsOut)
         << "the bus took the program with it";
     ASSERT_TRUE(box.setStartMode(99));
     EXPECT_TRUE(display().showsAnything());
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(box.program->endsWith(0));
     EXPECT_TRUE(box.program->logged("DBUS call failed: *")) << "the stop cannot have arrived";
     EXPECT_EQ(box.settings.getInt(tv::kStartMode), 5);

@@ -28,7 +28,7 @@ TEST_F(ADaemon, ThatIsUnwillingIsServedAndLeavesTheEndOrderly)
         ASSERT_TRUE(box.start());
         ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
         const size_t mark = box.program->mark();
-        display().key("Return");
+        EXPECT_TRUE(box.press({"Return"}));
         EXPECT_TRUE(endedByViewer(true));
         EXPECT_EQ(box.program->logged("DBUS call failed: *", mark), fault.isError);
         EXPECT_TRUE(
@@ -46,7 +46,7 @@ TEST_F(ADaemon, MayComeLater)
     box.daemon = std::make_unique<tv::Daemon>(bus);
     ASSERT_TRUE(waitUntil([&] { return box.daemon->findsUi(box.program->pid()); }));
     ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(box.program->endsWith(0));
     EXPECT_EQ(box.daemon->calls(), std::vector<std::string> {"StopTessel(true, false)"});
 }

@@ -42,14 +42,13 @@ INSTANTIATE_TEST_SUITE_P(, TheReadOutIn, testing::Values("en_US", "ar_AE"),
 
 TEST_P(TheReadOutIn, SaysWhatThePopupSaysInThisOrder)
 {
-    box.watchScreen();
     ASSERT_TRUE(box.settings.setText(tv::kLanguage, GetParam()));
     ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
     startWith(1);
     size_t count = 0;
     for (const tv::ShownRequest& request : tv::kRequests) {
         SCOPED_TRACE(request.method);
-        ASSERT_TRUE(box.show(request.method, request.texts));
+        ASSERT_TRUE(box.request(request.method, request.texts));
         ASSERT_TRUE(waitForUtterances(++count));
         const tv::Screen screen = box.screen();
         ASSERT_EQ(screen.cards.size(), 1U);
@@ -70,7 +69,7 @@ TEST_P(TheReadOutIn, SaysWhatThePopupSaysInThisOrder)
         EXPECT_EQ(said.find('<'), std::string::npos) << said;
     }
     // The countdown looks after the focus every second; that must not be heard.
-    ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
+    ASSERT_TRUE(box.request("ShowPinPopup", {"Anna's phone", "0042"}));
     ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [58]"));
     EXPECT_EQ(box.utterances().size(), count + 1);
 }
@@ -93,7 +92,7 @@ TEST_F(TheReadOut, FollowsTheFocus)
     ASSERT_TRUE(box.show("ShowMobileGuide", {"0042"}));
     ASSERT_TRUE(waitForUtterances(1));
     ASSERT_TRUE(box.program->waitForLog("Showing tooltip"));
-    display().key("Right");
+    ASSERT_TRUE(box.press({"Right"}));
     ASSERT_TRUE(waitForUtterances(2));
     const auto said = box.utterances();
     EXPECT_NE(said[1], said[0]) << "the other button was not named";

@@ -11,7 +11,6 @@ class Requests : public tv::TvTest {
 protected:
     void SetUp() override
     {
-        box.watchScreen();
         ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
         ASSERT_TRUE(box.start());
     }
@@ -79,8 +78,7 @@ TEST_F(Requests, ReplaceOneAnotherHoweverQuicklyTheyCome)
     EXPECT_TRUE(box.shows({}));
     sendAtOnce({hide, pin, failed, terms, {"ShowApListPopup", {}}});
     EXPECT_TRUE(box.shows({tv::kAccessPointsCard}));
-    ASSERT_TRUE(tv::waitUntil([&] { return display().hasKeys(box.program->pid()); }));
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(false)) << "one popup must have been left, and not the PIN";
 }
 
@@ -89,7 +87,7 @@ TEST_F(Requests, TakeAQuestionAlongAndAreNotDisturbedByASecondLaunch)
     for (const auto& [method, texts, card] : {tv::kNetworkTestRequest, tv::kSignInRequest}) {
         SCOPED_TRACE(method);
         ASSERT_TRUE(box.show(method, texts));
-        display().key("Return");
+        ASSERT_TRUE(box.press({"Return"}));
         const std::vector<tv::Card> asking {tv::below(card), tv::confirmation("Yes")};
         ASSERT_TRUE(box.shows(asking));
         const size_t mark = box.program->mark();
@@ -104,7 +102,7 @@ TEST_F(Requests, TakeAQuestionAlongAndAreNotDisturbedByASecondLaunch)
         EXPECT_TRUE(box.shows({tv::kAccessPointsCard}));
     }
     EXPECT_EQ(box.daemon->calls().size(), 1U);
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(false)) << "one press closes the hint";
     EXPECT_EQ(box.program->complaints(), Texts {});
 }

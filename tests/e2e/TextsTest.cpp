@@ -39,7 +39,7 @@ TEST_F(HostileTexts, NeitherCrashItNorLastBeyondTheirPopup)
     ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
     EXPECT_TRUE(display().waitForPicture([&](const tv::Picture& now) { return now == before; }))
         << display().settledPicture().differences(before) << " pixels differ from the first PIN popup";
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(true));
 }
 
@@ -53,7 +53,7 @@ TEST_F(HostileTexts, InTheSettingsDoNotKeepItFromStarting)
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(box.show("ShowMobileGuide", {"0042"}));
     ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-    display().key("Return");
+    EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(true));
 }
 
