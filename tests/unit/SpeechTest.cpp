@@ -45,7 +45,10 @@ Lines texts(const SpeechServer& service)
 TEST_F(Spoken, IsTheNewestOfWhatCameAtOnceAndWhatBeginsWithADot)
 {
     const SpeechServer service(m_socket);
-    Speech speech;
+    std::optional<Speech> owner(std::in_place);
+    Speech& speech = *owner;
+    speech.say({"first", "en"});
+    ASSERT_TRUE(waitUntil([&] { return texts(service).size() == 1; }));
     for (int i = 0; i < 1000; ++i) {
         speech.say({std::to_string(i), "en"});
         if (i % 3 == 0)
@@ -63,6 +66,11 @@ TEST_F(Spoken, IsTheNewestOfWhatCameAtOnceAndWhatBeginsWithADot)
         isSpeaking = isText || (isSpeaking && line != "CANCEL SELF");
     }
     EXPECT_EQ(told[told.size() - 3], "SET SELF LANGUAGE pt-br");
+    speech.say({"last", "en"});
+    ASSERT_TRUE(waitUntil([&] { return texts(service).back() == "> last"; }));
+    EXPECT_EQ(service.told()[told.size()], "CANCEL SELF") << "spoken over what is spoken";
+    owner.reset();
+    EXPECT_TRUE(waitUntil([&] { return service.told().back() == "CANCEL SELF"; })) << "it goes on without us";
 }
 
 TEST_F(Spoken, IsNothingOfWhatWasSilencedWhileTheServiceWasStuck)
