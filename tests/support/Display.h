@@ -50,6 +50,11 @@ public:
     bool showsAnything() const { return picture() != m_plain; }
     bool waitForPicture(const std::function<bool(const Picture&)>& condition) const;
 
+    /// Ends the window manager; windows stay as they are.
+    void stopManager() { m_manager.reset(); }
+    /// Starts the window manager that was ended. @throws std::runtime_error when it does not come up
+    void startManager();
+
     /// Starts a program on this display.
     std::unique_ptr<Process> start(const std::vector<std::string>& arguments) const;
 
@@ -57,7 +62,6 @@ private:
     std::optional<std::string> control(std::vector<std::string> arguments) const;
     std::vector<std::string> environment() const;
     void startServer();
-    void startManager();
 
     Folders m_folders;
     std::unique_ptr<Process> m_server;

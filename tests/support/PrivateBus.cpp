@@ -1,6 +1,5 @@
 #include "PrivateBus.h"
 
-#include <csignal>
 #include <stdexcept>
 
 namespace tv {
@@ -32,9 +31,15 @@ std::string configuration(const std::string& socket)
 } // namespace
 
 PrivateBus::PrivateBus()
+    : m_address("unix:path=" + (m_folders.root() / "bus").string())
+{
+    writeFile(m_folders.root() / "bus.conf", configuration((m_folders.root() / "bus").string()));
+    restart();
+}
+
+void PrivateBus::restart()
 {
     const auto file = m_folders.root() / "bus.conf";
-    writeFile(file, configuration((m_folders.root() / "bus").string()));
     m_process =
         std::make_unique<Process>(std::vector<std::string> {"dbus-daemon", "--config-file=" + file.string(),
                                       "--nofork", "--nopidfile", "--print-address=1"},
@@ -42,7 +47,6 @@ PrivateBus::PrivateBus()
     if (!waitUntil([this] { return !m_process->output().empty() || !m_process->running(); })
         || m_process->output().empty())
         throw std::runtime_error("the private bus did not start");
-    m_address = m_process->output().front();
 }
 
 void PrivateBus::kill()

@@ -5,6 +5,8 @@
 #include "Folders.h"
 #include "Process.h"
 
+#include <csignal>
+
 namespace tv {
 
 class PrivateBus {
@@ -12,9 +14,15 @@ public:
     /// @throws std::runtime_error when the bus does not come up
     PrivateBus();
 
+    /// Stays the same when the bus is started again.
     const std::string& address() const { return m_address; }
     /// Ends the bus at once, as a crash would; returns when it is gone.
     void kill();
+    /// Starts the bus that was killed, at the same place. @throws std::runtime_error
+    void restart();
+    /// Lets the bus take connections and messages but answer nothing, until it goes on.
+    void stall() { m_process->signal(SIGSTOP); }
+    void goOn() { m_process->signal(SIGCONT); }
 
 private:
     Folders m_folders;

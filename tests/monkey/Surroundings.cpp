@@ -1,0 +1,97 @@
+/// What the monkey does to the world around the program.
+#include "World.h"
+
+#include <filesystem>
+
+namespace monkey {
+
+namespace {
+
+constexpr const char* kGone = ".gone";
+
+} // namespace
+
+void World::answer(const std::string& method, tv::Answer how)
+{
+    if (!box.daemon)
+        return;
+    box.daemon->answer(method, how);
+    m_daemonIsWilling = m_daemonIsWilling && (how == tv::Answer::Zero || how == tv::Answer::Refusal);
+    if (how == tv::Answer::Zero)
+        m_daemonIsWilling = true;
+}
+
+void World::removeDaemon()
+{
+    box.daemon.reset();
+}
+
+/// One that has left the bus in the midst of an answer counts as gone, too.
+void World::bringDaemon()
+{
+    if (!m_busIsUp)
+        return;
+    box.daemon.reset();
+    box.daemon = std::make_unique<tv::Daemon>(m_bus.address());
+    m_daemonIsWilling = true;
+}
+
+void World::killBus()
+{
+    if (!m_busIsUp)
+        return;
+    box.daemon.reset();
+    m_bus.kill();
+    m_busIsUp = false;
+}
+
+void World::bringBus()
+{
+    if (m_busIsUp)
+        return;
+    m_bus.restart();
+    m_busIsUp = true;
+    bringDaemon();
+    if (!isRunning() || m_mayEnd)
+        return;
+    const bool isBack =
+        tv::waitUntil([this] { return !isRunning() || box.daemon->findsUi(box.program->pid()); });
+    if (!isBack)
+        throw Fault("the bus is back, and the program does not come back to it");
+}
+
+void World::removeFolder(const std::string& name)
+{
+    const std::filesystem::path folder = box.folders.root() / name;
+    std::error_code ignored;
+    std::filesystem::remove_all(folder.string() + kGone, ignored);
+    std::filesystem::rename(folder, folder.string() + kGone, ignored);
+    m_folderWasGone = true;
+}
+
+void World::bringFolders()
+{
+    for (const auto& folder : {box.folders.state(), box.folders.runtime()}) {
+        std::error_code ignored;
+        const std::filesystem::path gone = folder.string() + kGone;
+        if (!std::filesystem::exists(gone))
+            continue;
+        std::filesystem::remove_all(folder, ignored);
+        std::filesystem::rename(gone, folder, ignored);
+    }
+}
+
+void World::stopManager()
+{
+    m_display.stopManager();
+    m_managerIsUp = false;
+}
+
+void World::bringManager()
+{
+    if (!m_managerIsUp)
+        m_display.startManager();
+    m_managerIsUp = true;
+}
+
+} // namespace monkey
