@@ -28,6 +28,9 @@ public:
     /// @return the newest, handed back to the caller; null when there is none
     Evas_Object* pop();
 
+    /// Takes them off the screen.
+    void hide() const;
+
 private:
     std::vector<Evas_Object*> m_popups;
 };

@@ -45,6 +45,7 @@ public:
     static int power(int base, int exponent);
 
 private:
+    void leaveScreen();
     bool addTexts(std::string& speech);
     void buildLayouts();
     void discardPopup();
@@ -63,6 +64,7 @@ private:
     Evas_Object* m_focusTarget = nullptr; ///< never set: the button has the focus as the popup's own
     std::int32_t m_focusTicks = 0;
     SupersededConfirmations m_superseded;
+    bool m_isAnswered = false; ///< with Yes; clicks that were queued behind it do nothing
 };
 
 } // namespace TesselUI

@@ -22,7 +22,8 @@ enum TSPOPUP_TYPE {
 };
 
 /// One popup, six contents. Every content but the guide gives up after a countdown of one-second ticks and
-/// asks for a stop; a button closes the popup, ends the main loop and asks for a stop, in this order. The
+/// asks for a stop; a button closes the popup, ends the main loop and asks for a stop, in this order. It is
+/// answered once: further clicks do nothing. The
 /// manager makes it, calls setMesg() and show(), and deletes it. Main loop only.
 class PinPopup : public CNetworkPopup {
 public:
@@ -87,6 +88,7 @@ private:
     std::string m_mobileName;
     UIManager* m_manager; ///< borrowed
     bool m_keepFocus = false;
+    bool m_isAnswered = false; ///< by a button; clicks that were queued behind it do nothing
     Ecore_Timer* m_tooltipTimer = nullptr; ///< owned; ends by itself after one tick
 };
 

@@ -43,6 +43,7 @@ public:
     static void noBtnCb(void* data, Evas_Object* obj, void* event_info);
 
 private:
+    void leaveScreen();
     Evas_Object* m_window; ///< borrowed; all other objects are owned
     std::string m_mobileName;
     std::string m_loginId;
@@ -55,6 +56,7 @@ private:
     Evas_Object* m_dimBase = nullptr;
     std::string m_speechText;
     SupersededConfirmations m_superseded;
+    bool m_isAnswered = false; ///< with Yes; clicks that were queued behind it do nothing
 };
 
 } // namespace TesselUI

@@ -41,6 +41,7 @@ private:
     Evas_Object* m_noButton = nullptr;
     Evas_Object* m_contentLayout = nullptr;
     Evas_Object* m_textBox = nullptr;
+    bool m_isAnswered = false; ///< with Yes; clicks that were queued behind it do nothing
 };
 
 } // namespace TesselUI

@@ -58,4 +58,10 @@ Evas_Object* SupersededConfirmations::pop()
     return newest;
 }
 
+void SupersededConfirmations::hide() const
+{
+    for (Evas_Object* popup : m_popups)
+        evas_object_hide(popup);
+}
+
 } // namespace TesselUI

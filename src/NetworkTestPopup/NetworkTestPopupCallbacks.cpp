@@ -2,6 +2,7 @@
 
 #include "NetworkTestPopup.h"
 
+#include "Guard.h"
 #include "Log.h"
 #include "TesselUI.h"
 
@@ -47,37 +48,65 @@ void CNetwokTestPopup::bindFocusToOneObject(Evas_Object* obj)
     elm_object_focus_set(obj, EINA_TRUE);
 }
 
-void CNetwokTestPopup::cancelBtnCB(void* data, Evas_Object*, void*)
+/// The window takes the picture along when no popup is up any more.
+void CNetwokTestPopup::leaveScreen()
 {
+    m_superseded.hide();
+    for (Evas_Object* object : {m_cancelPopup, m_popup, m_dimBase}) {
+        if (object)
+            evas_object_hide(object);
+    }
+    if (m_window)
+        elm_win_lower(m_window);
+}
+
+void CNetwokTestPopup::cancelBtnCB(void* data, Evas_Object*, void*)
+try {
     LOGI("clicked on cancelBtnCB");
     auto* popup = static_cast<CNetwokTestPopup*>(data);
     if (!popup) {
         LOGE("User Data is NULL, can not proceed");
         return;
     }
+    if (popup->m_isAnswered)
+        return;
     popup->m_superseded.push(
         std::exchange(popup->m_cancelPopup, addCancelConfirmation(popup->m_box, yesBtnCB, noBtnCb, popup)));
+} catch (...) {
+    logCaught(__func__);
 }
 
-/// The exit is asked for before the stop; the popups go with the application.
-void CNetwokTestPopup::yesBtnCB(void*, Evas_Object*, void*)
-{
+/// The stop blocks until the daemon answers, so the screen is given back and the exit asked for before it.
+/// The popups themselves go with the application.
+void CNetwokTestPopup::yesBtnCB(void* data, Evas_Object*, void*)
+try {
+    auto* popup = static_cast<CNetwokTestPopup*>(data);
+    if (popup && std::exchange(popup->m_isAnswered, true))
+        return;
     LOGI("clicked on CloseBtnCB");
     LOGI("Close Popups, stop Tessel, exit from App");
+    if (popup)
+        popup->leaveScreen();
     elm_exit();
     CTesselUI::stopTesselRequest(true, false);
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CNetwokTestPopup::noBtnCb(void* data, Evas_Object*, void*)
-{
+try {
     LOGI("clicked on NoBtnCB");
     auto* popup = static_cast<CNetwokTestPopup*>(data);
     if (!popup) {
         LOGE("User Data is NULL, can not delete cancel PopUp");
         return;
     }
+    if (popup->m_isAnswered)
+        return;
     if (Evas_Object* answered = std::exchange(popup->m_cancelPopup, popup->m_superseded.pop()))
         evas_object_del(answered);
+} catch (...) {
+    logCaught(__func__);
 }
 
 char* CNetwokTestPopup::func(char* text)

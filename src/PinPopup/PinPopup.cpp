@@ -2,6 +2,7 @@
 
 #include "PinPopup.h"
 
+#include "Guard.h"
 #include "Log.h"
 #include "TesselUI.h"
 #include "UIManager.h"
@@ -56,6 +57,7 @@ void PinPopup::setMesg(std::string& message, std::string& mobileName)
 void PinPopup::show()
 {
     m_keepFocus = true;
+    m_isAnswered = false;
     if (m_type == TS_POPUP_PIN)
         showPinText();
     else if (m_type == TS_POPUP_GUIDE)
@@ -108,6 +110,8 @@ void PinPopup::markReady()
 /// The exit is asked for before the stop, which blocks until the daemon answers: the loop ends right after.
 void PinPopup::t_CenterButtonClicked()
 {
+    if (std::exchange(m_isAnswered, true))
+        return;
     LOGI("Close Button Clicked");
     m_keepFocus = false;
     deleteTimer();
@@ -121,6 +125,8 @@ void PinPopup::t_CenterButtonClicked()
 
 void PinPopup::t_Button2Clicked()
 {
+    if (std::exchange(m_isAnswered, true))
+        return;
     LOGI("Close Button Clicked");
     m_keepFocus = false;
     hide();
@@ -133,13 +139,16 @@ void PinPopup::t_Button2Clicked()
 /// The next popup deletes this one, which must not happen under the button's own click.
 void PinPopup::t_Button1Clicked()
 {
+    if (m_isAnswered && !m_pendingJob)
+        return; // closed already
+    m_isAnswered = true;
     LOGI("Clos Button Clicked");
     m_keepFocus = false;
     m_pendingJob.reset(ecore_job_add(m_OnIdleTimeout, this));
 }
 
 void PinPopup::m_OnIdleTimeout(void* data)
-{
+try {
     LOGI("START");
     auto* popup = static_cast<PinPopup*>(data);
     UIManager* manager = popup->m_manager;
@@ -149,6 +158,8 @@ void PinPopup::m_OnIdleTimeout(void* data)
     if (manager)
         manager->showApListPopup();
     LOGI("END");
+} catch (...) {
+    logCaught(__func__);
 }
 
 void PinPopup::t_OnKeyDown(void*)
@@ -157,12 +168,15 @@ void PinPopup::t_OnKeyDown(void*)
 }
 
 Eina_Bool PinPopup::ToolTimerCB(void* data)
-{
+try {
     LOGI("ToolTimerCB");
     if (auto* popup = static_cast<PinPopup*>(data)) {
         popup->m_tooltipTimer = nullptr;
         popup->ShowToolTip();
     }
+    return ECORE_CALLBACK_CANCEL;
+} catch (...) {
+    logCaught(__func__);
     return ECORE_CALLBACK_CANCEL;
 }
 

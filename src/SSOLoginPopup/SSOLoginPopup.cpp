@@ -1,5 +1,6 @@
 #include "SSOLoginPopup.h"
 
+#include "Guard.h"
 #include "Handles.h"
 #include "Log.h"
 #include "Objects.h"
@@ -179,37 +180,65 @@ char* CSSOPopup::addLTRMarker(char* text)
     return strdup(marked);
 }
 
-void CSSOPopup::cancelBtnCB(void* data, Evas_Object*, void*)
+/// The window takes the picture along when no popup is up any more.
+void CSSOPopup::leaveScreen()
 {
+    m_superseded.hide();
+    for (Evas_Object* object : {m_cancelPopup, m_popup, m_dimBase}) {
+        if (object)
+            evas_object_hide(object);
+    }
+    if (m_window)
+        elm_win_lower(m_window);
+}
+
+void CSSOPopup::cancelBtnCB(void* data, Evas_Object*, void*)
+try {
     LOGI("clicked on cancelBtnCB");
     auto* popup = static_cast<CSSOPopup*>(data);
     if (!popup)
         return;
     if (popup->m_popup)
         elm_object_signal_emit(popup->m_popup, "theme,dimmed,percent,50", "");
+    if (popup->m_isAnswered)
+        return;
     popup->m_superseded.push(
         std::exchange(popup->m_cancelPopup, addCancelConfirmation(popup->m_box, yesBtnCB, noBtnCb, popup)));
+} catch (...) {
+    logCaught(__func__);
 }
 
-/// The exit is asked for before the stop; the popups go with the application.
-void CSSOPopup::yesBtnCB(void*, Evas_Object*, void*)
-{
+/// The stop blocks until the daemon answers, so the screen is given back and the exit asked for before it.
+/// The popups themselves go with the application.
+void CSSOPopup::yesBtnCB(void* data, Evas_Object*, void*)
+try {
+    auto* popup = static_cast<CSSOPopup*>(data);
+    if (popup && std::exchange(popup->m_isAnswered, true))
+        return;
     LOGI("clicked on CloseBtnCB ");
     LOGI("Close Popups, stop Tessel, exit from App");
+    if (popup)
+        popup->leaveScreen();
     elm_exit();
     CTesselUI::stopTesselRequest(true, false);
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CSSOPopup::noBtnCb(void* data, Evas_Object*, void*)
-{
+try {
     LOGI("clicked on NoBtnCB");
     auto* popup = static_cast<CSSOPopup*>(data);
     if (!popup)
         return;
     if (popup->m_popup)
         elm_object_signal_emit(popup->m_popup, "theme,undim", "");
+    if (popup->m_isAnswered)
+        return;
     if (Evas_Object* answered = std::exchange(popup->m_cancelPopup, popup->m_superseded.pop()))
         evas_object_del(answered);
+} catch (...) {
+    logCaught(__func__);
 }
 
 } // namespace TesselUI

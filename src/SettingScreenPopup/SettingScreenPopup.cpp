@@ -1,5 +1,6 @@
 #include "SettingScreenPopup.h"
 
+#include "Guard.h"
 #include "Log.h"
 #include "Objects.h"
 #include "ProgressParts.h"
@@ -47,6 +48,7 @@ SettingScreenPopup::~SettingScreenPopup()
 void SettingScreenPopup::show()
 {
     LOGI("START");
+    m_isAnswered = false;
     setTitle(translated("COM_TV_SID_TESSEL"));
     m_contentText = translated(kInforming);
     m_addContentArea(m_contentText);
@@ -136,35 +138,51 @@ void SettingScreenPopup::setText(const char* id)
 }
 
 void SettingScreenPopup::m_OnCancelButtonClicked(void* data, Evas_Object*, void*)
-{
+try {
     auto* popup = static_cast<SettingScreenPopup*>(data);
-    if (!popup)
+    if (!popup || popup->m_isAnswered)
         return;
     LOGI("START");
     popup->m_RemoveCancelButton();
     popup->setText(kConfirming);
     popup->m_AddYesNoButton();
     LOGI("END");
+} catch (...) {
+    logCaught(__func__);
 }
 
 void SettingScreenPopup::m_OnNoButtonClicked(void* data, Evas_Object*, void*)
-{
+try {
     auto* popup = static_cast<SettingScreenPopup*>(data);
-    if (!popup)
+    if (!popup || popup->m_isAnswered)
         return;
     LOGI("START");
     popup->m_RemoveYesNoButton();
     popup->setText(kInforming);
     popup->m_AddCancelButton();
     LOGI("END");
+} catch (...) {
+    logCaught(__func__);
 }
 
-void SettingScreenPopup::m_OnYesButtonClicked(void*, Evas_Object*, void*)
-{
+/// The stop blocks until the daemon answers, so the screen is given back before it; the window takes the
+/// picture along when no popup is up any more.
+void SettingScreenPopup::m_OnYesButtonClicked(void* data, Evas_Object*, void*)
+try {
+    auto* popup = static_cast<SettingScreenPopup*>(data);
+    if (popup && std::exchange(popup->m_isAnswered, true))
+        return;
     LOGI("START");
+    if (popup) {
+        evas_object_hide(popup->m_popup);
+        if (popup->m_window)
+            elm_win_lower(popup->m_window);
+    }
     elm_exit();
     CTesselUI::stopTesselRequest(true, false);
     LOGI("END");
+} catch (...) {
+    logCaught(__func__);
 }
 
 } // namespace TesselUI

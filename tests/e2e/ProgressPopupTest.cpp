@@ -33,4 +33,42 @@ TEST_P(AProgressPopup, StaysUntilAnsweredAndIsNotCancelledByAKeyThatIsHeld)
     EXPECT_EQ(box.daemon->calls().size(), 1U);
 }
 
+class AnAnsweredQuestion : public tv::TvTest { };
+
+TEST_F(AnAnsweredQuestion, LeavesTheScreenBeforeTheDaemonAnswersAndIsAnsweredOnce)
+{
+    for (const char* method : {"ShowNetworkTest", "ShowSSOLoginPopup", "owned"}) {
+        SCOPED_TRACE(method);
+        box.daemon->forget();
+        box.daemon->answer("StopTessel", tv::Answer::Held);
+        ASSERT_TRUE(box.settings.setInt(tv::kStartMode, 0) && box.settings.setInt(tv::kOwned, 0));
+        box.watchScreen();
+        ASSERT_TRUE(box.start());
+        const bool isOwned = method == std::string("owned");
+        if (isOwned)
+            ASSERT_TRUE(box.settings.setInt(tv::kOwned, 1));
+        else
+            ASSERT_TRUE(box.request(method, {"Anna's phone", "Attic"}));
+        ASSERT_TRUE(tv::waitUntil([&] { return display().hasKeys(box.program->pid()); }));
+        display().settledPicture();
+        display().key("Return");
+        ASSERT_TRUE(tv::waitUntil([&] {
+            const auto cards = box.screen().cards;
+            return !cards.empty() && cards.back().buttons.size() == 2;
+        }));
+        display().settledPicture();
+        if (isOwned)
+            display().key("Left");
+        display().key("Return");
+
+        ASSERT_TRUE(tv::waitUntil([&] { return box.daemon->received("StopTessel(true, false)"); }));
+        EXPECT_TRUE(box.screenIsPlain());
+        EXPECT_FALSE(box.program->logged("Stopping Tessel")) << "the call was to be held";
+        display().key("Return");
+        box.daemon->release();
+        EXPECT_TRUE(endedByViewer(false));
+        box.program.reset();
+    }
+}
+
 } // namespace

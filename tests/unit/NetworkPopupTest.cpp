@@ -3,6 +3,8 @@
 #include "Fixtures.h"
 #include "NetUtilAccessibility.h"
 
+#include <stdexcept>
+
 namespace {
 
 using TesselUI::CNetworkPopup;
@@ -110,6 +112,18 @@ TEST_F(ANetworkPopup, MayBeDeletedInItsOwnCallbacks)
         EXPECT_EQ(journal::count("T popup deleted"), 1) << first;
         EXPECT_EQ(toolkit::topPopup(m_window), nullptr) << first;
     }
+}
+
+TEST_F(ANetworkPopup, PassesNoExceptionOnToTheToolkit)
+{
+    m_popup->onTick = []() -> Eina_Bool { throw std::runtime_error("tick"); };
+    m_popup->onClick = [] { throw std::runtime_error("click"); };
+    m_popup->show();
+    toolkit::settle();
+    toolkit::press(m_window, "Return");
+    EXPECT_TRUE(journal::has("E on_Button1Clicked gave up: click"));
+    toolkit::advance(3);
+    EXPECT_EQ(journal::count("E m_TimerCB gave up: tick"), 3) << "a tick that fails ends the countdown";
 }
 
 TEST_F(ANetworkPopup, EndsInAnyOrder)

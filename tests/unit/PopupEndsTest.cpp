@@ -74,12 +74,67 @@ INSTANTIATE_TEST_SUITE_P(Of, AClosedPopup,
                 "I Close Popups, stop Tessel, exit from App"},
             "1"},
         End {"NetworkTest", TESSEL_VCONF, R"({"page":"wifi","ssid":"Attic"})", {"Return", "Return"},
-            {"I clicked on CloseBtnCB", "I Close Popups, stop Tessel, exit from App"}, "none"},
+            {"I clicked on CloseBtnCB", "I Close Popups, stop Tessel, exit from App", "T lower",
+                "T window hidden"},
+            "none"},
         End {"SignIn", TESSEL_VCONF, R"({"page":"sso","account":"anna"})", {"Return", "Return"},
-            {"I clicked on CloseBtnCB ", "I Close Popups, stop Tessel, exit from App"}, "none"},
-        End {
-            "SettingScreen", DEVICE_OWNED_VCONF, nullptr, {"Return", "Left", "Return"}, {"I START"}, "none"}),
+            {"I clicked on CloseBtnCB ", "I Close Popups, stop Tessel, exit from App", "T lower",
+                "T window hidden"},
+            "none"},
+        End {"SettingScreen", DEVICE_OWNED_VCONF, nullptr, {"Return", "Left", "Return"},
+            {"I START", "T popup hidden", "T lower", "T window hidden"}, "none"},
+        End {"Guide", TESSEL_VCONF, R"({"page":"mobileDetection","pin":"0042"})", {"Right", "Return"},
+            {"I Close Button Clicked", "T popup hidden", "T lower", "T window hidden",
+                "I Close Popups, stop Tessel, exit from App"},
+            "none"}),
     [](const auto& end) { return end.param.name; });
+
+TEST_F(AClosedPopup, IsAnsweredOnce)
+{
+    const struct {
+        const char* json;
+        size_t slot; ///< the button that closes it
+        bool asks; ///< whether it asks first
+    } popups[] = {
+        {R"({"page":"pin","pin":"0042"})", 0, false},
+        {R"({"page":"mobileDetection"})", 1, false},
+        {R"({"page":"wifi","ssid":"Attic"})", 0, true},
+        {R"({"page":"sso","account":"anna"})", 0, true},
+    };
+    size_t stops = 1;
+    for (const auto& [json, slot, asks] : popups) {
+        SCOPED_TRACE(json);
+        if (m_window)
+            vconf_set_str(TESSEL_VCONF, json);
+        else
+            request(TESSEL_VCONF, json);
+        toolkit::s_onExit = nullptr;
+        CTesselUI::m_OnMethodPopup(nullptr, nullptr);
+        toolkit::settle();
+        const auto own = toolkit::topPopup(m_window)->buttons;
+        auto answers = own;
+        if (asks) {
+            toolkit::click(own[0]);
+            answers = toolkit::topPopup(m_window)->buttons;
+        }
+        journal::clear();
+        toolkit::click(answers.at(asks ? 0 : slot));
+        for (int round = 0; round < 2; ++round) { // clicks that were queued behind the answer
+            for (Evas_Object* button : answers)
+                toolkit::click(button);
+            for (Evas_Object* button : own)
+                toolkit::click(button);
+            toolkit::settle();
+        }
+        EXPECT_EQ(journal::count("T exit"), 1);
+        EXPECT_EQ(journal::count("I Stop Tessel"), 1);
+        EXPECT_FALSE(journal::has("I Show APList popup"));
+        toolkit::advance(70);
+        EXPECT_EQ(journal::count("I ++PBC Timer Entered [60]"), 0) << "the countdown goes on";
+        EXPECT_FALSE(journal::has("I PBC Timer expires"));
+        EXPECT_EQ(told(++stops).back(), "StopTessel true false");
+    }
+}
 
 TEST_F(AClosedPopup, DropsTheGuidesPendingJobWhenItIsReplacedFirst)
 {

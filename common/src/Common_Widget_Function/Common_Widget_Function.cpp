@@ -1,5 +1,6 @@
 #include "Common_Widget_Function.h"
 
+#include "Guard.h"
 #include "Log.h"
 #include "Paths.h"
 #include "Tessel_Conn_Comm_Func.h"
@@ -84,7 +85,7 @@ void MouseIn_Focus_cb(void*, Evas*, Evas_Object* object, void*)
 }
 
 void HandleReturnExitKey(void*, Evas*, Evas_Object*, void* eventInfo)
-{
+try {
     const auto* event = static_cast<Evas_Event_Key_Down*>(eventInfo);
     const std::string key = event && event->keyname ? event->keyname : "";
     if (key == "XF86Back") {
@@ -94,6 +95,8 @@ void HandleReturnExitKey(void*, Evas*, Evas_Object*, void* eventInfo)
         ExitFromTS();
         LOGD("Return Key is Pressed,Exiting...");
     }
+} catch (...) {
+    TesselUI::logCaught(__func__);
 }
 
 /// Points @p object at @p target, which may be null: that direction then has none.

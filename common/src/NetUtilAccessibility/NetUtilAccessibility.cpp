@@ -1,5 +1,6 @@
 #include "NetUtilAccessibility.h"
 
+#include "Guard.h"
 #include "Handles.h"
 #include "Log.h"
 
@@ -78,7 +79,7 @@ void delaccessObject()
 }
 
 char* access_info_cb_widget(void* data, Evas_Object*)
-{
+try {
     s_info = static_cast<AccessibilityInfo*>(data);
     if (!s_info) {
         LOGE("memory allocated failed\n");
@@ -89,6 +90,9 @@ char* access_info_cb_widget(void* data, Evas_Object*)
     char* text = access_cb_func(s_info->text1, s_info->text2, s_info->flag);
     s_info->flag = false;
     return text;
+} catch (...) {
+    TesselUI::logCaught(__func__);
+    return nullptr;
 }
 
 char* access_cb_func(const char* text1, const char* text2, bool flag)
