@@ -13,7 +13,8 @@ class CTesselUI;
 
 /// Tells the setup daemon that the program's own service is up, and that the viewer stopped the set-up.
 /// Owned by CTesselUI; main loop only. Its calls are synchronous and block the loop until the daemon answers
-/// or the bus library's time-out (25 seconds) is over. Failures are logged and end there.
+/// or the bus library's time-out (25 seconds) is over. Failures are logged and end there; a connection that
+/// is closed later is reported through CTesselUI::busClosed(), and this object stays without one.
 class TesselDbusClient {
 public:
     /// Opens the system bus and asks for a proxy of the daemon; the outcome reaches
@@ -37,10 +38,13 @@ public:
 private:
     static void proxyNewCallback(GObject* source, GAsyncResult* result, void* user_data);
 
+    static void on_closed(GDBusConnection* connection, gboolean vanished, GError* error, void* user_data);
+
     GDBusConnection* m_connection = nullptr; ///< owned
     GDBusProxy* m_proxy = nullptr; ///< owned; null until the proxy is ready
     CTesselUI* m_app; ///< borrowed
     int m_reserved = 0;
+    unsigned long m_closedHandler = 0; ///< on the connection
     Cookie<TesselDbusClient> m_cookie;
 };
 

@@ -11,6 +11,7 @@
 
 namespace TesselUI {
 
+class BusReturn;
 class CTesselUIDbus;
 class TesselDbusClient;
 class UIManager;
@@ -67,6 +68,9 @@ public:
     /// in place of an earlier one.
     void dbusClientObjectCreated(bool created);
 
+    /// The connection of the client was closed. Once the bus is back, a fresh client starts all over.
+    void busClosed();
+
     /// The program's own service is on the bus, or could not get there; the daemon is told.
     void dbusServerStarted(bool started);
 
@@ -77,10 +81,15 @@ private:
     CTesselUI();
     ~CTesselUI();
 
+    void makeClient();
+    void startAgain();
+    void serveRequest();
+
     TesselDbusClient* m_pDbusClient; ///< owned
     CTesselUIDbus* m_pUIDbus; ///< owned; null until the client is ready
     std::shared_ptr<UIManager> m_pUIManager;
     Json::Value m_root; ///< the last request
+    std::unique_ptr<BusReturn> m_busReturn; ///< while the bus is gone
 
     static CTesselUI* m_pInstance;
 };

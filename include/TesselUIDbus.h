@@ -1,6 +1,7 @@
 /// The program's own service on the system bus.
 #pragma once
 
+#include "CallQueue.h"
 #include "Cookie.h"
 
 #include <gio/gio.h>
@@ -14,8 +15,9 @@ class UIManager;
 
 /// Owns the name "com.norvale.orbis.tessel.ui" and the object through which the setup daemon shows and hides
 /// popups; path and interface come from the introspection file. Owned by CTesselUI, shares its UIManager.
-/// Every call is answered "(i)" 0. Main loop only; failures are logged, a failed registration is also
-/// reported through CTesselUI::dbusServerStarted(false).
+/// Every call is answered "(i)" 0, in the order of arrival; one that is not served any more when the object
+/// goes is refused. Main loop only; failures are logged, a failed registration is also reported through
+/// CTesselUI::dbusServerStarted(false).
 class CTesselUIDbus {
 public:
     /// @param manager  shared
@@ -30,6 +32,10 @@ public:
 
     /// (Re)acquires the bus name; the object is registered once the bus is there.
     void connectDbus();
+
+    /// Goes on with the name and the unserved calls of @p former, which this object replaces, so that the
+    /// name is never without an owner.
+    void takeOver(CTesselUIDbus& former);
 
     /// Gives name, object and connection back; harmless a second time. @return true
     bool destroy();
@@ -47,7 +53,15 @@ public:
 private:
     static const GDBusInterfaceVTable m_InterfaceVtable;
 
+    static void on_nameNotGranted(GDBusConnection* connection, const char* name, void* user_data);
+    static void on_closed(GDBusConnection* connection, gboolean vanished, GError* error, void* user_data);
+
     unsigned int registerObject();
+    void setConnection(GDBusConnection* connection);
+    void askForName();
+    void giveNameBack();
+    void serve(GDBusMethodInvocation* call);
+    void callManager(const char* method, GVariant* parameters);
 
     std::shared_ptr<UIManager> m_pUIManager;
     CTesselUI* m_app; ///< borrowed
@@ -57,6 +71,9 @@ private:
     GDBusConnection* m_acquired = nullptr; ///< referenced: the name-owning machinery may let go first
     GDBusConnection* m_connection = nullptr; ///< owned
     GObject* m_reserved = nullptr; ///< owned, never set here
+    bool m_holdsName = false; ///< asked for by this object, so it is the one to release it
+    unsigned long m_closedHandler = 0; ///< on m_acquired; 0 for none
+    CallQueue m_calls;
     Cookie<CTesselUIDbus> m_cookie;
 };
 

@@ -1,11 +1,16 @@
 /// Popup requests that the daemon writes as JSON into a settings key.
 
+#include "PopupRequest.h"
+
+#include "Bounded.h"
+#include "Guard.h"
 #include "Handles.h"
 #include "Log.h"
 #include "TesselUI.h"
 #include "UIManager.h"
 
-#include <exception>
+#include <new>
+#include <stdexcept>
 #include <string>
 
 namespace TesselUI {
@@ -47,22 +52,27 @@ constexpr PageRow kPages[] = {
         "Failed Popup Shown"},
 };
 
-/// @return whether @p text is JSON; @p root then holds it. Nesting deeper than the library takes counts as
-///         not JSON.
-bool parse(const std::string& text, Json::Value& root)
+} // namespace
+
+bool parseRequest(std::string_view text, Json::Value& root)
 {
+    if (text.size() > kLongestRequest) {
+        root = Json::Value();
+        return false;
+    }
     const Json::CharReaderBuilder builder;
     const std::unique_ptr<Json::CharReader> reader {builder.newCharReader()};
     std::string errors;
     try {
         return reader->parse(text.data(), text.data() + text.size(), &root, &errors);
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
+        root = Json::Value();
+        throw;
+    } catch (const std::exception&) { // nested too deeply
         root = Json::Value();
         return false;
     }
 }
-
-} // namespace
 
 std::string CTesselUI::GetJsonData(std::string key)
 {
@@ -73,34 +83,42 @@ std::string CTesselUI::GetJsonData(std::string key)
         LOGI("Data is empty %s", key.c_str());
         return {};
     }
-    return value.isConvertibleTo(Json::stringValue) ? value.asString() : std::string();
+    return value.isConvertibleTo(Json::stringValue) ? std::string(bounded(value.asString())) : std::string();
 }
 
 void CTesselUI::m_OnMethodPopup(keynode_t*, void*)
-{
+try {
     LOGI("");
     const MallocStr value {vconf_get_str(TESSEL_VCONF)};
     if (!value) {
         LOGE("No value in VCONF");
         return;
     }
-    const std::string text = value.get();
-    LOGD("Vconf for POPUP TESSEL: [%s]", text.c_str());
+    const std::string_view text = value.get();
+    const std::string logged(bounded(text));
+    LOGD("Vconf for POPUP TESSEL: [%s]", logged.c_str());
     CTesselUI* instance = getInstance();
     if (!instance)
         return;
-    const bool parsed = parse(text, instance->m_root);
-    LOGI("parsingSuccessful[%s]  root [%s] ", parsed ? "true" : "false", text.c_str());
-    if (!parsed)
-        return;
-    const std::string page = instance->GetJsonData("page");
+    const bool parsed = parseRequest(text, instance->m_root);
+    LOGI("parsingSuccessful[%s]  root [%s] ", parsed ? "true" : "false", logged.c_str());
+    if (parsed)
+        instance->serveRequest();
+} catch (...) {
+    logCaught(__func__);
+}
+
+/// Shows what m_root asks for, if anything.
+void CTesselUI::serveRequest()
+{
+    const std::string page = GetJsonData("page");
     for (const PageRow& row : kPages) {
         if (page != row.page)
             continue;
         LOGI("%s", row.matched);
-        std::string first = row.first ? instance->GetJsonData(row.first) : std::string();
-        std::string second = row.second ? instance->GetJsonData(row.second) : std::string();
-        CTesselUI* shown = getInstance();
+        std::string first = row.first ? GetJsonData(row.first) : std::string();
+        std::string second = row.second ? GetJsonData(row.second) : std::string();
+        const CTesselUI* shown = getInstance();
         if (shown && shown->m_pUIManager && row.call(*shown->m_pUIManager, first, second) != 0)
             LOGI("%s", row.line);
         return;

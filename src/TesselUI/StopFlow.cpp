@@ -1,6 +1,7 @@
 /// The application's reactions to settings keys, the stop that goes back to the daemon, and the hand-shake of
 /// the two bus ends.
 
+#include "Guard.h"
 #include "Log.h"
 #include "TesselDbusClient.h"
 #include "TesselUI.h"
@@ -84,7 +85,7 @@ void CTesselUI::m_DeRegisterTesselVconf()
 }
 
 void CTesselUI::m_OnTesselVconfKeyChanged(keynode_t*, void*)
-{
+try {
     LOGI("START");
     int mode = 0;
     vconf_get_int(kStartModeKey, &mode);
@@ -93,10 +94,12 @@ void CTesselUI::m_OnTesselVconfKeyChanged(keynode_t*, void*)
         elm_exit();
     }
     LOGI("END");
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CTesselUI::m_OnDeviceOwned(keynode_t*, void*)
-{
+try {
     LOGI("");
     int owned = -1;
     vconf_get_int(DEVICE_OWNED_VCONF, &owned);
@@ -106,6 +109,8 @@ void CTesselUI::m_OnDeviceOwned(keynode_t*, void*)
     CTesselUI* instance = getInstance();
     if (instance && instance->m_pUIManager && instance->m_pUIManager->showAfterPairingPopup() != 0)
         LOGI("AfterPairingPopup Shown");
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CTesselUI::stopTesselRequest(bool first, bool)
@@ -123,8 +128,12 @@ void CTesselUI::dbusClientObjectCreated(bool created)
 {
     LOGI("START");
     // The new service is there before the old one goes, so that the name is never without an owner.
-    if (created)
-        delete std::exchange(m_pUIDbus, new CTesselUIDbus(m_pUIManager, this));
+    if (created) {
+        auto fresh = std::make_unique<CTesselUIDbus>(m_pUIManager, this);
+        if (m_pUIDbus)
+            fresh->takeOver(*m_pUIDbus);
+        delete std::exchange(m_pUIDbus, fresh.release());
+    }
     LOGI("END");
 }
 

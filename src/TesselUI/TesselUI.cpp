@@ -1,5 +1,7 @@
 #include "TesselUI.h"
 
+#include "BusReturn.h"
+#include "Guard.h"
 #include "Log.h"
 #include "TesselDbusClient.h"
 #include "TesselUIDbus.h"
@@ -25,6 +27,7 @@ CTesselUI::CTesselUI()
 /// window and its popups go with it, while the client can still carry a message.
 CTesselUI::~CTesselUI()
 {
+    m_busReturn.reset();
     m_root = Json::Value();
     m_pUIManager.reset();
     delete std::exchange(m_pUIDbus, nullptr);
@@ -70,11 +73,32 @@ void CTesselUI::createWin()
     LOGI("START");
     m_pUIManager = std::make_shared<UIManager>();
     m_pUIManager->createWindow();
+    makeClient();
+}
+
+void CTesselUI::makeClient()
+{
     delete std::exchange(m_pDbusClient, new TesselDbusClient(this));
 }
 
-bool CTesselUI::OnCreate(void*)
+void CTesselUI::busClosed()
 {
+    LOGE("The connection to the bus was closed");
+    m_busReturn = std::make_unique<BusReturn>([this] { startAgain(); });
+}
+
+/// Both ends go first: the bus library hands the closed connection out as long as anybody refers to it.
+void CTesselUI::startAgain()
+{
+    LOGI("The bus is back");
+    m_busReturn.reset();
+    delete std::exchange(m_pUIDbus, nullptr);
+    delete std::exchange(m_pDbusClient, nullptr);
+    makeClient();
+}
+
+bool CTesselUI::OnCreate(void*)
+try {
     LOGI("In CTesselUI::OnCreate");
     m_pInstance = createInstance();
     if (!m_pInstance) {
@@ -86,14 +110,19 @@ bool CTesselUI::OnCreate(void*)
     m_pInstance->m_RegisterTesselVconf();
     m_pInstance->createWin();
     return true;
+} catch (...) {
+    logCaught(__func__);
+    return true;
 }
 
 void CTesselUI::OnTerminate(void*)
-{
+try {
     LOGI("In CTesselUI::OnTerminate");
     if (m_pInstance)
         m_pInstance->m_DeRegisterTesselVconf();
     destroyInstance();
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CTesselUI::OnPause(void*) { }

@@ -1,5 +1,6 @@
 #include "Util.h"
 
+#include "Bounded.h"
 #include "Handles.h"
 #include "Log.h"
 #include "vconf.h"
@@ -122,7 +123,7 @@ bool TSUtil::IsWizardMode()
         LOGE("Failed to check wizard mode vconf");
         return false;
     }
-    LOGD("Wizard Mode [%s]", mode.get());
+    LOGD("Wizard Mode [%s]", std::string(bounded(mode.get())).c_str());
     constexpr std::string_view kOutsideWizard[] = {"OFF", "TERMS_SETUP", "HOTPLUG_SETUP"};
     return std::find(std::begin(kOutsideWizard), std::end(kOutsideWizard), mode.get())
         == std::end(kOutsideWizard);
@@ -131,8 +132,9 @@ bool TSUtil::IsWizardMode()
 std::string TSUtil::GetBLETVName()
 {
     const MallocStr name {vconf_get_str("memory/tessel/ble_tvname")};
-    LOGI("mobile name %s", name ? name.get() : "(null)");
-    return name ? name.get() : "";
+    std::string kept(bounded(name.get()));
+    LOGI("mobile name %s", name ? kept.c_str() : "(null)");
+    return kept;
 }
 
 } // namespace TesselUI

@@ -1,5 +1,6 @@
 #include "Util.h"
 
+#include "Bounded.h"
 #include "Handles.h"
 #include "Log.h"
 #include "vconf.h"
@@ -72,7 +73,7 @@ bool TSUtil::m_IsReveseOSD()
         LOGE(" the languagelocale is NULL");
         return false;
     }
-    LOGI(" the languagelocale is %s ", locale.get());
+    LOGI(" the languagelocale is %s ", std::string(bounded(locale.get())).c_str());
     for (const char* prefix : kRightToLeftLocales) {
         if (m_StartsWith(prefix, locale.get()))
             return true;

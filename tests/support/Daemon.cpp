@@ -105,6 +105,8 @@ void Daemon::on_call(GDBusConnection* /*connection*/, const gchar* /*sender*/, c
 {
     auto* daemon = static_cast<Daemon*>(self);
     daemon->m_calls.push_back(callText(method, parameters));
+    for (size_t i = 0; method == daemon->m_calledBackAt && i < daemon->m_callsBack; ++i)
+        daemon->send("HidePopup");
     daemon->answerCall(daemon->m_answers[method], invocation);
 }
 
@@ -153,11 +155,11 @@ bool Daemon::findsUi(int pid) const
     return owner && found == static_cast<guint32>(pid);
 }
 
-void Daemon::send(const std::string& method, const std::vector<std::string>& texts)
+void Daemon::send(const std::string& method, const std::vector<std::string>& texts, Milliseconds limit)
 {
     ++m_pending;
     g_dbus_connection_call(m_connection.get(), kUiName, kUiPath, kUiName, method.c_str(), tupleOf(texts),
-        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kReplyLimitMs, nullptr, on_reply, this);
+        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(limit.count()), nullptr, on_reply, this);
 }
 
 void Daemon::on_reply(GObject* source, GAsyncResult* result, gpointer self)

@@ -42,6 +42,12 @@ public:
     const std::string& busAddress() const { return m_busAddress; }
     /// Sets how every later call of @p method is answered.
     void answer(const std::string& method, Answer how) { m_answers[method] = how; }
+    /// Sends @p count calls, without waiting, whenever @p method arrives and before it is answered.
+    void callBackAt(const std::string& method, size_t count)
+    {
+        m_calledBackAt = method;
+        m_callsBack = count;
+    }
     /// Answers what was held.
     void release();
 
@@ -49,8 +55,9 @@ public:
     bool findsUi(int pid) const;
     /// Sends a request and waits for the answer.
     Reply request(const std::string& method, const std::vector<std::string>& texts = {});
-    /// Sends a request and goes on; its answer is added to replies().
-    void send(const std::string& method, const std::vector<std::string>& texts = {});
+    /// Sends a request and goes on; its answer, or the error when @p limit is over, is added to replies().
+    void send(
+        const std::string& method, const std::vector<std::string>& texts = {}, Milliseconds limit = kLimit);
     const std::vector<Reply>& replies() const { return m_replies; }
 
 private:
@@ -69,6 +76,8 @@ private:
     std::map<std::string, Answer> m_answers;
     std::vector<GDBusMethodInvocation*> m_held; ///< each owned until it is answered
     std::vector<Reply> m_replies;
+    std::string m_calledBackAt;
+    size_t m_callsBack = 0;
     size_t m_pending = 0; ///< requests without an answer yet
 };
 

@@ -18,6 +18,7 @@ constexpr const char* kConfiguration = R"(<!DOCTYPE busconfig PUBLIC
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
   </policy>
+  <limit name="max_replies_per_connection">50000</limit>
 </busconfig>
 )";
 

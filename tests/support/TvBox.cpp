@@ -57,13 +57,12 @@ std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments
 testing::AssertionResult TvBox::start(const std::vector<std::string>& arguments)
 {
     program = launch(arguments);
-    // The name is asked for after the daemon was told, so both are waited for.
-    const bool ready = waitUntil([this] {
-        return !program->running() || (!daemon->calls().empty() && daemon->findsUi(program->pid()));
-    });
-    if (ready && program->running())
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << "the program did not come up";
+    const bool ready = waitUntil([this] { return !program->running() || !daemon->calls().empty(); });
+    if (!ready || !program->running())
+        return testing::AssertionFailure() << "the program did not come up";
+    if (!daemon->findsUi(program->pid()))
+        return testing::AssertionFailure() << "the daemon was told before the name was the program's";
+    return testing::AssertionSuccess();
 }
 
 testing::AssertionResult TvBox::request(const std::string& method, const std::vector<std::string>& texts)

@@ -39,6 +39,84 @@ TEST_F(TheBusEnds, IgnoreCallbacksOfObjectsThatAreGone)
     EXPECT_EQ(journal::lines(), (Calls {"I Start m_OnBusAcquired", "E Could Not get Instance or deleted"}));
 }
 
+/// The shared connection, for looking at the bus and taking it away.
+class Bus {
+public:
+    Bus()
+        : m_connection(g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr))
+    {
+        g_dbus_connection_set_exit_on_close(m_connection.get(), FALSE);
+    }
+    GDBusConnection* get() const { return m_connection.get(); }
+
+    bool ownsTheName() const
+    {
+        const tv::VariantPtr reply {
+            g_dbus_connection_call_sync(m_connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                "org.freedesktop.DBus", "GetNameOwner", g_variant_new("(s)", "com.norvale.orbis.tessel.ui"),
+                nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr)};
+        const char* owner = "";
+        if (reply)
+            g_variant_get(reply.get(), "(&s)", &owner);
+        return owner == std::string(g_dbus_connection_get_unique_name(m_connection.get()));
+    }
+
+private:
+    tv::ConnectionPtr m_connection;
+};
+
+TEST_F(TheBusEnds, HoldTheNameWithoutAGapUntilTheServiceGoes)
+{
+    const Bus bus;
+    start();
+    EXPECT_TRUE(bus.ownsTheName());
+    for (int round = 0; round < 2; ++round) {
+        journal::clear();
+        application()->dbusClientObjectCreated(true);
+        EXPECT_TRUE(bus.ownsTheName()) << "released with the former service";
+        EXPECT_TRUE(toolkit::runUntil([&] {
+            EXPECT_TRUE(bus.ownsTheName());
+            return journal::has("I End m_OnBusAcquired");
+        }));
+    }
+    toolkit::runUntil([] { return false; }, 0.2); // the library's own request
+    EXPECT_TRUE(bus.ownsTheName());
+    CTesselUI::OnTerminate(nullptr);
+    EXPECT_FALSE(bus.ownsTheName());
+}
+
+TEST_F(TheBusEnds, TellTheDaemonWhenTheObjectCannotBeRegistered)
+{
+    const Bus bus;
+    const tv::NodeInfoPtr node {g_dbus_node_info_new_for_xml(
+        "<node><interface name='com.norvale.orbis.tessel.ui'/></node>", nullptr)};
+    const GDBusInterfaceVTable table {};
+    const guint inTheWay = g_dbus_connection_register_object(
+        bus.get(), "/com/norvale/orbis/tessel/ui", node->interfaces[0], &table, nullptr, nullptr, nullptr);
+    ASSERT_NE(inTheWay, 0U);
+    start();
+    EXPECT_TRUE(journal::has("E Could not register Object "));
+    EXPECT_EQ(told(1), Calls {"ServerStarted false"});
+    g_dbus_connection_unregister_object(bus.get(), inTheWay);
+}
+
+TEST_F(TheBusEnds, SurviveABusThatDiesBetweenProxyAndName)
+{
+    CTesselUI::OnCreate(nullptr);
+    ASSERT_TRUE(toolkit::runUntil([] { return journal::has("I End ReconnectDbus"); }));
+    ASSERT_FALSE(journal::has("I Start m_OnBusAcquired"));
+    {
+        const Bus bus;
+        g_dbus_connection_close_sync(bus.get(), nullptr, nullptr);
+    }
+    EXPECT_TRUE(toolkit::runUntil([] { return journal::count("I End m_OnBusAcquired") == 2; }))
+        << "a bus that is there is tried again";
+    EXPECT_EQ(journal::count("E The connection to the bus was closed"), 1);
+    EXPECT_TRUE(journal::has("I The bus is back"));
+    EXPECT_EQ(told(1), Calls {"ServerStarted true"});
+    EXPECT_TRUE(Bus().ownsTheName());
+}
+
 TEST_F(TheBusEnds, SayTheStopIsLostWithoutAProxy)
 {
     TesselDbusClient client(application());

@@ -1,11 +1,13 @@
 /// Popup requests in the settings store, whatever they hold.
+#include "Bounded.h"
 #include "Fixtures.h"
+#include "PopupRequest.h"
 #include "TesselUI.h"
 #include "vconf.h"
 
 namespace {
 
-using TesselUI::CTesselUI;
+using namespace TesselUI;
 
 class ARequest : public ApplicationTest {
 protected:
@@ -77,19 +79,47 @@ TEST_F(ARequest, MayBeOfAnyDepthAndSize)
         members += R"({"page":)";
     EXPECT_EQ(shownFor(members), "");
 
-    const std::string mebibyte(1 << 20, 'x');
-    EXPECT_EQ(shownFor(R"({"page":"pin","pin":"0042","mobilename":")" + mebibyte + "\"}"), text("SID_PIN"));
-    EXPECT_EQ(shownFor(R"({"page":"pin","pin":")" + mebibyte + "\"}"), text("SID_PIN"));
+    // As long as a request may be; names are kept in part.
+    const std::string frame = R"({"page":"pin","pin":"0042","mobilename":""})";
+    const std::string longName(kLongestRequest - frame.size(), 'x');
+    const auto pinOf = [](const std::string& name) {
+        return R"({"page":"pin","pin":"0042","mobilename":")" + name + "\"}";
+    };
+    EXPECT_EQ(shownFor(pinOf(longName)), text("SID_PIN"));
+    EXPECT_EQ(CTesselUI::getInstance()->GetJsonData("mobilename").size(), kLongestText);
     for (const std::string& shown : toolkit::textsOf(m_window))
         EXPECT_LT(shown.size(), 512U);
-
-    for (const std::string& name : {mebibyte, std::string("\xFF\xFE\x80\xC3"), std::string(5000, '&')}) {
+    for (const std::string& name : {std::string("\xFF\xFE\x80\xC3"), std::string(5000, '&')}) {
         EXPECT_EQ(shownFor(R"({"page":"wifi","mobilename":")" + name + R"(","ssid":")" + name + "\"}"),
             text("COM_TV_SID_TESSEL"));
         EXPECT_EQ(shownFor(R"({"page":"sso","mobilename":")" + name + R"(","account":")" + name + "\"}"),
             text("COM_TV_SID_TESSEL"));
         EXPECT_EQ(shownFor(std::string(1, '{') + name), text("COM_TV_SID_TESSEL")) << "no request at all";
     }
+    // Longer ones are no requests, are not kept, and do not fill the log.
+    for (const std::string& name : {longName + "x", std::string(14 << 20, 'x'), std::string(1 << 20, '[')}) {
+        EXPECT_EQ(shownFor(pinOf(name)), text("COM_TV_SID_TESSEL"));
+        EXPECT_EQ(CTesselUI::getInstance()->GetJsonData("page"), "");
+        EXPECT_TRUE(
+            journal::has("I parsingSuccessful[false]  root [" + pinOf(name).substr(0, kLongestText) + "] "));
+    }
+}
+
+TEST_F(ARequest, IsCutBetweenCharactersWhereItIsCut)
+{
+    const std::string sign = "\xF0\x9F\x93\xB1";
+    for (size_t lead = 0; lead < sign.size(); ++lead) {
+        std::string name(lead, 'x');
+        while (name.size() < kLongestText + 10)
+            name += sign;
+        const std::string cut(bounded(name));
+        EXPECT_TRUE(g_utf8_validate(cut.c_str(), -1, nullptr)) << lead;
+        EXPECT_GT(cut.size(), kLongestText - sign.size());
+        EXPECT_LE(cut.size(), kLongestText);
+    }
+    EXPECT_EQ(bounded(std::string_view("A\0B", 3)).size(), 3U);
+    EXPECT_EQ(bounded(std::string(kLongestText, '\x80')).size(), kLongestText);
+    EXPECT_EQ(bounded(static_cast<const char*>(nullptr)), "");
 }
 
 TEST_F(ARequest, IsServedAtEachWriteAndNoLongerAfterTheEnd)

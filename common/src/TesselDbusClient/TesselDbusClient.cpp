@@ -1,5 +1,6 @@
 #include "TesselDbusClient.h"
 
+#include "Guard.h"
 #include "Handles.h"
 #include "Log.h"
 #include "TesselUI.h"
@@ -27,6 +28,7 @@ TesselDbusClient::TesselDbusClient(CTesselUI* app)
     }
     // A bus that dies must not take the program along: it can still be driven through the settings store.
     g_dbus_connection_set_exit_on_close(m_connection, FALSE);
+    m_closedHandler = g_signal_connect(m_connection, "closed", G_CALLBACK(on_closed), m_cookie.userData());
     g_dbus_proxy_new(m_connection, G_DBUS_PROXY_FLAGS_NONE, nullptr, kDaemonName, kDaemonPath,
         kDaemonInterface, nullptr, proxyNewCallback, m_cookie.userData());
 }
@@ -34,12 +36,22 @@ TesselDbusClient::TesselDbusClient(CTesselUI* app)
 TesselDbusClient::~TesselDbusClient()
 {
     LOGI("Entry");
+    if (m_closedHandler != 0)
+        g_signal_handler_disconnect(m_connection, m_closedHandler);
     g_clear_object(&m_proxy);
     g_clear_object(&m_connection);
 }
 
+void TesselDbusClient::on_closed(GDBusConnection*, gboolean, GError*, void* user_data)
+try {
+    if (TesselDbusClient* self = Cookie<TesselDbusClient>::find(user_data))
+        self->m_app->busClosed();
+} catch (...) {
+    logCaught(__func__);
+}
+
 void TesselDbusClient::proxyNewCallback(GObject*, GAsyncResult* result, void* user_data)
-{
+try {
     LOGI("ENTRY");
     TesselDbusClient* self = Cookie<TesselDbusClient>::find(user_data);
     if (!self) {
@@ -57,6 +69,8 @@ void TesselDbusClient::proxyNewCallback(GObject*, GAsyncResult* result, void* us
     }
     self->m_proxy = proxy;
     self->m_app->dbusClientObjectCreated(true);
+} catch (...) {
+    logCaught(__func__);
 }
 
 void TesselDbusClient::dbusServerStarted(bool started)

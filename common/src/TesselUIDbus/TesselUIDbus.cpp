@@ -1,5 +1,7 @@
 #include "TesselUIDbus.h"
 
+#include "Bounded.h"
+#include "Guard.h"
 #include "Handles.h"
 #include "Log.h"
 #include "Paths.h"
@@ -14,8 +16,6 @@
 namespace TesselUI {
 
 namespace {
-
-constexpr const char* kServiceName = "com.norvale.orbis.tessel.ui";
 
 /// The arguments of a call: none, one text or two.
 struct Arguments {
@@ -58,16 +58,14 @@ Arguments unpack(GVariant* parameters, const char* signature)
     Arguments arguments;
     if (!signature || !parameters || !g_variant_is_of_type(parameters, G_VARIANT_TYPE(signature)))
         return arguments;
-    gchar* first = nullptr;
-    gchar* second = nullptr;
+    const char* first = nullptr;
+    const char* second = nullptr;
     if (strcmp(signature, "(ss)") == 0)
-        g_variant_get(parameters, "(ss)", &first, &second);
+        g_variant_get(parameters, "(&s&s)", &first, &second);
     else
-        g_variant_get(parameters, "(s)", &first);
-    const GStr firstOwner {first};
-    const GStr secondOwner {second};
-    arguments.first = first ? first : "";
-    arguments.second = second ? second : "";
+        g_variant_get(parameters, "(&s)", &first);
+    arguments.first = bounded(first);
+    arguments.second = bounded(second);
     return arguments;
 }
 
@@ -78,6 +76,7 @@ const GDBusInterfaceVTable CTesselUIDbus::m_InterfaceVtable = {m_OnMethodCall, n
 CTesselUIDbus::CTesselUIDbus(std::shared_ptr<UIManager> manager, CTesselUI* app)
     : m_pUIManager(std::move(manager))
     , m_app(app)
+    , m_calls([this](GDBusMethodInvocation* call) { serve(call); })
     , m_cookie(this)
 {
     create();
@@ -119,36 +118,6 @@ void CTesselUIDbus::create()
     LOGI("End CTesselUIDbus::Create");
 }
 
-void CTesselUIDbus::connectDbus()
-{
-    LOGI("Start ReconnectDbus");
-    if (m_ownerId != 0)
-        g_bus_unown_name(m_ownerId);
-    if (m_acquired && m_registrationId != 0)
-        g_dbus_connection_unregister_object(m_acquired, m_registrationId);
-    m_ownerId = g_bus_own_name(G_BUS_TYPE_SYSTEM, kServiceName, G_BUS_NAME_OWNER_FLAGS_NONE, m_OnBusAcquired,
-        m_OnNameAcquired, m_OnNameLost, m_cookie.userData(), nullptr);
-    if (m_ownerId == 0)
-        LOGE("g_bus_own_name failed");
-    else
-        LOGI("End ReconnectDbus");
-}
-
-bool CTesselUIDbus::destroy()
-{
-    LOGI("");
-    if (m_ownerId != 0)
-        g_bus_unown_name(std::exchange(m_ownerId, 0));
-    // Cleared as well, because a second call must not release it again.
-    g_clear_pointer(&m_nodeInfo, g_dbus_node_info_unref);
-    g_clear_object(&m_connection);
-    g_clear_object(&m_reserved);
-    if (m_acquired && m_registrationId != 0)
-        g_dbus_connection_unregister_object(m_acquired, std::exchange(m_registrationId, 0));
-    g_clear_object(&m_acquired);
-    return true;
-}
-
 /// Calls get the object itself as their data, not its cookie: destroy() unregisters the object before its
 /// memory goes. @return 0 when there is nothing to register, or nothing to register it on
 unsigned int CTesselUIDbus::registerObject()
@@ -162,59 +131,67 @@ unsigned int CTesselUIDbus::registerObject()
 }
 
 void CTesselUIDbus::m_OnBusAcquired(GDBusConnection* connection, const char*, void* user_data)
-{
+try {
     LOGI("Start m_OnBusAcquired");
     CTesselUIDbus* self = Cookie<CTesselUIDbus>::find(user_data);
     if (!self) {
         LOGE("Could Not get Instance or deleted");
         return;
     }
-    g_set_object(&self->m_acquired, connection);
-    if (connection)
-        g_dbus_connection_set_exit_on_close(connection, FALSE);
-    else
+    self->setConnection(connection);
+    if (!connection)
         LOGE("Error -> pconnection is NULL");
     self->m_registrationId = self->registerObject();
     if (self->m_registrationId == 0)
         LOGE("Could not register Object ");
     else
         LOGI("Object registered Successfully");
+    self->askForName();
     self->m_app->dbusServerStarted(self->m_registrationId != 0);
     LOGI("End m_OnBusAcquired");
-}
-
-void CTesselUIDbus::m_OnNameAcquired(GDBusConnection*, const char*, void*)
-{
-    LOGI("");
-}
-
-void CTesselUIDbus::m_OnNameLost(GDBusConnection*, const char*, void*)
-{
-    LOGI("");
+} catch (...) {
+    logCaught(__func__);
 }
 
 void CTesselUIDbus::m_OnMethodCall(GDBusConnection*, const char*, const char*, const char*,
-    const char* method_name, GVariant* parameters, GDBusMethodInvocation* invocation, void* user_data)
-{
-    LOGI("Call %s method", method_name);
-    auto* self = static_cast<CTesselUIDbus*>(user_data);
-    if (!self) {
-        LOGE("Cult not get Instance");
-        g_clear_object(&invocation); // without an answer; the caller's own time-out ends the wait
+    const char* method_name, GVariant*, GDBusMethodInvocation* invocation, void* user_data)
+try {
+    if (user_data) {
+        static_cast<CTesselUIDbus*>(user_data)->m_calls.add(invocation);
         return;
     }
+    LOGI("Call %s method", method_name);
+    LOGE("Cult not get Instance");
+    g_clear_object(&invocation); // without an answer; the caller's own time-out ends the wait
+} catch (...) {
+    logCaught(__func__);
+}
+
+void CTesselUIDbus::serve(GDBusMethodInvocation* call)
+{
+    try {
+        callManager(
+            g_dbus_method_invocation_get_method_name(call), g_dbus_method_invocation_get_parameters(call));
+    } catch (...) {
+        logCaught(__func__);
+    }
+    g_dbus_method_invocation_return_value(call, g_variant_new("(i)", 0));
+}
+
+void CTesselUIDbus::callManager(const char* method, GVariant* parameters)
+{
+    LOGI("Call %s method", method);
     const auto* row = std::find_if(std::begin(kMethods), std::end(kMethods),
-        [method_name](const MethodRow& candidate) { return g_strcmp0(method_name, candidate.name) == 0; });
+        [method](const MethodRow& candidate) { return g_strcmp0(method, candidate.name) == 0; });
     if (row == std::end(kMethods)) {
         LOGE("Method name did not match");
-    } else {
-        if (row == kMethods)
-            LOGI("Method name matched to ShowMobileGuide");
-        Arguments arguments = unpack(parameters, row->signature);
-        if (self->m_pUIManager && row->call(*self->m_pUIManager, arguments) != 0)
-            TESSEL_LOG(row->priority, "%s", row->line);
+        return;
     }
-    g_dbus_method_invocation_return_value(invocation, g_variant_new("(i)", 0));
+    if (row == kMethods)
+        LOGI("Method name matched to ShowMobileGuide");
+    Arguments arguments = unpack(parameters, row->signature);
+    if (m_pUIManager && row->call(*m_pUIManager, arguments) != 0)
+        TESSEL_LOG(row->priority, "%s", row->line);
 }
 
 void CTesselUIDbus::getParams(GVariant* value, void* out, int size)

@@ -1,9 +1,11 @@
 #include "Tessel_Conn_Comm_Func.h"
 
+#include "Bounded.h"
 #include "Handles.h"
 #include "Log.h"
 #include "vconf.h"
 
+#include <string>
 #include <string_view>
 
 namespace {
@@ -90,7 +92,7 @@ int IGetWizardMode()
             break;
         }
     }
-    LOGI("IGetWizardMode %s %d", value.get(), result);
+    LOGI("IGetWizardMode %s %d", std::string(TesselUI::bounded(mode)).c_str(), result);
     return result;
 }
 
