@@ -106,6 +106,57 @@ TEST_F(APinPopup, ShowsEachContentAndGivesUpOnTheTickAfterItsCountdown)
     }
 }
 
+TEST_F(APinPopup, AlignsATextOfSeveralLinesToItsLanguagesSide)
+{
+    const auto alignment = [this] {
+        for (const auto* box : toolkit::shown<toolkit::TextboxRecord>(m_window)) {
+            if (!box->text.empty())
+                return static_cast<int>(box->align);
+        }
+        return -1;
+    };
+    const std::pair<const char*, int> languages[] = {{"en_US", 10}, {"fa_IR", 11}, {"ar_EG", 11}};
+    for (const auto& [language, side] : languages) {
+        vconf_set_str("db/menu_widget/language", language);
+        open(TS_POPUP_TNC);
+        EXPECT_EQ(alignment(), side) << language;
+        open(TS_POPUP_AP_LIST);
+        EXPECT_EQ(alignment(), 3) << "one line is centred in " << language;
+    }
+}
+
+TEST_F(APinPopup, TellsItsContentOfHighContrast)
+{
+    for (int contrast : {0, 1}) {
+        vconf_set_int("db/menu/system/accessibility/highcontrast", contrast);
+        m_popup = std::make_unique<OpenPinPopup>(
+            m_window, TS_POPUP_GUIDE, m_manager.get(), static_cast<Elm_Flux_Popup_Style>(1));
+        toolkit::settle(); // the widgets have told themselves when they were made
+        journal::clear();
+        elm_object_signal_callback_add(
+            m_popup->m_content, "HC", "",
+            [](void*, Evas_Object*, const char*, const char*) { journal::note("HC"); }, nullptr);
+        m_popup->show();
+        toolkit::settle();
+        EXPECT_EQ(journal::count("T HC"), contrast);
+        m_popup.reset();
+    }
+}
+
+TEST_F(APinPopup, TakesTheGuidesHintAlong)
+{
+    toolkit::settle();
+    const size_t before = toolkit::objects(m_window).size();
+    open(TS_POPUP_GUIDE);
+    toolkit::advance(1, 0.1);
+    toolkit::settle();
+    EXPECT_TRUE(toolkit::showsGroup(m_window, "elm/flux/tooltip/2"));
+    m_popup.reset();
+    toolkit::settle();
+    EXPECT_FALSE(toolkit::showsGroup(m_window, "elm/flux/tooltip/2"));
+    EXPECT_EQ(toolkit::objects(m_window).size(), before) << "something of the popup is left";
+}
+
 TEST_F(APinPopup, PutsALostFocusBackWhileItCounts)
 {
     const PopupRecord* record = open(TS_POPUP_PIN);

@@ -6,6 +6,7 @@
 #include <Ecore_Input.h>
 
 #include <chrono>
+#include <cstdarg>
 #include <dlfcn.h>
 #include <time.h>
 
@@ -54,6 +55,7 @@ void collect(Evas_Object* object, std::vector<Evas_Object*>& result)
 } // namespace
 
 std::function<void()> s_onExit;
+std::vector<std::string> s_markers;
 
 } // namespace toolkit
 
@@ -71,6 +73,21 @@ BEFORE_TOOLKIT void elm_exit(void)
     if (toolkit::s_onExit)
         toolkit::s_onExit();
     toolkit::original<void()>("elm_exit")();
+}
+
+/// The kernel refuses the platform's own option, so that nobody else sees it.
+BEFORE_TOOLKIT int prctl(int option, ...)
+{
+    constexpr int kMarker = 666;
+    va_list list;
+    va_start(list, option);
+    unsigned long values[4];
+    for (unsigned long& value : values)
+        value = va_arg(list, unsigned long);
+    va_end(list);
+    if (option == kMarker)
+        toolkit::s_markers.emplace_back(reinterpret_cast<const char*>(values[0]), values[1]);
+    return toolkit::original<int(int, ...)>("prctl")(option, values[0], values[1], values[2], values[3]);
 }
 
 BEFORE_TOOLKIT void elm_win_lower(Evas_Object* window)

@@ -38,6 +38,9 @@ bool runUntil(const std::function<bool()>& condition, double seconds = 8.0);
 /// driven by hand goes on after it.
 extern std::function<void()> s_onExit;
 
+/// The moments that the platform was told of; for the cases to clear.
+extern std::vector<std::string> s_markers;
+
 /// Gives the window the keys, as a window manager would.
 void focusWindow(Evas_Object* window);
 
