@@ -2,6 +2,7 @@
 
 #include "app/ApplicationId.h"
 #include "app/Events.h"
+#include "app/Fonts.h"
 #include "app/GLibBridge.h"
 #include "app/Instance.h"
 #include "app/Language.h"
@@ -88,17 +89,13 @@ bool prepareFolders()
     return true;
 }
 
-/// Where the machine's fonts, and the family names that the TV's texts carry, are described.
-constexpr const char* kFontsFile = ORBIS_SYSROOT "/etc/fonts/fonts.conf";
-
 /// The toolkit's defaults serve a desktop: they start helper processes, open the system bus and keep freed
 /// memory back. What the environment says already is left alone.
 bool prepareToolkit()
 {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     setenv("EINA_FREEQ_BYPASS", "1", 0);
-    if (access(kFontsFile, R_OK) == 0)
-        setenv("FONTCONFIG_FILE", kFontsFile, 0);
+    chooseFonts();
     efreet_cache_disable();
     return prepareFolders();
 }
@@ -157,6 +154,7 @@ void Run::loop()
     m_instance.listen([this](const Instance::Parameters& parameters) { deliver(parameters); });
     startEventSources();
     Ecore_Event_Handler* hangUp = ecore_event_handler_add(ECORE_EVENT_SIGNAL_HUP, on_hangUp, nullptr);
+    const FontCheck fonts;
     // An exit that is asked for before the loop runs would be forgotten, so creation happens inside it.
     Ecore_Job* start = ecore_job_add(on_start, this);
     elm_run();
@@ -177,6 +175,7 @@ void Run::on_start(void* data)
         elm_exit();
         return;
     }
+    checkCatalogues();
     if (!self->m_visible)
         aul_app_set_status(self->m_id.c_str(), STATUS_CREATED);
     self->deliver(self->m_parameters);

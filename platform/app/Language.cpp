@@ -1,6 +1,9 @@
 #include "app/Language.h"
 
 #include "app/ApplicationId.h"
+#include "app/Catalogue.h"
+#include "app/ResourceFile.h"
+#include "dlog.h"
 #include "vconf.h"
 
 #include <Elementary.h>
@@ -9,11 +12,16 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <clocale>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The C library's count of catalogue changes: it forgets cached translations when this moves.
 extern "C" int _nl_msg_cat_cntr;
@@ -67,15 +75,125 @@ std::string chosenLanguage()
     return choice.substr(0, choice.find('.'));
 }
 
+/// No catalogue is larger, bytes.
+constexpr size_t kCatalogueLimit = size_t {4} << 20;
+
+/// A name of a language is no longer.
+constexpr size_t kLongestName = 64;
+
+/// The language of the texts that no other has, and the one that has none.
+constexpr const char* kFallback = "en";
+constexpr const char* kNoLanguage = "C";
+
+/// @return where the application's catalogues are, "" before it has said so
+std::string catalogueFolder()
+{
+    // A domain that nobody has bound has the C library's own folder.
+    const char* folder = orbis_app_id ? bindtextdomain(orbis_app_id, nullptr) : nullptr;
+    const char* unbound = bindtextdomain("orbis-no-domain", nullptr);
+    return folder && (!unbound || strcmp(folder, unbound) != 0) ? folder : "";
+}
+
+void sayOnce(const std::string& path, const std::string& fault)
+{
+    static std::set<std::string> s_said;
+    if (s_said.insert(path).second)
+        dlog_print(DLOG_ERROR, "orbis-platform",
+            "A message catalogue cannot be used, its texts are %s: %s: %s",
+            path.find("/" + std::string(kFallback) + "/") == std::string::npos ? "in English" : "their ids",
+            path.c_str(), fault.c_str());
+}
+
+enum class Found { Missing, Sound, Damaged };
+
+Found lookAt(const std::string& folder, const std::string& language)
+{
+    const std::string path = folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo";
+    errno = 0;
+    const auto bytes = readResource(path, kCatalogueLimit);
+    if (!bytes && (errno == ENOENT || errno == ENOTDIR))
+        return Found::Missing;
+    const std::string fault = bytes ? faultOfCatalogue(*bytes) : strerror(errno);
+    if (fault.empty())
+        return Found::Sound;
+    sayOnce(path, fault);
+    return Found::Damaged;
+}
+
+/// @return the names under which the C library looks for the catalogue of @p language, that one first
+std::vector<std::string> namesTried(const std::string& language)
+{
+    const std::string::size_type modifier = language.find('@');
+    const std::string variant = modifier == std::string::npos ? "" : language.substr(modifier);
+    const std::string region = language.substr(0, modifier);
+    const std::string plain = region.substr(0, region.find('_'));
+    std::vector<std::string> names {language};
+    for (const std::string& name : {region, plain + variant, plain}) {
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            names.push_back(name);
+    }
+    return names;
+}
+
+/// @return the first name of @p language that leads to no damaged catalogue, "" for none
+std::string soundName(const std::string& folder, const std::string& language, bool& isThere)
+{
+    for (const std::string& name : namesTried(language)) {
+        bool isSafe = true;
+        for (const std::string& tried : namesTried(name)) {
+            const Found found = lookAt(folder, tried);
+            isSafe = isSafe && found != Found::Damaged;
+            isThere = isThere || found != Found::Missing;
+        }
+        if (isSafe)
+            return name;
+    }
+    return {};
+}
+
+/// @return @p languages, a list with colons between, without what leads to a damaged catalogue
+std::string withoutDamaged(const std::string& folder, const std::string& languages)
+{
+    std::string result;
+    std::istringstream list(languages);
+    for (std::string language; std::getline(list, language, ':');) {
+        // What is no name leads nowhere, or out of the folder.
+        if (language.empty() || language.size() > kLongestName || language.find('/') != std::string::npos)
+            continue;
+        bool isThere = false;
+        const std::string name = soundName(folder, language, isThere);
+        if (!isThere && language == kFallback)
+            sayOnce(folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo", "it is missing");
+        if (!name.empty())
+            result += (result.empty() ? "" : ":") + name;
+    }
+    // An empty list would mean the locale's language, whatever that is.
+    return result.empty() ? kNoLanguage : result;
+}
+
+void setLanguages(const std::string& languages)
+{
+    setenv("LANGUAGE", languages.c_str(), 1);
+    ++_nl_msg_cat_cntr;
+}
+
 } // namespace
+
+void checkCatalogues()
+{
+    const std::string folder = catalogueFolder();
+    const char* chosen = getenv("LANGUAGE");
+    if (!folder.empty() && chosen)
+        setLanguages(withoutDamaged(folder, chosen));
+}
 
 void applyLanguage()
 {
     leaveCLocale();
     const std::string language = chosenLanguage();
     // Without a fallback of its own, gettext would show the id of a text that the language lacks.
-    setenv("LANGUAGE", language.empty() ? "en" : (language + ":en").c_str(), 1);
-    ++_nl_msg_cat_cntr;
+    setLanguages(language.empty() ? kFallback : language + ":" + kFallback);
+    checkCatalogues();
     elm_config_mirrored_set(isRightToLeft(language));
 }
 
@@ -91,7 +209,7 @@ std::string languageOfTexts()
     language.resize(std::min(language.find_first_of(":.@\n"), language.size()));
     for (char& c : language)
         c = c == '_' ? '-' : static_cast<char>(tolower(static_cast<unsigned char>(c)));
-    return language.empty() ? "en" : language;
+    return language.empty() || language == "c" ? kFallback : language;
 }
 
 } // namespace orbis::app

@@ -7,8 +7,13 @@ namespace orbis::app {
 
 /// Applies the setting "db/menu_widget/language" (for instance "de_DE") to the message catalogues, to the
 /// C library's locale and to the toolkit's text direction. English is the fallback for every text. With the
-/// setting missing the environment's own language counts.
+/// setting missing the environment's own language counts. Once the application has bound a catalogue, damaged
+/// ones are left out, and each is named once in the log.
 void applyLanguage();
+
+/// Looks at the catalogues that the language needs. To be called when the application has bound its folder,
+/// and before a text is asked for.
+void checkCatalogues();
 
 /// @return the language of the catalogue that the application's texts come from, for instance "pt-br";
 /// English where the viewer's language has none. Before the application has bound a catalogue, what was asked

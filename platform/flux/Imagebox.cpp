@@ -1,6 +1,10 @@
+#include "dlog.h"
 #include "elm_flux.h"
 #include "flux/Record.h"
 #include "flux/Widget.h"
+
+#include <cstdint>
+#include <sys/stat.h>
 
 namespace orbis::flux {
 
@@ -10,6 +14,25 @@ struct ImageboxRecord {
     static constexpr const char* kKey = "orbis.flux.imagebox";
     Evas_Object* object = nullptr;
 };
+
+/// Pictures are for a screen: four times as many points as the largest has would only cost memory.
+constexpr int64_t kMostPixels = int64_t {4} * 3840 * 2160;
+
+/// @return what keeps the file of @p imagebox from being drawn, or null. Its points are read later, by
+/// another thread, and there may be none; the toolkit then draws nothing.
+const char* faultOfPicture(Evas_Object* imagebox, const char* path)
+{
+    struct stat status { };
+    // Opening anything else might wait.
+    if (stat(path, &status) != 0 || !S_ISREG(status.st_mode))
+        return "there is no such file";
+    if (!elm_image_file_set(imagebox, path, nullptr))
+        return "it is damaged";
+    int width = 0;
+    int height = 0;
+    elm_image_object_size_get(imagebox, &width, &height);
+    return int64_t {width} * height > kMostPixels ? "it is too large" : nullptr;
+}
 
 } // namespace
 
@@ -32,7 +55,12 @@ Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path)
 {
     if (!recordOf<ImageboxRecord>(imagebox) || !path)
         return EINA_FALSE;
-    return elm_image_file_set(imagebox, path, nullptr);
+    const char* fault = faultOfPicture(imagebox, path);
+    if (!fault)
+        return EINA_TRUE;
+    elm_image_file_set(imagebox, nullptr, nullptr);
+    dlog_print(DLOG_ERROR, "orbis-platform", "A picture is left out: %s: %s", path, fault);
+    return EINA_FALSE;
 }
 
 Eina_Bool elm_flux_imagebox_responsive_rule_set(Evas_Object* imagebox, Elm_Flux_Responsive_Rule rule)

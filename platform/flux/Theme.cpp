@@ -1,7 +1,19 @@
 #include "flux/Theme.h"
 
+#include "app/ResourceFile.h"
+#include "dlog.h"
+#include "flux/PlainTheme.h"
 #include "flux/Widget.h"
+#include "theme-digest.h"
 #include "vconf.h"
+
+#include <glib.h>
+
+#include <cerrno>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace orbis::flux {
 
@@ -10,13 +22,50 @@ namespace {
 constexpr const char* kThemeFile = ORBIS_SYSROOT "/usr/share/orbis/flux.edj";
 constexpr const char* kContrastKey = "db/menu/system/accessibility/highcontrast";
 
+/// A group that the theme has and nothing else.
+constexpr const char* kOwnGroup = "elm/flux/dim/window";
+
+/// The toolkit reads what it finds: a theme that is cut or has a hole shows half a popup, or ends the
+/// process. So only the very file counts that this library was built with.
+/// @return what is wrong with the file, or ""
+std::string faultOfTheme()
+{
+    const std::optional<std::string> bytes = readResource(kThemeFile, ORBIS_THEME_SIZE);
+    if (!bytes)
+        return g_strerror(errno);
+    const std::unique_ptr<char, decltype(&g_free)> digest {
+        g_compute_checksum_for_data(
+            G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size()),
+        g_free};
+    return digest && std::string_view {digest.get()} == ORBIS_THEME_DIGEST
+        ? ""
+        : "it is damaged, or not the one that belongs to this library";
+}
+
+void addPlainTheme()
+{
+    const std::string_view bytes = plainTheme();
+    Eina_File* file = eina_file_virtualize("plain look", bytes.data(), bytes.size(), EINA_FALSE);
+    if (!file)
+        return;
+    elm_theme_extension_mmap_add(nullptr, file);
+    eina_file_close(file); // the toolkit has its own reference
+}
+
 } // namespace
 
 void ensureTheme()
 {
     // Adding an extension twice is harmless, but each time makes every later look-up longer.
-    static const bool added = (elm_theme_extension_add(nullptr, kThemeFile), true);
-    (void)added;
+    if (elm_theme_group_path_find(nullptr, kOwnGroup))
+        return;
+    if (const std::string fault = faultOfTheme(); !fault.empty()) {
+        dlog_print(DLOG_ERROR, "orbis-platform",
+            "The widgets' theme cannot be used, popups are plain: %s: %s", kThemeFile, fault.c_str());
+        addPlainTheme();
+    } else {
+        elm_theme_extension_add(nullptr, kThemeFile);
+    }
 }
 
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style)

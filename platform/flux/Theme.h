@@ -5,7 +5,9 @@
 
 namespace orbis::flux {
 
-/// Makes the widgets' theme known to the toolkit; the first call does the work.
+/// Makes the widgets' theme known to the toolkit; the first call since the toolkit's start does the work.
+/// When the installed theme is missing or damaged, that is said in the log, and the plain look of the library
+/// is used.
 void ensureTheme();
 
 /// Makes an Elementary layout of the theme group "elm/flux/<group>/<style>".

@@ -22,6 +22,9 @@ constexpr int kNotShown = -2;
 constexpr const char* kOrientationKey =
     "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
 
+/// The backdrop of the progress popups, which the program's theme is there for.
+constexpr const char* kDimGroup = "dim";
+
 template <typename Popup>
 void deletePopup(Popup*& popup)
 {
@@ -64,6 +67,8 @@ void UIManager::createWindow()
     bind_textdomain_codeset(kTextDomain, "UTF-8");
     LOGI("(TSPKGNAME = %s, TSLOCALEDIR = %s", kTextDomain, kLocaleFolder);
     elm_theme_extension_add(nullptr, kThemeFile);
+    if (!edje_file_group_exists(kThemeFile, kDimGroup))
+        LOGE("The program's theme cannot be used, the picture behind is dimmed less: %s", kThemeFile);
     int orientation = 0;
     vconf_get_int(kOrientationKey, &orientation);
     LOGI("Portrait Mode = %d", orientation);

@@ -1,0 +1,16 @@
+/// Compiled message catalogues, looked at before the C library does.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orbis::app {
+
+/// The C library follows every offset in a catalogue unseen: one that was cut, or whose bytes were changed,
+/// ends the process or hangs it. A catalogue is sound when every look-up in it stays inside the file and
+/// comes to an end, every id that it has is found, and every text is whole and UTF-8.
+/// @param bytes  a whole file, in either byte order
+/// @return what is wrong with it, or ""
+std::string faultOfCatalogue(std::string_view bytes);
+
+} // namespace orbis::app
