@@ -53,6 +53,7 @@ Manager::Manager(Evas_Object* window)
     : m_window(window)
     , m_hidesWhenLowered(!isWayland(window))
     , m_keyGuard(std::make_unique<KeyGuard>(window))
+    , m_leftovers(std::make_unique<Leftovers>(evas_object_evas_get(window)))
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
@@ -85,6 +86,7 @@ void Manager::detach()
     evas_object_del(std::exchange(m_dim, nullptr));
     m_keyGuard.reset();
     m_readout.reset();
+    m_leftovers.reset();
     m_window = nullptr;
     app::windowStateChanged(false, false);
 }
@@ -150,6 +152,11 @@ void Manager::updateDim()
     }
     evas_object_lower(m_dim);
     evas_object_show(m_dim);
+}
+
+void Manager::popupGone()
+{
+    m_leftovers->add();
 }
 
 void Manager::focusMoved()

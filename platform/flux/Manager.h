@@ -2,6 +2,7 @@
 #pragma once
 
 #include "flux/KeyGuard.h"
+#include "flux/Leftovers.h"
 #include "flux/Readout.h"
 
 #include <Elementary.h>
@@ -32,6 +33,9 @@ public:
 
     /// Fits the toolkit's scale to the screen, once the screen's size is known.
     void ensureScale();
+
+    /// A popup of the window has been deleted.
+    void popupGone();
 
     /// The focus came to a button. Toolkit events of the kind also come in passing, so it is looked at
     /// once the loop is idle again.
@@ -77,6 +81,7 @@ private:
     Ecore_Job* m_focusJob = nullptr; ///< cleared by the job itself
     bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied
     std::unique_ptr<KeyGuard> m_keyGuard;
+    std::unique_ptr<Leftovers> m_leftovers;
     Evas_Object* m_spoken = nullptr; ///< borrowed, only compared: what was read out and still has the focus
     std::unique_ptr<Readout> m_readout = std::make_unique<Readout>(); ///< as long as the window
 };

@@ -158,6 +158,8 @@ PopupRecord::~PopupRecord()
     if (focusJob)
         ecore_job_del(focusJob);
     FocusStack::instance().remove(object);
+    if (Manager* manager = Manager::of(window))
+        manager->popupGone();
     for (int slot = 0; slot < ELM_FLUX_POPUP_BUTTONS; ++slot)
         forgetButton(*this, slot);
     evas_object_event_callback_del_full(window, EVAS_CALLBACK_RESIZE, on_windowResized, object);

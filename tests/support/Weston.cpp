@@ -1,0 +1,25 @@
+#include "Weston.h"
+
+#include <stdexcept>
+
+namespace tv {
+
+Weston::Weston(TvBox& box, int idleSeconds)
+{
+    constexpr const char* kSocket = "wayland-test";
+    const auto settings = box.folders.root() / "weston.ini";
+    writeFile(settings, "[shell]\npanel-position=none\n");
+    m_process = std::make_unique<Process>(
+        std::vector<std::string> {"weston", "--backend=headless-backend.so", "--use-pixman", "--width=1920",
+            "--height=1080", std::string("--socket=") + kSocket, "--idle-time=" + std::to_string(idleSeconds),
+            "--config=" + settings.string()},
+        box.environment());
+    const auto socket = box.folders.session() / kSocket;
+    if (!waitUntil([&] { return std::filesystem::exists(socket) || !m_process->running(); })
+        || !m_process->running())
+        throw std::runtime_error("the compositor did not start");
+    box.setVariable("WAYLAND_DISPLAY", kSocket);
+    box.setVariable("ELM_DISPLAY", "wl");
+}
+
+} // namespace tv
