@@ -12,7 +12,7 @@ using tv::Milliseconds;
 using tv::waitUntil;
 
 /// For a sanitizer build on a busy machine.
-constexpr Milliseconds kPatience {25000};
+constexpr Milliseconds kPatience {60000};
 /// Between two steps the program gets this long to do what it will.
 constexpr Milliseconds kBreath {30};
 constexpr size_t kMostMemory = 900000; // kB, a sanitizer's shadow included
