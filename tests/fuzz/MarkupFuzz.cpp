@@ -1,0 +1,79 @@
+/// Markup of texts from outside: what comes out is what the list allows, and no longer than a card holds.
+#include "Fuzz.h"
+#include "flux/Contrast.h"
+#include "flux/Markup.h"
+
+#include <algorithm>
+#include <regex>
+
+namespace {
+
+using orbis::flux::TextColours;
+
+constexpr size_t kMostCharacters = 600;
+constexpr size_t kMostTags = 64;
+
+const orbis::flux::Colour kCard {14, 21, 32};
+
+/// @return whether the attributes of a tag are those that any text may bring
+bool isAllowed(const std::string& tag, const TextColours& colours)
+{
+    static const std::regex s_plain("/?(b|i|font|color|align)|(br|ps)/?");
+    static const std::regex s_words("(font|color|align)?( ?(font=(NorvaleSans-500|Kivo400)|align=center|"
+                                    "color=#([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6})))+ *");
+    if (std::regex_match(tag, s_plain))
+        return true;
+    std::smatch match;
+    if (!std::regex_match(tag, s_words))
+        return false;
+    for (size_t at = tag.find("color=#"); at != std::string::npos; at = tag.find("color=#", at + 1)) {
+        const std::string colour = tag.substr(at + 6, tag.find(' ', at) - at - 6);
+        if (!colours.accent.empty() && colour == colours.accent)
+            continue;
+        const auto value = orbis::flux::colourOfMarkup(colour);
+        if (!colours.accent.empty() || colours.ground.empty() || !value
+            || orbis::flux::contrastOf(*value, kCard) < 7.0)
+            return false;
+    }
+    return true;
+}
+
+void check(const std::string& text, const TextColours& colours)
+{
+    const std::string shown = orbis::flux::displayMarkup(text, colours);
+    size_t tags = 0;
+    size_t outside = 0;
+    for (size_t i = 0; i < shown.size(); ++i) {
+        if (shown[i] != '<') {
+            ++outside;
+            continue;
+        }
+        const size_t end = shown.find('>', i);
+        fuzz::demand(end != std::string::npos, "a tag has an end", shown);
+        fuzz::demand(isAllowed(shown.substr(i + 1, end - i - 1), colours), "only what is allowed", shown);
+        i = end;
+        ++tags;
+    }
+    fuzz::demand(tags <= kMostTags, "few tags", shown);
+    fuzz::demand(outside <= kMostCharacters * 33 + 3, "few characters", shown);
+    fuzz::demand(!fuzz::isUtf8(text) || fuzz::isUtf8(shown), "characters stay whole", shown);
+    fuzz::demand(orbis::flux::displayMarkup(shown, colours) == shown, "nothing is left to take", shown);
+    if (text.find_first_of("<") == std::string::npos && text.size() <= kMostCharacters)
+        fuzz::demand(shown == text, "a text without markup stays", shown);
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int*, char***)
+{
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const TextColours kinds[] = {{"14 21 32 255", ""}, {"14 21 32 255", "#FFE566"}, {}};
+    fuzz::Input input(data, size);
+    const TextColours& colours = kinds[input.number(3)];
+    check(input.rest(), colours);
+    return 0;
+}

@@ -1,0 +1,89 @@
+/// The files of the settings store, whatever they hold and are called.
+#include "Fuzz.h"
+#include "vconf.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+std::string s_folder; // NOLINT(cert-err58-cpp)
+
+void writeFile(const std::string& name, const std::string& bytes)
+{
+    const int file = open((s_folder + "/" + name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (file < 0)
+        return;
+    fuzz::demand(write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "room");
+    close(file);
+}
+
+/// The reader must take what is right and nothing else.
+void checkValue(const std::string& bytes)
+{
+    writeFile("value", bytes);
+    int number = 0;
+    const bool isNumber = vconf_get_int("db/value", &number) == VCONF_OK;
+    const std::unique_ptr<char, decltype(&free)> text {vconf_get_str("db/value"), free};
+    fuzz::demand(!isNumber || !text, "one type at a time", bytes);
+    if (isNumber)
+        fuzz::demand(std::atoll(bytes.c_str() + 4) == number && bytes.compare(0, 4, "int\n") == 0,
+            "the number is the file's", bytes);
+    if (text)
+        fuzz::demand(bytes == std::string("string\n") + text.get(), "the text is the file's", bytes);
+    else if (bytes.compare(0, 7, "string\n") == 0)
+        fuzz::demand(bytes.find('\0') != std::string::npos, "a text without NUL is taken", bytes);
+}
+
+void checkName(const std::string& name)
+{
+    if (name.empty() || name.size() > 255 || name.find('/') != std::string::npos || name == "."
+        || name == ".." || name == "value")
+        return;
+    writeFile(name, "int\n7");
+    vconf_list(
+        "db/",
+        [](const char* key, void*) {
+            int value = 0;
+            fuzz::demand(
+                std::string(key) == "db/value" || (vconf_get_int(key, &value) == VCONF_OK && value == 7),
+                "a key that is listed can be read", key);
+        },
+        nullptr);
+    unlink((s_folder + "/" + name).c_str());
+}
+
+void checkKey(const std::string& key)
+{
+    if (vconf_set_str(key.c_str(), "here") != VCONF_OK)
+        return;
+    const std::unique_ptr<char, decltype(&free)> text {vconf_get_str(key.c_str()), free};
+    fuzz::demand(text && std::string("here") == text.get(), "what was written can be read", key);
+    vconf_unset(key.c_str());
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int*, char***)
+{
+    s_folder = fuzz::useOwnStore();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    fuzz::Input input(data, size);
+    switch (input.number(4)) {
+    case 0:
+        checkName(input.text());
+        break;
+    case 1:
+        checkKey(input.text());
+        break;
+    default:
+        checkValue(input.rest());
+    }
+    return 0;
+}

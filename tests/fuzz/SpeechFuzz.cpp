@@ -1,0 +1,52 @@
+/// What is read out: markup turned into one plain line.
+#include "Fuzz.h"
+#include "NetUtilAccessibility.h"
+#include "flux/SpokenText.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+std::string withoutBlanks(std::string text)
+{
+    text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
+    return text;
+}
+
+void checkLine(const std::string& text)
+{
+    const std::string line = orbis::flux::spokenLine(text);
+    fuzz::demand(line.find_first_of("\r\n") == std::string::npos, "one line", line);
+    fuzz::demand(line.size() <= text.size(), "nothing is added to a line", line);
+    fuzz::demand(!fuzz::isUtf8(text) || fuzz::isUtf8(line), "characters stay whole", line);
+    const std::string apart = orbis::flux::withDigitsApart(line);
+    fuzz::demand(withoutBlanks(apart) == withoutBlanks(line), "only blanks are added", apart);
+    fuzz::demand(apart.size() <= 2 * line.size(), "one blank a digit", apart);
+}
+
+} // namespace
+
+int LLVMFuzzerInitialize(int*, char***)
+{
+    fuzz::silenceOutput();
+    fuzz::useOwnStore();
+    fuzz::startToolkit();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    fuzz::Input input(data, size);
+    const bool flag = input.number(2) == 1;
+    const std::string first = input.text();
+    const std::string second = input.text();
+    const std::unique_ptr<char, decltype(&free)> spoken {
+        access_cb_func(first.c_str(), second.c_str(), flag), free};
+    fuzz::demand(spoken != nullptr, "there is something to say");
+    checkLine(spoken.get());
+    checkLine(first);
+    return 0;
+}
