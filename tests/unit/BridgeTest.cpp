@@ -1,71 +1,423 @@
 /// GLib's sources run in the toolkit's loop, which sleeps when there is nothing to do.
-#include "Fixtures.h"
+#include "app/GLibBridge.h"
 
-#include <glib.h>
+#include <Ecore.h>
+#include <glib-unix.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
-class TheBridge : public ToolkitTest { };
+using orbis::app::GLibBridge;
+using Action = std::function<void()>;
 
-/// An idle that adds a timeout, which comes three times and then adds another idle.
-struct Chain {
-    int ticks = 0;
-    bool done = false;
+constexpr auto kIn = static_cast<GIOCondition>(G_IO_IN);
 
-    static gboolean on_start(gpointer chain)
-    {
-        g_timeout_add(5, on_tick, chain);
-        return G_SOURCE_REMOVE;
-    }
-    static gboolean on_tick(gpointer chain)
-    {
-        if (++static_cast<Chain*>(chain)->ticks < 3)
-            return G_SOURCE_CONTINUE;
-        g_idle_add(on_end, chain);
-        return G_SOURCE_REMOVE;
-    }
-    static gboolean on_end(gpointer chain)
-    {
-        static_cast<Chain*>(chain)->done = true;
-        return G_SOURCE_REMOVE;
-    }
-};
-
-Eina_Bool on_counted(void* count)
+double now()
 {
-    ++*static_cast<int*>(count);
-    return ECORE_CALLBACK_RENEW;
+    return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC;
 }
+
+void block(double seconds)
+{
+    g_usleep(static_cast<gulong>(seconds * G_USEC_PER_SEC));
+}
+
+// Each runs an action once, as Ecore or GLib calls it.
+Eina_Bool onceQuietly(void* action)
+{
+    (*static_cast<Action*>(action))();
+    return ECORE_CALLBACK_CANCEL;
+}
+/// Ecore calls timers before it sleeps; the job makes it come back to the test first.
+Eina_Bool once(void* action)
+{
+    ecore_job_add([](void*) {}, nullptr);
+    return onceQuietly(action);
+}
+void onceForAll(void* action)
+{
+    once(action);
+}
+void quietlyForAll(void* action)
+{
+    onceQuietly(action);
+}
+gboolean onceSource(gpointer action)
+{
+    return onceQuietly(action);
+}
+gboolean onceReady(gint, GIOCondition, gpointer action)
+{
+    return onceQuietly(action);
+}
+
+class TheBridge : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK), 0); }
+    void TearDown() override
+    {
+        close(m_pipe[0]);
+        close(m_pipe[1]);
+    }
+
+    /// Turns the loop, which sleeps in between. @return whether the condition came true in time
+    bool turnsUntil(const std::function<bool()>& condition, double limit = 4.0)
+    {
+        bool isOver = false;
+        Action end = [&] { isOver = true; };
+        Ecore_Timer* guard = ecore_timer_add(limit, once, &end);
+        while (!condition() && !isOver)
+            ecore_main_loop_iterate_may_block(1);
+        if (!isOver)
+            ecore_timer_del(guard);
+        return !isOver;
+    }
+
+    void ring() const { EXPECT_EQ(write(m_pipe[1], "x", 1), 1); }
+
+    std::optional<GLibBridge> m_bridge {std::in_place};
+    int m_pipe[2] = {-1, -1};
+};
 
 TEST_F(TheBridge, RunsASourceThatAnotherOneAdds)
 {
-    const toolkit::RealTime real;
-    Chain chain;
-    g_idle_add(Chain::on_start, &chain);
-    // Without the timer of runUntil(): nothing else may wake the loop.
-    int guards = 0;
-    Ecore_Timer* guard = ecore_timer_add(1.0, on_counted, &guards);
-    while (!chain.done && guards == 0)
-        ecore_main_loop_iterate_may_block(1);
-    EXPECT_EQ(guards, 0) << "the loop slept through it";
-    EXPECT_EQ(chain.ticks, 3);
-    ecore_timer_del(guard);
+    int ticks = 0;
+    bool done = false;
+    Action end = [&] { done = true; };
+    Action tick = [&] {
+        if (++ticks < 3)
+            g_timeout_add(5, onceSource, &tick);
+        else
+            g_idle_add(onceSource, &end);
+    };
+    Action start = [&] { g_timeout_add(5, onceSource, &tick); };
+    g_idle_add(onceSource, &start);
+    EXPECT_TRUE(turnsUntil([&] { return done; })) << "the loop slept through it";
+    EXPECT_EQ(ticks, 3);
 }
 
 TEST_F(TheBridge, LetsTheLoopSleep)
 {
-    toolkit::runUntil([] { return false; }, 0.2);
-    toolkit::settle();
-    const toolkit::RealTime real;
+    // A source that waits for nothing in particular, and one whose time is far away.
+    const guint watch = g_unix_fd_add(m_pipe[0], kIn, onceReady, nullptr);
+    const guint later = g_timeout_add_seconds(3600, onceSource, nullptr);
+    turnsUntil([] { return false; }, 0.1);
+    rusage before {};
+    rusage after {};
+    getrusage(RUSAGE_THREAD, &before);
+    turnsUntil([] { return false; }, 1.0);
+    getrusage(RUSAGE_THREAD, &after);
+    EXPECT_LE(after.ru_nvcsw - before.ru_nvcsw, 3) << "something wakes the loop while nothing happens";
+    g_source_remove(watch);
+    g_source_remove(later);
+}
+
+TEST_F(TheBridge, NoticesADescriptorThatComesUnderTheNumberOfAnother)
+{
+    bool seen = false;
+    Action second = [&] { seen = true; };
+    Action first = [&] {
+        // The number stays, what is behind it does not.
+        const int number = m_pipe[0];
+        close(m_pipe[0]);
+        close(m_pipe[1]);
+        ASSERT_EQ(pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK), 0);
+        if (m_pipe[0] != number) {
+            ASSERT_EQ(dup2(m_pipe[0], number), number);
+            close(m_pipe[0]);
+            m_pipe[0] = number;
+        }
+        g_unix_fd_add(number, kIn, onceReady, &second);
+    };
+    g_unix_fd_add(m_pipe[0], kIn, onceReady, &first);
+    ring();
+    ASSERT_TRUE(
+        turnsUntil([&] { return g_main_context_find_source_by_user_data(nullptr, &second) != nullptr; }));
+    turnsUntil([] { return false; }, 0.05); // the loop has slept with it
+    ASSERT_FALSE(seen);
+    ring();
+    EXPECT_TRUE(turnsUntil([&] { return seen; }));
+}
+
+TEST_F(TheBridge, LeavesEcoreItsDescriptors)
+{
+    // Ecore watches the same file as GLib, and goes on when GLib's source goes.
+    int read = 0;
+    struct Watch {
+        static Eina_Bool on_ready(void* count, Ecore_Fd_Handler* handler)
+        {
+            char byte = 0;
+            while (::read(ecore_main_fd_handler_fd_get(handler), &byte, 1) == 1)
+                ++*static_cast<int*>(count);
+            return ECORE_CALLBACK_RENEW;
+        }
+    };
+    Ecore_Fd_Handler* handler =
+        ecore_main_fd_handler_add(m_pipe[0], ECORE_FD_READ, Watch::on_ready, &read, nullptr, nullptr);
+    const int copy = dup(m_pipe[0]);
+    const guint source = g_unix_fd_add(copy, kIn, onceReady, nullptr);
+    turnsUntil([] { return false; }, 0.05);
+    g_source_remove(source);
+    close(copy);
+    ring();
+    EXPECT_TRUE(turnsUntil([&] { return read == 1; }));
+    ecore_main_fd_handler_del(handler);
+}
+
+TEST_F(TheBridge, FollowsASourceThatChangesWhatItWaitsFor)
+{
+    struct Changing {
+        GSource source;
+        gpointer tag;
+        int calls;
+        static gboolean dispatch(GSource* source, GSourceFunc, gpointer)
+        {
+            auto* self = reinterpret_cast<Changing*>(source);
+            ++self->calls;
+            g_source_modify_unix_fd(source, self->tag, static_cast<GIOCondition>(0));
+            return G_SOURCE_CONTINUE;
+        }
+    };
+    GSourceFuncs functions {};
+    functions.dispatch = Changing::dispatch;
+    GSource* source = g_source_new(&functions, sizeof(Changing));
+    auto* changing = reinterpret_cast<Changing*>(source);
+    changing->tag = g_source_add_unix_fd(source, m_pipe[0], static_cast<GIOCondition>(0));
+    g_source_attach(source, nullptr);
+    ring();
+    EXPECT_FALSE(turnsUntil([&] { return changing->calls > 0; }, 0.05)) << "it waits for nothing";
+    for (int calls = 1; calls <= 2; ++calls) {
+        g_source_modify_unix_fd(source, changing->tag, kIn);
+        EXPECT_TRUE(turnsUntil([&] { return changing->calls == calls; }));
+        EXPECT_FALSE(turnsUntil([&] { return changing->calls > calls; }, 0.05));
+    }
+    g_source_destroy(source);
+    g_source_unref(source);
+}
+
+TEST_F(TheBridge, ServesUrgentDataAloneAndFilesThatAreAlwaysReady)
+{
+    sockaddr_in address {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    const int door = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(door, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(door, 1), 0);
+    getsockname(door, reinterpret_cast<sockaddr*>(&address), &size);
+    const int sender = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(connect(sender, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    const int receiver = accept(door, nullptr, nullptr);
+    bool urgent = false;
+    Action note = [&] { urgent = true; };
+    g_unix_fd_add(receiver, G_IO_PRI, onceReady, &note);
+    ASSERT_EQ(send(sender, "a", 1, 0), 1);
+    EXPECT_FALSE(turnsUntil([&] { return urgent; }, 0.1)) << "ordinary data is not urgent";
+    ASSERT_EQ(send(sender, "b", 1, MSG_OOB), 1);
+    EXPECT_TRUE(turnsUntil([&] { return urgent; }));
+
+    bool readable = false;
+    Action read = [&] { readable = true; };
+    const int file = open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
+    g_unix_fd_add(file, kIn, onceReady, &read);
+    EXPECT_TRUE(turnsUntil([&] { return readable; }));
+    for (int descriptor : {door, sender, receiver, file})
+        close(descriptor);
+}
+
+TEST_F(TheBridge, RunsWhatOtherThreadsAndEveryKindOfCallbackAdd)
+{
+    std::atomic<bool> done {false};
+    Action finish = [&] { done = true; };
+    std::thread other([&] {
+        block(0.1); // the loop sleeps by now
+        g_main_context_invoke(nullptr, onceSource, &finish);
+    });
+    EXPECT_TRUE(turnsUntil([&] { return done.load(); })) << "added by a thread";
+    other.join();
+
+    Action add = [&] { g_idle_add(onceSource, &finish); };
+    const std::pair<const char*, std::function<void()>> kinds[] = {
+        {"an idler", [&] { ecore_idler_add(onceQuietly, &add); }},
+        {"an idle enterer", [&] { ecore_idle_enterer_add(onceQuietly, &add); }},
+        {"a timer", [&] { ecore_timer_add(0.01, onceQuietly, &add); }},
+        {"a job", [&] { ecore_job_add(quietlyForAll, &add); }},
+    };
+    for (const auto& [kind, start] : kinds) {
+        done = false;
+        start();
+        EXPECT_TRUE(turnsUntil([&] { return done.load(); }, 1.0)) << "added by " << kind;
+    }
+}
+
+TEST_F(TheBridge, IsOnTimeAfterACallbackThatBlocked)
+{
+    constexpr double kDue = 0.3;
+    constexpr double kBlocked = 0.2;
+    // A machine that is busy delays now and then; a loop that counts from before the call does so always.
+    for (const char* kind : {"job", "timer", "idle enterer", "GLib timeout"}) {
+        double late = 1e9;
+        for (int attempt = 0; attempt < 3 && late > kBlocked / 2; ++attempt) {
+            double fromEcore = 0;
+            double fromGLib = 0;
+            const double begin = now();
+            Action stall = [] { block(kBlocked); };
+            Action ecore = [&] { fromEcore = now() - begin; };
+            Action glib = [&] { fromGLib = now() - begin; };
+            ecore_timer_add(kDue, once, &ecore);
+            g_timeout_add(static_cast<guint>(kDue * 1000), onceSource, &glib);
+            if (kind[0] == 'j')
+                ecore_job_add(onceForAll, &stall);
+            else if (kind[0] == 't')
+                ecore_timer_add(0.01, once, &stall);
+            else if (kind[0] == 'i')
+                ecore_idle_enterer_add(once, &stall);
+            else
+                g_timeout_add(10, onceSource, &stall);
+            ASSERT_TRUE(turnsUntil([&] { return fromEcore > 0 && fromGLib > 0; }));
+            EXPECT_GT(std::min(fromEcore, fromGLib), kDue - 0.02) << kind;
+            late = std::max(fromEcore, fromGLib) - kDue;
+        }
+        EXPECT_LT(late, kBlocked / 2) << kind;
+    }
+}
+
+TEST_F(TheBridge, LetsACallbacksTimersBeginWhenItRuns)
+{
+    turnsUntil([] { return false; }, 0.02);
+    double fired = 0;
+    double begin = 0;
+    Action fire = [&] { fired = now() - begin; };
+    Action start = [&] {
+        begin = now();
+        ecore_timer_add(0.1, once, &fire);
+    };
+    g_timeout_add(150, onceSource, &start); // the loop sleeps that long before
+    ASSERT_TRUE(turnsUntil([&] { return fired > 0; }));
+    EXPECT_GT(fired, 0.09) << "it counted from before the sleep";
+}
+
+TEST_F(TheBridge, RunsEitherLoopInsideTheOther)
+{
+    bool inner = false;
+    bool outer = false;
+    Action finish = [&] { inner = true; };
+    Action nestEcore = [&] {
+        ecore_timer_add(0.02, once, &finish);
+        while (!inner)
+            ecore_main_loop_iterate_may_block(1);
+        outer = true;
+    };
+    g_idle_add(onceSource, &nestEcore);
+    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "Ecore's loop in a callback of GLib's";
+
+    inner = outer = false;
+    Action nestGLib = [&] {
+        g_timeout_add(20, onceSource, &finish);
+        while (!inner)
+            g_main_context_iteration(nullptr, TRUE);
+        outer = true;
+    };
+    ecore_job_add(onceForAll, &nestGLib);
+    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "GLib's loop in a callback of Ecore's";
+
+    inner = outer = false;
+    Action deeper = [&] { nestGLib(); };
+    Action nestBoth = [&] {
+        g_idle_add(onceSource, &deeper);
+        while (!outer)
+            ecore_main_loop_iterate_may_block(1);
+    };
+    ecore_job_add(onceForAll, &nestBoth);
+    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "one in the other in the first";
+}
+
+TEST_F(TheBridge, KeepsGLibsPrioritiesAndGivesEcoreItsTurn)
+{
+    std::string order;
+    Action low = [&] { order += 'l'; };
+    Action high = [&] { order += 'h'; };
+    Action normal = [&] { order += 'n'; };
+    g_idle_add_full(G_PRIORITY_LOW, onceSource, &low, nullptr);
+    g_idle_add_full(G_PRIORITY_DEFAULT, onceSource, &normal, nullptr);
+    g_idle_add_full(G_PRIORITY_HIGH, onceSource, &high, nullptr);
+    EXPECT_TRUE(turnsUntil([&] { return order.size() == 3; }));
+    EXPECT_EQ(order, "hnl");
+
+    // GLib always has something; Ecore's timers, jobs and descriptors are served all the same.
     int turns = 0;
-    int seconds = 0;
-    Ecore_Idle_Enterer* counter = ecore_idle_enterer_add(on_counted, &turns);
-    Ecore_Timer* second = ecore_timer_add(1.0, on_counted, &seconds);
-    while (seconds < 2)
-        ecore_main_loop_iterate_may_block(1);
-    EXPECT_LE(turns, 4) << "something wakes the loop while nothing happens";
-    ecore_timer_del(second);
-    ecore_idle_enterer_del(counter);
+    int jobs = 0;
+    Action job = [&] { ++jobs; };
+    const guint flood = g_idle_add_full(
+        G_PRIORITY_HIGH,
+        [](gpointer count) -> gboolean {
+            ++*static_cast<int*>(count);
+            return G_SOURCE_CONTINUE;
+        },
+        &turns, nullptr);
+    turnsUntil([] { return false; }, 0.05);
+    const int before = turns;
+    ecore_job_add(onceForAll, &job);
+    EXPECT_TRUE(turnsUntil([&] { return jobs == 1; }));
+    EXPECT_LE(turns - before, 3) << "one dispatch a turn";
+    g_source_remove(flood);
+}
+
+TEST_F(TheBridge, TellsWhenTheLoopIsAboutToSleep)
+{
+    int sleeps = 0;
+    bool queued = false;
+    bool wrong = false;
+    m_bridge.reset();
+    m_bridge.emplace([&] {
+        ++sleeps;
+        wrong = wrong || queued;
+        return sleeps == 1; // pretends to have done something: the loop comes by again
+    });
+    Action work = [&] { queued = false; };
+    Action queue = [&] {
+        queued = true;
+        ecore_job_add(onceForAll, &work);
+    };
+    ecore_timer_add(0.02, once, &queue);
+    turnsUntil([] { return false; }, 0.1);
+    EXPECT_GE(sleeps, 3);
+    EXPECT_FALSE(wrong) << "something was still to be done";
+
+    // A loop that was asked to end does not sleep any more.
+    int atTheEnd = 0;
+    Action end = [&] {
+        ecore_main_loop_quit();
+        atTheEnd = sleeps;
+    };
+    ecore_timer_add(0.02, once, &end);
+    ecore_main_loop_begin();
+    EXPECT_EQ(sleeps, atTheEnd);
 }
 
 } // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    setenv("ECORE_NO_SYSTEM_MODULES", "1", 1);
+    setenv("EINA_LOG_LEVEL", "0", 1);
+    ecore_init();
+    const int result = RUN_ALL_TESTS();
+    ecore_shutdown();
+    return result;
+}
