@@ -1,26 +1,29 @@
 #include "app.h"
 
 #include "app/ApplicationId.h"
+#include "app/DisplayLoss.h"
+#include "app/Ending.h"
 #include "app/Events.h"
 #include "app/Fonts.h"
 #include "app/GLibBridge.h"
 #include "app/Instance.h"
 #include "app/Language.h"
+#include "app/ToolkitStart.h"
+#include "app/Traces.h"
 #include "app/WindowState.h"
 #include "aul.h"
 #include "log/StandardError.h"
 #include "settings/Folders.h"
 
-#include <Efreet.h>
 #include <Elementary.h>
 
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orbis::app {
 
@@ -37,67 +40,15 @@ std::string idOf(const char* program)
     return path.substr(path.find_last_of('/') + 1);
 }
 
-Instance::Parameters parametersOf(int argc, char** argv)
+LaunchParameters parametersOf(int argc, char** argv)
 {
-    Instance::Parameters parameters;
+    LaunchParameters parameters;
     for (int i = 1; i < argc && argv[i]; ++i) {
         const std::string argument = argv[i];
         if (const auto equals = argument.find('='); equals != std::string::npos && equals > 0)
             parameters.push_back(argument);
     }
     return parameters;
-}
-
-/// @return whether files can be made in @p folder; asked by making one, because permissions do not tell
-bool canWriteIn(const std::string& folder)
-{
-    std::string name = folder + "/.probe-XXXXXX";
-    const int file = folder.empty() ? -1 : mkstemp(name.data());
-    if (file < 0)
-        return false;
-    close(file);
-    unlink(name.c_str());
-    return true;
-}
-
-std::string environment(const char* name)
-{
-    const char* value = getenv(name);
-    return value ? value : "";
-}
-
-/// The toolkit ends the process when it finds no folder to write in.
-/// @return whether it will find one
-bool prepareFolders()
-{
-    const bool homeIsUsable = canWriteIn(environment("HOME"));
-    const bool runtimeIsUsable = canWriteIn(environment("XDG_RUNTIME_DIR"));
-    if (homeIsUsable && (runtimeIsUsable || environment("XDG_RUNTIME_DIR").empty()))
-        return true;
-    std::string fallback = runtimeFolder();
-    if (!makeFolders(fallback) || !canWriteIn(fallback)) {
-        char temporary[] = P_tmpdir "/orbis-XXXXXX";
-        const char* made = mkdtemp(temporary);
-        fallback = made ? made : "";
-    }
-    if (fallback.empty())
-        return false;
-    if (!homeIsUsable)
-        setenv("HOME", fallback.c_str(), 1);
-    if (!runtimeIsUsable)
-        setenv("XDG_RUNTIME_DIR", fallback.c_str(), 1);
-    return true;
-}
-
-/// The toolkit's defaults serve a desktop: they start helper processes, open the system bus and keep freed
-/// memory back. What the environment says already is left alone.
-bool prepareToolkit()
-{
-    setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
-    setenv("EINA_FREEQ_BYPASS", "1", 0);
-    chooseFonts();
-    efreet_cache_disable();
-    return prepareFolders();
 }
 
 /// One run of an application, from the toolkit's start to its end.
@@ -112,64 +63,100 @@ public:
 
     int execute(int argc, char** argv);
     void windowState(bool visible, bool focused);
+    void lose(const char* what);
 
 private:
     static void on_start(void* data);
     static Eina_Bool on_hangUp(void*, int, void*);
+    static Eina_Bool on_endEvent(void* data, int, void*);
 
-    void deliver(const Instance::Parameters& parameters);
-    void loop();
+    void deliver(const LaunchParameters& parameters);
+    bool serveLaunches();
+    void loop(Ending& ending);
 
     std::string m_id;
     ui_app_lifecycle_callback_s m_callbacks;
     void* m_userData;
-    Instance::Parameters m_parameters;
+    LaunchParameters m_parameters;
     Instance m_instance;
+    Ecore_Job* m_start = nullptr; ///< cleared by the job itself
     bool m_created = false;
+    bool m_ended = false; ///< the loop has; from then on only terminate is called
     bool m_visible = false;
+    bool m_isLost = false;
 };
 
 Run* s_run = nullptr;
 
 int Run::execute(int argc, char** argv)
 {
+    Ending ending {m_id};
     m_parameters = parametersOf(argc, argv);
-    if (m_instance.claim(m_id, m_parameters) == Instance::Claim::Handed)
+    const Instance::Claim claim = m_instance.claim(m_id, m_parameters);
+    if (claim == Instance::Claim::Handed)
         return APP_ERROR_NONE;
+    if (claim == Instance::Claim::Denied)
+        _exit(APP_EXIT_DENIED);
+    std::optional<Trace> status {std::in_place, runtimeFolder() + "/apps/" + m_id, Trace::Whose::IfItNamesUs};
     aul_app_set_status(m_id.c_str(), STATUS_LAUNCHING);
-    if (!prepareToolkit() || elm_init(argc, argv) <= 0) {
-        aul_app_remove_status(m_id.c_str());
+    if (!startLoop())
         return APP_ERROR_INVALID_CONTEXT;
+    ending.letLoopServe();
+    const bool started = startToolkit(argc, argv);
+    if (started) {
+        DisplayLoss::watchConnection();
+        applyLanguage();
+        loop(ending);
+        elm_shutdown();
     }
-    applyLanguage();
-    loop();
-    elm_shutdown();
-    aul_app_remove_status(m_id.c_str());
-    return APP_ERROR_NONE;
+    // Ecore lets go of the signals when it goes: nothing may be left to remove by then.
+    status.reset();
+    m_instance.release();
+    ecore_shutdown();
+    if (m_isLost)
+        _exit(APP_EXIT_DISPLAY_LOST);
+    return started ? APP_ERROR_NONE : APP_ERROR_INVALID_CONTEXT;
 }
 
-void Run::loop()
+void Run::loop(Ending& ending)
 {
-    std::optional<GLibBridge> bridge {std::in_place};
-    m_instance.listen([this](const Instance::Parameters& parameters) { deliver(parameters); });
+    std::optional<GLibBridge> bridge {std::in_place, [this] { return serveLaunches(); }};
+    m_instance.launches().listen();
     startEventSources();
     Ecore_Event_Handler* hangUp = ecore_event_handler_add(ECORE_EVENT_SIGNAL_HUP, on_hangUp, nullptr);
     const FontCheck fonts;
+    Ecore_Event_Handler* end = ecore_event_handler_add(ECORE_EVENT_SIGNAL_EXIT, on_endEvent, this);
     // An exit that is asked for before the loop runs would be forgotten, so creation happens inside it.
-    Ecore_Job* start = ecore_job_add(on_start, this);
+    m_start = ecore_job_add(on_start, this);
     elm_run();
+    ending.limitTheRest(m_isLost ? APP_EXIT_DISPLAY_LOST : 0);
+    m_ended = true;
+    m_instance.launches().close();
     if (m_created && m_callbacks.terminate)
         m_callbacks.terminate(m_userData);
-    else if (!m_created)
-        ecore_job_del(start);
+    if (m_start)
+        ecore_job_del(std::exchange(m_start, nullptr));
+    ecore_event_handler_del(end);
     ecore_event_handler_del(hangUp);
     stopEventSources();
-    m_instance.listen(nullptr);
+}
+
+/// The loop has dealt with all that came before them.
+bool Run::serveLaunches()
+{
+    if (!m_created || m_ended || Ending::isAskedFor())
+        return false;
+    return m_instance.launches().serve([this](const LaunchParameters& parameters) { deliver(parameters); });
 }
 
 void Run::on_start(void* data)
 {
     auto* self = static_cast<Run*>(data);
+    self->m_start = nullptr;
+    if (Ending::isAskedFor()) { // before the loop ran, when nobody could be told
+        elm_exit();
+        return;
+    }
     self->m_created = true;
     if (self->m_callbacks.create && !self->m_callbacks.create(self->m_userData)) {
         elm_exit();
@@ -181,7 +168,7 @@ void Run::on_start(void* data)
     self->deliver(self->m_parameters);
 }
 
-void Run::deliver(const Instance::Parameters& parameters)
+void Run::deliver(const LaunchParameters& parameters)
 {
     if (!m_callbacks.app_control)
         return;
@@ -200,6 +187,8 @@ void Run::deliver(const Instance::Parameters& parameters)
 
 void Run::windowState(bool visible, bool focused)
 {
+    if (m_ended)
+        return;
     const aul_app_status shown = focused ? STATUS_FOCUS : STATUS_VISIBLE;
     aul_app_set_status(m_id.c_str(), visible ? shown : STATUS_BG);
     if (visible == m_visible)
@@ -209,9 +198,26 @@ void Run::windowState(bool visible, bool focused)
         callback(m_userData);
 }
 
+void Run::lose(const char* what)
+{
+    if (m_isLost || m_ended)
+        return;
+    m_isLost = true;
+    fprintf(stderr, "%s: %s\n", m_id.c_str(), what);
+    elm_exit();
+}
+
 Eina_Bool Run::on_hangUp(void*, int, void*)
 {
     elm_exit();
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+/// The toolkit makes this event of a signal, but also of a compositor that has gone.
+Eina_Bool Run::on_endEvent(void* data, int, void*)
+{
+    if (!Ending::isAskedFor())
+        static_cast<Run*>(data)->lose("the display is gone");
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -221,6 +227,12 @@ void windowStateChanged(bool visible, bool focused)
 {
     if (s_run)
         s_run->windowState(visible, focused);
+}
+
+void displayLost(const char* what)
+{
+    if (s_run)
+        s_run->lose(what);
 }
 
 } // namespace orbis::app

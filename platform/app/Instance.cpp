@@ -4,129 +4,133 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/socket.h>
-#include <sys/un.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
-#include <utility>
+#include <cstring>
+#include <thread>
 
 namespace orbis::app {
 
 namespace {
 
-/// The largest set of parameters that is taken over, bytes: more than any launch carries, and less than the
-/// system's limit for one datagram.
-constexpr std::size_t kMaxMessage = std::size_t {128} * 1024;
+/// A call to a daemon on the bus may block for 25 seconds, and a start makes two.
+constexpr std::chrono::seconds kPatience {60};
 
-/// The folder may lie deeper than a socket's name can say, so it is named through its descriptor.
-sockaddr_un addressIn(int folder, const std::string& name)
+/// A start that waits for another process looks this often whether it has ended.
+constexpr std::chrono::milliseconds kLook {20};
+
+constexpr mode_t kLockMode = 0644; ///< other users may ask for it, or they could not tell whether it is held
+
+/// @return whether @p lock is still what its name leads to: the one who held it last removes it
+bool isCurrent(int lock, int folder, const std::string& name)
 {
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    snprintf(address.sun_path, sizeof address.sun_path, "/proc/self/fd/%d/%s", folder, name.c_str());
-    return address;
+    struct stat held = {};
+    struct stat named = {};
+    return fstat(lock, &held) == 0 && fstatat(folder, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0
+        && held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
-std::string packed(const Instance::Parameters& parameters)
+FileDescriptor openLock(int folder, const std::string& name)
 {
-    std::string message;
-    for (const std::string& parameter : parameters)
-        message.append(parameter).push_back('\0');
-    return message;
-}
-
-Instance::Parameters unpacked(const std::string& message)
-{
-    Instance::Parameters parameters;
-    for (std::size_t begin = 0; begin < message.size();) {
-        const std::size_t end = std::min(message.find('\0', begin), message.size());
-        parameters.push_back(message.substr(begin, end - begin));
-        begin = end + 1;
+    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC;
+    FileDescriptor lock(openat(folder, name.c_str(), kFlags | O_CREAT, kLockMode));
+    // Somebody else's file in a folder that everybody may write to: making it is refused, asking is not.
+    if (!lock && errno == EACCES) {
+        FileDescriptor existing(openat(folder, name.c_str(), kFlags));
+        if (existing || errno != ENOENT)
+            return existing;
+        errno = EROFS; // there is none, and none can be made
     }
-    return parameters;
+    return lock;
 }
 
-bool handOver(int folder, const std::string& name, const Instance::Parameters& parameters)
+Instance::Claim deny(const std::string& application, const char* reason)
 {
-    const int peer = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    if (peer < 0)
-        return false;
-    const sockaddr_un address = addressIn(folder, name);
-    const std::string message = packed(parameters);
-    const bool sent = message.size() <= kMaxMessage
-        && sendto(peer, message.data(), message.size(), MSG_DONTWAIT,
-               reinterpret_cast<const sockaddr*>(&address), sizeof address)
-            >= 0;
-    close(peer);
-    return sent;
+    fprintf(stderr, "%s runs already, %s\n", application.c_str(), reason);
+    return Instance::Claim::Denied;
+}
+
+Instance::Claim cannotTell(const std::string& application, const std::string& path, int error)
+{
+    fprintf(stderr, "%s cannot tell whether it runs already: %s: %s\n", application.c_str(), path.c_str(),
+        strerror(error));
+    return Instance::Claim::Unknown;
+}
+
+/// @return whether the folder is there, but for others
+bool isForeign(const std::string& path)
+{
+    return access(path.c_str(), X_OK) != 0 && errno == EACCES;
 }
 
 } // namespace
 
-Instance::~Instance()
+Instance::Lock Instance::tryLock(int folder, const std::string& name)
 {
-    if (m_readable)
-        ecore_main_fd_handler_del(m_readable);
-    if (m_socket >= 0)
-        close(m_socket);
-    if (m_lock >= 0)
-        close(m_lock);
+    for (;;) {
+        FileDescriptor lock = openLock(folder, name);
+        if (!lock)
+            return errno == EACCES || errno == EPERM ? Lock::Foreign : Lock::Impossible;
+        if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
+            return errno == EWOULDBLOCK ? Lock::Busy : Lock::Impossible;
+        if (!isCurrent(lock.get(), folder, name))
+            continue;
+        m_lock = std::move(lock);
+        return Lock::Taken;
+    }
 }
 
-Instance::Claim Instance::claim(const std::string& application, const Parameters& parameters)
+void Instance::becomeFirst(int folder, const std::string& path, const std::string& application)
+{
+    m_lockFile.emplace(path + '/' + application + ".lock");
+    m_socketFile.emplace(path + '/' + application + ".socket");
+    if (!m_launches.open(folder, application + ".socket"))
+        fprintf(stderr, "%s cannot take later launches: %s\n", application.c_str(), strerror(errno));
+}
+
+Instance::Claim Instance::claim(const std::string& application, const LaunchParameters& parameters)
 {
     const std::string path = runtimeFolder() + "/app-control";
-    const int folder = makeFolders(path) ? open(path.c_str(), O_DIRECTORY | O_PATH | O_CLOEXEC) : -1;
-    if (folder < 0)
-        return Claim::Unknown;
-    const std::string socketName = application + ".socket";
-    m_lock = openat(folder, (application + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    Claim result = Claim::Unknown;
-    if (m_lock >= 0 && flock(m_lock, LOCK_EX | LOCK_NB) == 0) {
-        result = Claim::First;
-        bindSocket(folder, socketName);
-    } else if (m_lock >= 0 && errno == EWOULDBLOCK) {
-        if (!handOver(folder, socketName, parameters))
-            fprintf(
-                stderr, "%s runs already, but does not take the launch parameters\n", application.c_str());
-        result = Claim::Handed;
+    const FileDescriptor folder(
+        makeFolders(path) ? open(path.c_str(), O_DIRECTORY | O_PATH | O_CLOEXEC) : -1);
+    if (!folder) {
+        const int error = errno;
+        return isForeign(path) ? deny(application, "or another user's folder is in its place")
+                               : cannotTell(application, path, error);
     }
-    close(folder);
-    return result;
+    const std::string file = application + ".lock";
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    for (;;) {
+        const Lock lock = tryLock(folder.get(), file);
+        if (lock == Lock::Taken) {
+            becomeFirst(folder.get(), path, application);
+            return Claim::First;
+        }
+        if (lock == Lock::Impossible)
+            return cannotTell(application, path + '/' + file, errno);
+        const HandOver result = lock == Lock::Foreign
+            ? HandOver::Impossible
+            : handOver(folder.get(), application + ".socket", parameters, deadline);
+        if (result == HandOver::Accepted)
+            return Claim::Handed;
+        if (result == HandOver::Impossible)
+            return deny(application, "and cannot be given this launch");
+        if (result == HandOver::TooLate || std::chrono::steady_clock::now() >= deadline)
+            return deny(application, "but does not answer");
+        std::this_thread::sleep_for(kLook);
+    }
 }
 
-bool Instance::bindSocket(int folder, const std::string& name)
+void Instance::release()
 {
-    m_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (m_socket < 0)
-        return false;
-    unlinkat(folder, name.c_str(), 0); // left behind by an instance that was killed
-    const sockaddr_un address = addressIn(folder, name);
-    return bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-}
-
-void Instance::listen(Handler handler)
-{
-    m_handler = std::move(handler);
-    if (!m_handler && m_readable)
-        ecore_main_fd_handler_del(std::exchange(m_readable, nullptr));
-    if (m_handler && m_socket >= 0 && !m_readable)
-        m_readable = ecore_main_fd_handler_add(m_socket, ECORE_FD_READ, on_readable, this, nullptr, nullptr);
-}
-
-Eina_Bool Instance::on_readable(void* data, Ecore_Fd_Handler*)
-{
-    auto* self = static_cast<Instance*>(data);
-    std::string message(kMaxMessage, '\0');
-    const ssize_t length = recv(self->m_socket, message.data(), message.size(), MSG_DONTWAIT);
-    if (length < 0)
-        return ECORE_CALLBACK_RENEW;
-    message.resize(static_cast<std::size_t>(length));
-    if (self->m_handler)
-        self->m_handler(unpacked(message));
-    return ECORE_CALLBACK_RENEW;
+    m_launches.close();
+    m_socketFile.reset();
+    m_lockFile.reset();
+    m_lock = FileDescriptor();
 }
 
 } // namespace orbis::app

@@ -1,49 +1,48 @@
 /// One running instance of an application.
 #pragma once
 
-#include <Ecore.h>
+#include "app/Launches.h"
+#include "app/Traces.h"
+#include "settings/FileDescriptor.h"
 
-#include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace orbis::app {
 
-/// The claim to be the one running instance of an application, and the way by which a later launch hands its
-/// parameters over: a datagram to a socket in the runtime folder, guarded by a file lock that the system
-/// drops with the process. Main loop only.
+/// The claim to be the one running instance of an application: a file lock in the runtime folder, which the
+/// system drops with the process. Main loop only.
 class Instance {
 public:
-    using Parameters = std::vector<std::string>; ///< each "key=value"
-    using Handler = std::function<void(const Parameters&)>;
-
     enum class Claim {
         First, ///< this process is the instance
-        Handed, ///< another is; it has been given the parameters
-        Unknown, ///< the runtime folder cannot be used: nobody can tell
+        Handed, ///< another is, and serves the launch
+        Denied, ///< another is, and the launch cannot be handed to it; standard error tells why
+        Unknown, ///< the runtime folder cannot be used, which standard error tells: nobody can know
     };
 
-    Instance() = default;
-    ~Instance();
-    Instance(const Instance&) = delete;
-    Instance& operator=(const Instance&) = delete;
-
     /// Tries to become the instance of @p application; hands @p parameters over when another process is.
-    Claim claim(const std::string& application, const Parameters& parameters);
+    /// While that one can neither accept nor refuse, because it starts, ends or is blocked, this waits for
+    /// whichever comes first: its answer or its end, but no longer than a minute, which is more than the two
+    /// longest calls that can block it.
+    Claim claim(const std::string& application, const LaunchParameters& parameters);
 
-    /// Calls @p handler from the main loop for every later launch; an empty one ends that. To be ended before
-    /// Ecore is shut down.
-    void listen(Handler handler);
+    /// The launches that come later; none when this is not the first.
+    Launches& launches() { return m_launches; }
+
+    /// Gives the claim up.
+    void release();
 
 private:
-    static Eina_Bool on_readable(void* data, Ecore_Fd_Handler*);
+    enum class Lock { Taken, Busy, Foreign, Impossible };
 
-    bool bindSocket(int folder, const std::string& name);
+    Lock tryLock(int folder, const std::string& name);
+    void becomeFirst(int folder, const std::string& path, const std::string& application);
 
-    int m_lock = -1;
-    int m_socket = -1;
-    Ecore_Fd_Handler* m_readable = nullptr;
-    Handler m_handler;
+    FileDescriptor m_lock; // declared first: the files go while it is held
+    std::optional<Trace> m_lockFile;
+    std::optional<Trace> m_socketFile;
+    Launches m_launches;
 };
 
 } // namespace orbis::app

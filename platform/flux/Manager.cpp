@@ -25,7 +25,8 @@ constexpr int kLayerAbove = 6;
 constexpr int kDesignWidth = 1920;
 constexpr int kDesignHeight = 1080;
 
-std::unique_ptr<Manager> s_manager;
+/// Never destroyed: what it uses may be gone by the time a process that ends anyhow destroys its statics.
+std::unique_ptr<Manager>& s_manager = *new std::unique_ptr<Manager>;
 
 /// Borrowed by the toolkit while it is set.
 Elm_Win_Trap s_trap {};
@@ -54,6 +55,7 @@ Manager::Manager(Evas_Object* window)
     , m_hidesWhenLowered(!isWayland(window))
     , m_keyGuard(std::make_unique<KeyGuard>(window))
     , m_leftovers(std::make_unique<Leftovers>(evas_object_evas_get(window)))
+    , m_displayLoss(std::make_unique<app::DisplayLoss>(window))
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
@@ -87,6 +89,7 @@ void Manager::detach()
     m_keyGuard.reset();
     m_readout.reset();
     m_leftovers.reset();
+    m_displayLoss.reset();
     m_window = nullptr;
     app::windowStateChanged(false, false);
 }

@@ -1,6 +1,7 @@
 /// The one window of the application on the screen.
 #pragma once
 
+#include "app/DisplayLoss.h"
 #include "flux/KeyGuard.h"
 #include "flux/Leftovers.h"
 #include "flux/Readout.h"
@@ -82,6 +83,7 @@ private:
     bool m_hidesWhenLowered = true; ///< a window that cannot be mapped again is only emptied
     std::unique_ptr<KeyGuard> m_keyGuard;
     std::unique_ptr<Leftovers> m_leftovers;
+    std::unique_ptr<app::DisplayLoss> m_displayLoss;
     Evas_Object* m_spoken = nullptr; ///< borrowed, only compared: what was read out and still has the focus
     std::unique_ptr<Readout> m_readout = std::make_unique<Readout>(); ///< as long as the window
 };

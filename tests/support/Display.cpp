@@ -1,5 +1,6 @@
 #include "Display.h"
 
+#include <csignal>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -83,6 +84,21 @@ std::optional<Geometry> Display::visibleWindow(int pid) const
             return geometry;
     }
     return std::nullopt;
+}
+
+std::string Display::windowOf(int pid) const
+{
+    std::istringstream windows(
+        control({"search", "--onlyvisible", "--pid", std::to_string(pid)}).value_or(""));
+    std::string window;
+    windows >> window;
+    return window;
+}
+
+void Display::kill()
+{
+    m_server->signal(SIGKILL);
+    m_server->waitForExit();
 }
 
 bool Display::hasKeys(int pid) const

@@ -40,6 +40,8 @@ public:
 
     /// @return where the viewable window of a process is, nothing when it has none
     std::optional<Geometry> visibleWindow(int pid) const;
+    /// @return the number of the viewable window of a process, "" when it has none
+    std::string windowOf(int pid) const;
     /// @return whether a window of the process gets the keys
     bool hasKeys(int pid) const;
 
@@ -54,6 +56,14 @@ public:
     void stopManager() { m_manager.reset(); }
     /// Starts the window manager that was ended. @throws std::runtime_error when it does not come up
     void startManager();
+    /// Destroys a window that belongs to somebody else.
+    void destroyWindow(const std::string& window) const { control({"windowclose", window}); }
+    /// Breaks the connection of the window's owner.
+    void disconnect(const std::string& window) const { control({"windowkill", window}); }
+    /// SIGSTOP stalls it: it takes what is sent, and answers nothing until SIGCONT.
+    void signal(int number) { m_server->signal(number); }
+    /// Ends the display at once, as a crash would; returns when it is gone.
+    void kill();
 
     /// Starts a program on this display.
     std::unique_ptr<Process> start(const std::vector<std::string>& arguments) const;

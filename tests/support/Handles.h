@@ -9,6 +9,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <unistd.h>
+
 namespace tv {
 
 template <typename T, auto Free>
@@ -19,6 +21,31 @@ using ErrorPtr = CHandle<GError, g_error_free>;
 using VariantPtr = CHandle<GVariant, g_variant_unref>;
 using NodeInfoPtr = CHandle<GDBusNodeInfo, g_dbus_node_info_unref>;
 using ConnectionPtr = CHandle<GDBusConnection, g_object_unref>;
+
+/// An open file or socket; closed with its owner.
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    Descriptor(Descriptor&& other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            close(m_number);
+    }
+
+    int get() const { return m_number; }
+
+private:
+    int m_number;
+};
 
 /// A GLib event source of the default main context; removed with its owner.
 class Source {
