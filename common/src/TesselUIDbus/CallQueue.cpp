@@ -20,12 +20,17 @@ CallQueue::~CallQueue()
 
 void CallQueue::add(GDBusMethodInvocation* call)
 {
-    if (m_turn != 0) {
-        m_calls.push_back(call);
+    if (m_turn == 0) {
+        waitForTurn();
+        m_serve(call);
         return;
     }
-    waitForTurn();
-    m_serve(call);
+    try {
+        m_calls.push_back(call);
+    } catch (...) { // out of turn is better than never
+        logCaught(__func__);
+        m_serve(call);
+    }
 }
 
 /// At the priority of the bus's own events, so that neither keeps the other waiting.
