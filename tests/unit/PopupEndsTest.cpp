@@ -151,4 +151,18 @@ TEST_F(AClosedPopup, DropsTheGuidesPendingJobWhenItIsReplacedFirst)
     EXPECT_FALSE(journal::has("I Show APList popup"));
 }
 
+/// The job deletes the popup that it belongs to, and the handle of itself that the popup holds. Also run where every
+/// use of memory is looked at.
+TEST_F(AClosedPopup, OfTheGuideMakesWayInItsOwnJob)
+{
+    request(TESSEL_VCONF, R"({"page":"mobileDetection","pin":"0042"})");
+    toolkit::s_onExit = nullptr;
+    toolkit::click(toolkit::topPopup(m_window)->buttons[0]);
+    toolkit::settle();
+    EXPECT_EQ(journal::missing({"I Clos Button Clicked", "I START", "I Show APList popup", "I END"}), "");
+    EXPECT_EQ(toolkit::textsOf(m_window), Texts {text("TV_SID_TESSEL_CADEC_SETUP_VIA_MOBILE")});
+    EXPECT_EQ(journal::count("I Show APList popup"), 1);
+    EXPECT_EQ(told(1), Texts {"ServerStarted true"}) << "going on with the phone is no stop";
+}
+
 } // namespace
