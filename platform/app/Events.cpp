@@ -41,7 +41,7 @@ void report(app_event_type_e event)
 
 void on_languageChanged(keynode_t*, void*)
 {
-    orbis::app::applyLanguage();
+    orbis::app::changeLanguage();
     report(APP_EVENT_LANGUAGE_CHANGED);
 }
 

@@ -176,6 +176,8 @@ void setLanguages(const std::string& languages)
     setenv("LANGUAGE", languages.c_str(), 1);
     ++_nl_msg_cat_cntr;
 }
+int s_holds = 0;
+bool s_isWaiting = false;
 
 } // namespace
 
@@ -189,12 +191,37 @@ void checkCatalogues()
 
 void applyLanguage()
 {
+    s_isWaiting = false;
     leaveCLocale();
     const std::string language = chosenLanguage();
     // Without a fallback of its own, gettext would show the id of a text that the language lacks.
     setLanguages(language.empty() ? kFallback : language + ":" + kFallback);
     checkCatalogues();
     elm_config_mirrored_set(isRightToLeft(language));
+}
+
+void changeLanguage()
+{
+    s_isWaiting = true;
+    applyWaitingLanguage();
+}
+
+void applyWaitingLanguage()
+{
+    if (s_isWaiting && s_holds == 0)
+        applyLanguage();
+}
+
+LanguageHold::LanguageHold()
+{
+    ++s_holds;
+}
+
+LanguageHold::~LanguageHold()
+{
+    // Not at once: the toolkit would turn round the widget that is just going.
+    if (--s_holds == 0 && s_isWaiting)
+        ecore_job_add([](void*) { applyWaitingLanguage(); }, nullptr);
 }
 
 std::string languageOfTexts()

@@ -14,6 +14,20 @@ void applyLanguage();
 /// Looks at the catalogues that the language needs. To be called when the application has bound its folder,
 /// and before a text is asked for.
 void checkCatalogues();
+/// The setting was changed: applies it, unless a LanguageHold lives; then once the last of them is gone.
+void changeLanguage();
+
+/// Applies a change that waited, unless it still has to.
+void applyWaitingLanguage();
+
+/// Keeps the texts' language and direction while it lives: what the viewer has before him stays in one.
+class LanguageHold {
+public:
+    LanguageHold();
+    ~LanguageHold();
+    LanguageHold(const LanguageHold&) = delete;
+    LanguageHold& operator=(const LanguageHold&) = delete;
+};
 
 /// @return the language of the catalogue that the application's texts come from, for instance "pt-br";
 /// English where the viewer's language has none. Before the application has bound a catalogue, what was asked

@@ -23,6 +23,14 @@ void on_unfocused(void*, Evas_Object* button, void*)
         manager->focusLeft();
 }
 
+/// Runs before the application's own handlers. What waits behind this press was made before the viewer saw
+/// what came of it.
+void on_clicked(void*, Evas_Object* button, void*)
+{
+    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
+        manager->pictureChanges();
+}
+
 } // namespace
 
 } // namespace orbis::flux
@@ -39,7 +47,10 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
         return nullptr;
     attachRecord<ButtonRecord>(button);
     elm_object_style_set(button, "flux");
+    keepDirectionOf(parent, button);
     applyContrast(button);
+    evas_object_smart_callback_priority_add(
+        button, "clicked", EVAS_CALLBACK_PRIORITY_BEFORE, on_clicked, nullptr);
     evas_object_smart_callback_add(button, "focused", on_focused, nullptr);
     evas_object_smart_callback_add(button, "unfocused", on_unfocused, nullptr);
     return button;

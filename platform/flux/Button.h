@@ -8,6 +8,7 @@ namespace orbis::flux {
 struct ButtonRecord {
     static constexpr const char* kKey = "orbis.flux.button";
     Evas_Object* object = nullptr;
+    Evas_Object* popup = nullptr; ///< borrowed; whose slot it is in
 };
 
 } // namespace orbis::flux

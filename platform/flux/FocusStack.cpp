@@ -10,9 +10,21 @@ namespace orbis::flux {
 
 FocusStack& FocusStack::instance()
 {
-    static FocusStack stack;
-    return stack;
+    // Never destroyed: popups may go after the static objects.
+    static auto& s_stack = *new FocusStack;
+    return s_stack;
 }
+
+namespace {
+
+/// What was pressed up to now was meant for the popup that was on top.
+void tellOfChange(const Evas_Object* popup)
+{
+    if (Manager* manager = Manager::of(elm_object_top_widget_get(popup)))
+        manager->pictureChanges();
+}
+
+} // namespace
 
 void FocusStack::push(Evas_Object* popup)
 {
@@ -26,6 +38,7 @@ void FocusStack::push(Evas_Object* popup)
     elm_object_tree_focus_allow_set(popup, EINA_TRUE);
     updateDims();
     Manager::popupsChanged();
+    tellOfChange(popup);
     focusPopup(popup);
 }
 
@@ -45,9 +58,11 @@ void FocusStack::updateDims()
 
 void FocusStack::remove(Evas_Object* popup)
 {
-    const bool wasTop = top() == popup;
+    const bool wasTop = !empty() && top() == popup;
     m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
     updateDims();
+    if (wasTop)
+        tellOfChange(popup);
     Evas_Object* below = top();
     if (wasTop)
         Manager::popupsChanged();

@@ -4,6 +4,7 @@
 #include "flux/Widget.h"
 
 #include <cstdint>
+#include <string>
 #include <sys/stat.h>
 
 namespace orbis::flux {
@@ -55,10 +56,13 @@ Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path)
 {
     if (!recordOf<ImageboxRecord>(imagebox) || !path)
         return EINA_FALSE;
+    const char* shown = nullptr;
+    elm_image_file_get(imagebox, &shown, nullptr);
+    const std::string former = shown ? shown : "";
     const char* fault = faultOfPicture(imagebox, path);
     if (!fault)
         return EINA_TRUE;
-    elm_image_file_set(imagebox, nullptr, nullptr);
+    elm_image_file_set(imagebox, former.empty() ? nullptr : former.c_str(), nullptr);
     dlog_print(DLOG_ERROR, "orbis-platform", "A picture is left out: %s: %s", path, fault);
     return EINA_FALSE;
 }

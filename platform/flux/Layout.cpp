@@ -3,6 +3,7 @@
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
+#include "flux/Unit.h"
 #include "flux/Widget.h"
 
 #include <algorithm>
@@ -33,6 +34,26 @@ struct LayoutRecord {
     double bottom = 0.0;
 };
 
+/// The size that an item was appended with, on the item itself.
+struct ItemRecord {
+    static constexpr const char* kKey = "orbis.flux.item";
+
+    Evas_Object* object = nullptr;
+    double width = 0.0; ///< layout units, as the height: the screen's size may change
+    double height = 0.0;
+};
+
+struct Size {
+    int width, height;
+};
+
+Size sizeOf(const Evas_Object* item)
+{
+    const auto* record = recordOf<ItemRecord>(item);
+    return record ? Size {elm_flux_unit_to_pixel(record->width), elm_flux_unit_to_pixel(record->height)}
+                  : Size {};
+}
+
 /// The room for the items, in pixels.
 struct Area {
     int x, y, width, height;
@@ -55,10 +76,7 @@ Area innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
 /// is, so that nothing leaves the layout. @return the length it takes along the direction
 int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrored, int offset)
 {
-    int width = 0;
-    int height = 0;
-    // The toolkit overwrites a widget's least size when its theme changes, and leaves the largest alone.
-    evas_object_size_hint_max_get(item, &width, &height);
+    auto [width, height] = sizeOf(item);
     width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
     height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
     int x = area.x + (area.width - width) / 2;
@@ -80,9 +98,7 @@ int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const Area& area)
         lone = static_cast<Evas_Object_Box_Option*>(eina_list_data_get(boxData->children))->obj;
     if (!recordOf<TextboxRecord>(lone))
         return 0;
-    int height = 0;
-    evas_object_size_hint_max_get(lone, nullptr, &height);
-    return std::max(0, area.height - height) / 2;
+    return std::max(0, area.height - sizeOf(lone).height) / 2;
 }
 
 /// The items have the sizes they were appended with; what the toolkit's own boxes would make of hints and
@@ -107,6 +123,12 @@ void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
 void arrangeAgain(const LayoutRecord& record)
 {
     elm_box_recalculate(record.box);
+}
+
+/// So the toolkit also tells that its scale is another one.
+void on_themeChanged(void* data, Evas_Object*, void*)
+{
+    arrangeAgain(*static_cast<LayoutRecord*>(data));
 }
 
 /// A layout has no look of its own: what it is told goes to its items.
@@ -154,6 +176,7 @@ Evas_Object* elm_flux_layout_add(Evas_Object* parent)
     for (const char* emission : {"HC", "flux,popup,shown", "flux,popup,hidden"})
         elm_object_signal_callback_add(layout, emission, "", on_signal, nullptr);
     elm_object_part_content_set(layout, kBoxPart, record->box);
+    evas_object_smart_callback_add(layout, "theme,changed", on_themeChanged, record);
     return layout;
 }
 
@@ -196,7 +219,11 @@ Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int wid
     auto* record = recordOf<LayoutRecord>(layout);
     if (!record || !canHold(layout, item) || width_px < 0 || height_px < 0)
         return EINA_FALSE;
-    evas_object_size_hint_max_set(item, width_px, height_px);
+    auto* size = recordOf<ItemRecord>(item);
+    if (!size)
+        size = attachRecord<ItemRecord>(item);
+    size->width = unitsOf(width_px);
+    size->height = unitsOf(height_px);
     elm_box_pack_end(record->box, item);
     evas_object_show(item);
     return EINA_TRUE;

@@ -5,8 +5,9 @@
 #include "flux/FocusStack.h"
 #include "flux/Theme.h"
 #include "flux/Widget.h"
+#include "flux/WindowSignal.h"
+#include "flux/WindowSystem.h"
 
-#include <Ecore_Evas.h>
 #include <Ecore_X.h>
 
 #include <algorithm>
@@ -25,28 +26,11 @@ constexpr int kLayerAbove = 6;
 constexpr int kDesignWidth = 1920;
 constexpr int kDesignHeight = 1080;
 
-/// Never destroyed: what it uses may be gone by the time a process that ends anyhow destroys its statics.
-std::unique_ptr<Manager>& s_manager = *new std::unique_ptr<Manager>;
+/// Owned, but by nobody that is destroyed when the process exits: what it uses is gone by then.
+Manager* s_manager = nullptr;
 
 /// Borrowed by the toolkit while it is set.
 Elm_Win_Trap s_trap {};
-
-std::string engineOf(const Evas_Object* window)
-{
-    Ecore_Evas* canvas = ecore_evas_ecore_evas_get(evas_object_evas_get(window));
-    const char* name = canvas ? ecore_evas_engine_name_get(canvas) : nullptr;
-    return name ? name : "";
-}
-
-bool isX11(const Evas_Object* window)
-{
-    return engineOf(window).find("x11") != std::string::npos;
-}
-
-bool isWayland(const Evas_Object* window)
-{
-    return engineOf(window).find("wayland") != std::string::npos;
-}
 
 } // namespace
 
@@ -56,14 +40,16 @@ Manager::Manager(Evas_Object* window)
     , m_keyGuard(std::make_unique<KeyGuard>(window))
     , m_leftovers(std::make_unique<Leftovers>(evas_object_evas_get(window)))
     , m_displayLoss(std::make_unique<app::DisplayLoss>(window))
+    , m_pressGate(std::make_unique<PressGate>(window, *m_keyGuard))
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
-    evas_object_event_callback_add(window, EVAS_CALLBACK_SHOW, on_windowState, this);
+    evas_object_event_callback_add(window, EVAS_CALLBACK_SHOW, on_windowShown, this);
     evas_object_event_callback_add(window, EVAS_CALLBACK_HIDE, on_windowState, this);
     evas_object_smart_callback_add(window, "focused", on_windowFocus, this);
     evas_object_smart_callback_add(window, "unfocused", on_windowFocus, this);
     placeWindow();
+    watchScreen();
 }
 
 Manager::~Manager()
@@ -81,11 +67,14 @@ void Manager::detach()
         ecore_job_del(std::exchange(m_focusJob, nullptr));
     evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
     evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
-    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_SHOW, on_windowState, this);
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_SHOW, on_windowShown, this);
     evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_HIDE, on_windowState, this);
     evas_object_smart_callback_del_full(m_window, "focused", on_windowFocus, this);
     evas_object_smart_callback_del_full(m_window, "unfocused", on_windowFocus, this);
+    if (m_screenWatch)
+        ecore_event_handler_del(std::exchange(m_screenWatch, nullptr));
     evas_object_del(std::exchange(m_dim, nullptr));
+    m_pressGate.reset();
     m_keyGuard.reset();
     m_readout.reset();
     m_leftovers.reset();
@@ -96,7 +85,7 @@ void Manager::detach()
 
 Manager* Manager::of(const Evas_Object* window)
 {
-    return s_manager && window && s_manager->m_window == window ? s_manager.get() : nullptr;
+    return s_manager && window && s_manager->m_window == window ? s_manager : nullptr;
 }
 
 /// The screen's size in pixels, as far as the window system has told it yet.
@@ -108,29 +97,61 @@ Manager::Size Manager::screenSize() const
 }
 
 /// Sizes are designed for 1080 lines. A person's own ELM_SCALE is left alone. Some window systems tell the
-/// screen's size only after the window was made, so this is called again before a popup is made.
+/// screen's size only after the window was made, and it may change, so this is called again before a popup is
+/// made.
 void Manager::ensureScale()
 {
     const Size screen = screenSize();
-    if (m_isScaled || screen.width <= 1 || screen.height <= 1)
+    if (screen.width <= 1 || screen.height <= 1
+        || (screen.width == m_scaledTo.width && screen.height == m_scaledTo.height))
         return;
-    m_isScaled = true;
+    // Without a window system the screen is whatever size the window was given.
+    if (m_scaledTo.width > 0 && !isX11(m_window) && !isWayland(m_window))
+        return;
+    m_scaledTo = screen;
     if (!getenv("ELM_SCALE"))
         elm_config_scale_set(std::min(screen.width / static_cast<double>(kDesignWidth),
             screen.height / static_cast<double>(kDesignHeight)));
 }
 
+void Manager::pictureChanges()
+{
+    m_pressGate->pictureChanges();
+}
+
 void Manager::placeWindow()
 {
-    ensureScale();
-    const Size screen = screenSize();
     elm_win_borderless_set(m_window, EINA_TRUE);
     if (isWayland(m_window))
         elm_win_maximized_set(m_window, EINA_TRUE);
     else
         elm_win_layer_set(m_window, kLayerAbove);
-    evas_object_geometry_set(
-        m_window, 0, 0, m_isScaled ? screen.width : kDesignWidth, m_isScaled ? screen.height : kDesignHeight);
+    fitWindow();
+}
+
+void Manager::fitWindow()
+{
+    ensureScale();
+    const bool isKnown = m_scaledTo.width > 0;
+    evas_object_geometry_set(m_window, 0, 0, isKnown ? m_scaledTo.width : kDesignWidth,
+        isKnown ? m_scaledTo.height : kDesignHeight);
+}
+
+/// On Wayland the compositor sizes the window itself.
+void Manager::watchScreen()
+{
+    if (!isX11(m_window))
+        return;
+    ecore_x_event_mask_set(ecore_x_window_root_first_get(), ECORE_X_EVENT_MASK_WINDOW_CONFIGURE);
+    m_screenWatch = ecore_event_handler_add(ECORE_X_EVENT_WINDOW_CONFIGURE, on_screenResized, this);
+}
+
+Eina_Bool Manager::on_screenResized(void* data, int, void* eventInfo)
+{
+    const auto* event = static_cast<Ecore_X_Event_Window_Configure*>(eventInfo);
+    if (event->win == ecore_x_window_root_first_get())
+        static_cast<Manager*>(data)->fitWindow();
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 void Manager::windowSignal(std::string_view emission)
@@ -200,9 +221,11 @@ void Manager::lowered()
 {
     m_isLowered = true;
     updateDim();
-    if (!m_hidesWhenLowered || !evas_object_visible_get(m_window))
+    if (!evas_object_visible_get(m_window))
         return;
-    if (FocusStack::instance().empty())
+    if (!m_hidesWhenLowered)
+        emptyNow();
+    else if (FocusStack::instance().empty())
         hideNow();
     else if (!m_hideJob)
         m_hideJob = ecore_job_add(on_hideJob, this);
@@ -220,8 +243,16 @@ void Manager::hideNow()
     cancelHide();
     evas_object_hide(m_window);
     m_readout->stop();
-    if (isX11(m_window))
-        ecore_x_sync();
+    syncWindowSystem(m_window);
+}
+
+/// A window that stays is emptied: what has gone from it is taken off the screen at once, for the same reason.
+void Manager::emptyNow()
+{
+    if (!FocusStack::instance().empty())
+        return;
+    elm_win_render(m_window);
+    syncWindowSystem(m_window);
 }
 
 void Manager::cancelHide()
@@ -250,6 +281,12 @@ void Manager::on_windowResized(void* data, Evas*, Evas_Object* window, void*)
     evas_object_geometry_set(static_cast<Manager*>(data)->m_dim, 0, 0, width, height);
 }
 
+void Manager::on_windowShown(void* data, Evas*, Evas_Object* window, void*)
+{
+    static_cast<Manager*>(data)->m_keyGuard->windowShown();
+    on_windowState(data, nullptr, window, nullptr);
+}
+
 void Manager::on_windowState(void*, Evas*, Evas_Object* window, void*)
 {
     app::windowStateChanged(evas_object_visible_get(window), elm_win_focus_get(window));
@@ -258,8 +295,8 @@ void Manager::on_windowState(void*, Evas*, Evas_Object* window, void*)
 void Manager::on_windowFocus(void* data, Evas_Object* window, void*)
 {
     auto* self = static_cast<Manager*>(data);
-    if (isX11(window) && elm_win_focus_get(window))
-        self->m_keyGuard->holdPressedKeys();
+    if (elm_win_focus_get(window))
+        self->m_keyGuard->windowFocused();
     on_windowState(data, nullptr, window, nullptr);
 }
 
@@ -290,8 +327,9 @@ Eina_Bool elm_flux_manager_init(Evas_Object* win)
     if (Manager::of(win))
         return EINA_TRUE;
     ensureTheme();
-    s_manager.reset(); // its last word about the former window must not be taken for this one's
-    s_manager = std::make_unique<Manager>(win);
+    checkSearchOrder();
+    delete std::exchange(s_manager, nullptr); // its last word is about the former window, not this one
+    s_manager = new Manager(win);
     s_trap.version = ELM_WIN_TRAP_VERSION;
     s_trap.lower = Manager::on_lower;
     s_trap.raise = Manager::on_raise;
@@ -302,7 +340,7 @@ Eina_Bool elm_flux_manager_init(Evas_Object* win)
 void elm_flux_manager_fini(void)
 {
     elm_win_trap_set(nullptr);
-    s_manager.reset();
+    delete std::exchange(s_manager, nullptr);
 }
 
 Eina_Bool elm_flux_manager_rotation_disable(Evas_Object* win)

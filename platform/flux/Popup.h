@@ -1,6 +1,7 @@
 /// Inside of the styled popup, for the other parts of the widget set.
 #pragma once
 
+#include "app/Language.h"
 #include "elm_flux.h"
 
 #include <array>
@@ -21,11 +22,30 @@ struct PopupRecord {
     int focusedSlot = 0;
     Evas_Object* lastFocus = nullptr; ///< the button that had the focus last; one of buttons, or null
     Ecore_Job* focusJob = nullptr; ///< cleared by the job itself
-    int contentWidth = 0; ///< pixels
+    double contentWidth = 0; ///< layout units, as the height
+    double contentHeight = 0;
+    app::LanguageHold language; ///< what is up keeps its texts
 };
 
 /// Gives the focus to the button of @p popup that had it last, else to the one that was asked for, else to
 /// the first there is.
 void focusPopup(Evas_Object* popup);
+
+/// Makes the row of the buttons, which places them by itself.
+void addButtonRow(PopupRecord& record);
+
+/// Gives the card its size, which is the content's or, where they need more, the buttons'; and places those.
+void arrangePopup(PopupRecord& record);
+
+/// Puts @p button into the empty @p slot, and takes it out of the slot it was in.
+void takeButton(PopupRecord& record, Evas_Object* button, int slot);
+
+/// Empties @p slot; the button is left alone.
+void forgetButton(PopupRecord& record, int slot);
+
+/// @return the slot of @p button, -1 when it is null or in none
+int slotOf(const PopupRecord& record, const Evas_Object* button);
+
+bool hasNoButton(const PopupRecord& record);
 
 } // namespace orbis::flux

@@ -159,6 +159,8 @@ Eina_Bool elm_flux_textbox_size_set(Evas_Object* textbox, Elm_Flux_Textbox_Size 
         if (size != ELM_FLUX_TEXTBOX_SIZE_DIGITS && size != ELM_FLUX_TEXTBOX_SIZE_BODY
             && size != ELM_FLUX_TEXTBOX_SIZE_SECONDARY)
             return false;
+        if (!hasThemeGroup("textbox", std::to_string(size).c_str()))
+            return false;
         record.size = size;
         return loadGroup(record);
     });

@@ -68,6 +68,12 @@ void ensureTheme()
     }
 }
 
+bool hasThemeGroup(const char* group, const char* style)
+{
+    const std::string name = std::string {"elm/flux/"} + group + "/" + style;
+    return elm_theme_group_path_find(nullptr, name.c_str()) != nullptr;
+}
+
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style)
 {
     if (!isUsable(parent))
@@ -75,6 +81,7 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
     ensureTheme();
     Evas_Object* layout = elm_layout_add(parent);
     if (layout && elm_layout_theme_set(layout, "flux", group, style)) {
+        keepDirectionOf(parent, layout);
         applyContrast(layout);
         return layout;
     }

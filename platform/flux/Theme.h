@@ -10,6 +10,9 @@ namespace orbis::flux {
 /// is used.
 void ensureTheme();
 
+/// @return whether the theme has the group "elm/flux/<group>/<style>"
+bool hasThemeGroup(const char* group, const char* style);
+
 /// Makes an Elementary layout of the theme group "elm/flux/<group>/<style>".
 /// @return null when the parent is null or the theme has no such group
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style);

@@ -4,6 +4,7 @@
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
+#include "flux/Unit.h"
 #include "flux/Widget.h"
 
 #include <algorithm>
@@ -29,8 +30,8 @@ struct TooltipRecord {
 
     Evas_Object* object = nullptr;
     Evas_Object* target = nullptr; ///< borrowed; null once it is gone
-    int width = 0; ///< pixels, as the height
-    int height = 0;
+    double width = 0; ///< layout units, as the height
+    double height = 0;
 };
 
 struct Box {
@@ -66,7 +67,8 @@ int widthOf(const TooltipRecord& record)
     const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(record.object), kTextPart);
     int width = 0;
     evas_object_textblock_size_native_get(text, &width, nullptr);
-    return std::clamp(static_cast<int>(std::ceil(width / kTextShare)), record.width, 2 * record.width);
+    const int least = elm_flux_unit_to_pixel(record.width);
+    return std::clamp(static_cast<int>(std::ceil(width / kTextShare)), least, 2 * least);
 }
 
 void place(const TooltipRecord& record)
@@ -75,13 +77,20 @@ void place(const TooltipRecord& record)
         return;
     const Box target = boxOf(record.target);
     const int width = widthOf(record);
-    Box bubble {target.x + (target.width - width) / 2, target.y + target.height, width, record.height};
+    Box bubble {target.x + (target.width - width) / 2, target.y + target.height, width,
+        elm_flux_unit_to_pixel(record.height)};
     // Texts stand right below the picture: a hint must not hide them, so it moves up over its target.
     bubble.y = firstTextBelow(outermostLayout(record.target), bubble) - bubble.height;
     evas_object_geometry_set(record.object, bubble.x, bubble.y, bubble.width, bubble.height);
 }
 
 void on_targetMoved(void* data, Evas*, Evas_Object*, void*)
+{
+    place(*static_cast<TooltipRecord*>(data));
+}
+
+/// So the toolkit also tells that its scale is another one.
+void on_themeChanged(void* data, Evas_Object*, void*)
 {
     place(*static_cast<TooltipRecord*>(data));
 }
@@ -116,6 +125,7 @@ Evas_Object* elm_flux_object_tooltip_add(Evas_Object* target, Evas_Object* paren
         return nullptr;
     auto* record = attachRecord<TooltipRecord>(tooltip);
     record->target = target;
+    evas_object_smart_callback_add(tooltip, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_MOVE, on_targetMoved, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_RESIZE, on_targetMoved, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_DEL, on_targetDeleted, record);
@@ -127,8 +137,8 @@ Eina_Bool elm_flux_object_tooltip_size_set(Evas_Object* tooltip, int width_px, i
     auto* record = recordOf<TooltipRecord>(tooltip);
     if (!record || width_px < 0 || height_px < 0)
         return EINA_FALSE;
-    record->width = std::min(width_px, kMaxSize);
-    record->height = std::min(height_px, kMaxSize);
+    record->width = unitsOf(std::min(width_px, kMaxSize));
+    record->height = unitsOf(std::min(height_px, kMaxSize));
     place(*record);
     return EINA_TRUE;
 }

@@ -1,3 +1,5 @@
+#include "flux/Unit.h"
+
 #include "elm_flux.h"
 
 #include <algorithm>
@@ -12,6 +14,11 @@ constexpr double kPixelsPerUnit = 8.0;
 constexpr double kMaxPixels = 65535.0;
 
 } // namespace
+
+double orbis::flux::unitsOf(int pixels)
+{
+    return pixels / (kPixelsPerUnit * elm_config_scale_get());
+}
 
 int elm_flux_unit_to_pixel(double units)
 {

@@ -22,4 +22,19 @@ bool canHold(const Evas_Object* container, const Evas_Object* item)
     return true;
 }
 
+void keepDirection(Evas_Object* widget, const Evas_Object* model)
+{
+    const Eina_Bool mirrored = model ? elm_object_mirrored_get(model) : elm_config_mirrored_get();
+    elm_object_mirrored_automatic_set(widget, EINA_FALSE);
+    elm_object_mirrored_set(widget, mirrored);
+}
+
+void keepDirectionOf(const Evas_Object* parent, Evas_Object* widget)
+{
+    while (parent && elm_object_mirrored_automatic_get(parent))
+        parent = elm_object_parent_widget_get(parent);
+    if (parent)
+        keepDirection(widget, parent);
+}
+
 } // namespace orbis::flux

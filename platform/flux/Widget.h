@@ -12,4 +12,12 @@ bool isUsable(const Evas_Object* object);
 ///         itself or something around it
 bool canHold(const Evas_Object* container, const Evas_Object* item);
 
+/// Keeps the toolkit from turning @p widget round when the language changes: what the viewer has before him
+/// stays as it is. Its direction is that of the present language, or of @p model.
+/// @param model  nullable
+void keepDirection(Evas_Object* widget, const Evas_Object* model = nullptr);
+
+/// The same, if @p parent lies in something that keeps its direction.
+void keepDirectionOf(const Evas_Object* parent, Evas_Object* widget);
+
 } // namespace orbis::flux

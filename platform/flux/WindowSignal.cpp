@@ -2,9 +2,23 @@
 /// no theme object of its own; the widget set gives it a dim layer, so this definition, which precedes the
 /// toolkit's in the search order, hands a managed window's signals to the manager and all others on.
 
+#include "dlog.h"
 #include "flux/Manager.h"
+#include "flux/WindowSignal.h"
 
 #include <dlfcn.h>
+
+namespace orbis::flux {
+
+void checkSearchOrder()
+{
+    if (!dlsym(RTLD_NEXT, "elm_object_signal_emit"))
+        dlog_print(DLOG_ERROR, "orbis",
+            "The toolkit's libraries come before the platform's: signals to the window have no effect. Link the "
+            "platform's first");
+}
+
+} // namespace orbis::flux
 
 extern "C" __attribute__((visibility("default"))) void elm_object_signal_emit(
     Evas_Object* object, const char* emission, const char* source)

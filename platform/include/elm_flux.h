@@ -4,8 +4,9 @@
 /// Lengths that callers think in are layout units; elm_flux_unit_to_pixel() turns them into pixels. Every
 /// widget belongs to its parent widget and goes with it, or earlier with evas_object_del(). Texts are
 /// borrowed, UTF-8, and may carry the toolkit's markup. A call with a null, deleted or foreign object, an
-/// unknown number or a negative size changes nothing and returns EINA_FALSE (or null). All calls come from
-/// the main loop's thread.
+/// unknown number or a negative size, or one that fails for another reason, changes nothing and returns
+/// EINA_FALSE (or null). Sizes are pixels at the scale of the moment; what is up follows when the screen's
+/// size changes. All calls come from the main loop's thread.
 #ifndef ORBIS_ELM_FLUX_H
 #define ORBIS_ELM_FLUX_H
 
@@ -18,9 +19,12 @@ extern "C" {
 /* ---- Manager -------------------------------------------------------------------------------------- */
 
 /// Takes charge of @p win: gives it the screen's size, keeps it above other windows, makes lowering it take
-/// it off the screen, keeps the keys inside the topmost popup, lets a held key act only once, speaks the
-/// focused widget when the screen reader is on, and shows or hides a dim layer on the window signals
-/// "SetDim" and "SetNormal". One window a process; a second call for another window moves to that one.
+/// it off the screen, keeps the keys inside the topmost popup, lets a held key act only once, drops presses
+/// that were made before what they would act on had been drawn or after the loop's end was asked for, speaks
+/// the focused widget when the screen reader is on, and shows or hides a dim layer on the window signals
+/// "SetDim" and "SetNormal". These arrive only in a program that is linked with this library before the
+/// toolkit's; otherwise an error in the log says so. One window a process; a second call for another window
+/// moves to that one.
 Eina_Bool elm_flux_manager_init(Evas_Object* win);
 
 /// Undoes all of it. Safe without, or after, the window.
@@ -49,7 +53,8 @@ typedef enum {
 /// Makes a popup of the default style, hidden. It covers the whole of the window that @p parent is or
 /// lies in, whatever the parent's own size, and lives as long as that window unless deleted earlier.
 /// Showing it puts it on top and gives it the focus; hiding or deleting it gives the focus back to the popup
-/// below.
+/// below. It keeps the direction it was made in, which is that of the popup it was made over or else the
+/// language's; while a popup lives, a change of the language waits.
 Evas_Object* elm_flux_popup_add(Evas_Object* parent);
 
 Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style style);
@@ -57,11 +62,13 @@ Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style styl
 /// The title can be read back as the part "title,text".
 Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title);
 
-/// Puts @p content on the card; content that was there before is deleted.
+/// Puts @p content on the card; content that was there before is deleted. The card is wider where its buttons
+/// need it.
 /// @param width_px,height_px  the content's size in pixels
 Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px);
 
-/// Puts @p button into @p slot; a button that was there before is deleted. Null empties the slot.
+/// Puts @p button into @p slot; a button that was there before is deleted. Null empties the slot. A button
+/// that is in another popup is refused; one that is in the other slot moves.
 Eina_Bool elm_flux_popup_button_set(Evas_Object* popup, Evas_Object* button, int slot);
 
 /// Takes @p item (a button) off the popup without deleting it; it is hidden.
@@ -141,7 +148,7 @@ Eina_Bool elm_flux_textbox_color_preset_set(Evas_Object* textbox, const char* pr
 /// A picture that keeps its proportions and shows nothing until it has a file.
 Evas_Object* elm_flux_imagebox_add(Evas_Object* parent);
 
-/// @return EINA_FALSE when the file cannot be loaded; the box then shows nothing
+/// @return EINA_FALSE when the file cannot be loaded; the box then shows what it showed before
 Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path);
 Eina_Bool elm_flux_imagebox_responsive_rule_set(Evas_Object* imagebox, Elm_Flux_Responsive_Rule rule);
 

@@ -70,6 +70,24 @@ std::optional<std::string> Display::control(std::vector<std::string> arguments) 
     return outputOf(arguments, environment());
 }
 
+void Display::click(int x, int y) const
+{
+    control({"mousemove", "--sync", std::to_string(x), std::to_string(y), "click", "1", "mousemove", "1919",
+        "1079"});
+}
+
+void Display::resize(int width, int height)
+{
+    const std::string w = std::to_string(width);
+    const std::string h = std::to_string(height);
+    const std::string mode = w + "x" + h;
+    // What the server knows already is refused, which does no harm.
+    outputOf({"xrandr", "--newmode", mode, "25", w, w, w, w, h, h, h, h}, environment());
+    outputOf({"xrandr", "--addmode", "screen", mode}, environment());
+    if (!outputOf({"xrandr", "--output", "screen", "--mode", mode}, environment()))
+        throw std::runtime_error("the screen does not take the size " + mode);
+}
+
 std::optional<Geometry> Display::visibleWindow(int pid) const
 {
     const auto found = control({"search", "--onlyvisible", "--pid", std::to_string(pid)});

@@ -38,6 +38,15 @@ public:
     void keyDown(const std::string& name) const { control({"keydown", name}); }
     void keyUp(const std::string& name) const { control({"keyup", name}); }
 
+    /// Presses the pointer's first button there, and takes the pointer out of the way again.
+    void click(int x, int y) const;
+
+    /// Gives the screen another size, at most the one it began with.
+    void resize(int width, int height);
+    /// Ends the window manager, and starts it again.
+    void stopManager() { m_manager.reset(); }
+    void startManager();
+
     /// @return where the viewable window of a process is, nothing when it has none
     std::optional<Geometry> visibleWindow(int pid) const;
     /// @return the number of the viewable window of a process, "" when it has none

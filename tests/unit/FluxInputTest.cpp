@@ -68,4 +68,52 @@ TEST_F(TheStyledWidgets, RefuseNullAndDeletedObjects)
     }
 }
 
+/// @return the path of a picture that was written for the test
+std::string writePicture(const Evas_Object* window)
+{
+    const std::string path = std::string(getenv("ORBIS_RUNTIME_DIR")) + "/picture.png";
+    Evas_Object* image = evas_object_image_filled_add(evas_object_evas_get(window));
+    evas_object_image_size_set(image, 4, 4);
+    evas_object_image_data_set(image, evas_object_image_data_get(image, EINA_TRUE));
+    EXPECT_TRUE(evas_object_image_save(image, path.c_str(), nullptr, nullptr));
+    evas_object_del(image);
+    return path;
+}
+
+TEST_F(TheStyledWidgets, StayAsTheyAreWhenACallFails)
+{
+    Evas_Object* open = popup({"Yes", "No"});
+    show(open);
+    Evas_Object* content = elm_object_part_content_get(open, "elm.swallow.content");
+    Evas_Object* image = elm_flux_imagebox_add(open);
+    const std::string picture = writePicture(m_window);
+    ASSERT_TRUE(elm_flux_imagebox_file_set(image, picture.c_str()));
+    Evas_Object* foreign = elm_flux_textbox_add(m_window);
+    const auto card = [&] {
+        return toolkit::boxOf(edje_object_part_object_get(elm_layout_edje_get(open), "card"));
+    };
+    const auto before = card();
+    const std::pair<const char*, std::function<bool()>> calls[] = {
+        {"content of no size", [&] { return elm_flux_popup_content_set(open, foreign, -1, 10); }},
+        {"content that holds it", [&] { return elm_flux_popup_content_set(open, m_window, 10, 10); }},
+        {"a text as button", [&] { return elm_flux_popup_button_set(open, foreign, 0); }},
+        {"another slot", [&] { return elm_flux_popup_button_set(open, button(open, 0), 2); }},
+        {"unknown style", [&] { return elm_flux_popup_style_set(open, Elm_Flux_Popup_Style(7)); }},
+        {"unknown size", [&] { return elm_flux_textbox_size_set(content, Elm_Flux_Textbox_Size(12)); }},
+        {"no picture", [&] { return elm_flux_imagebox_file_set(image, "/no/such/picture.png"); }},
+    };
+    for (const auto& [name, succeeds] : calls) {
+        SCOPED_TRACE(name);
+        EXPECT_FALSE(succeeds());
+        toolkit::settle();
+        EXPECT_EQ(card(), before);
+        EXPECT_EQ(elm_object_part_content_get(open, "elm.swallow.content"), content);
+        EXPECT_EQ(toolkit::labelsOf(*toolkit::topPopup(m_window)), (std::vector<std::string> {"Yes", "No"}));
+        const char* shown = nullptr;
+        elm_image_file_get(image, &shown, nullptr);
+        EXPECT_STREQ(shown, picture.c_str());
+    }
+    unlink(picture.c_str());
+}
+
 } // namespace

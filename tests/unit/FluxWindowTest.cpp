@@ -2,6 +2,9 @@
 #include "Fixtures.h"
 #include "elm_flux.h"
 
+#include <algorithm>
+#include <unistd.h>
+
 namespace {
 
 class AManagedWindow : public WindowTest {
@@ -55,6 +58,24 @@ TEST_F(AManagedWindow, IsLetGoInAnyOrder)
     elm_object_signal_emit(m_window, "SetNormal", "");
     elm_flux_manager_fini();
     EXPECT_TRUE(toolkit::windows().empty());
+}
+
+TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
+{
+    std::vector<std::string> environment;
+    for (char** variable = environ; *variable; ++variable)
+        environment.emplace_back(*variable);
+    const tv::Process program({BIN_DIR "/wrong-order"}, environment);
+    EXPECT_EQ(program.waitForExit(), 0);
+    const auto& lines = program.errors();
+    const auto isComplaint
+        = [](const std::string& line) { return line.rfind("E/orbis: The toolkit's libraries come", 0) == 0; };
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isComplaint), 1) << testing::PrintToString(lines);
+    const auto own = journal::lines();
+    EXPECT_EQ(std::count_if(own.begin(), own.end(),
+                  [](const std::string& line) { return line.find("libraries come") != std::string::npos; }),
+        0)
+        << "this program is linked as it should be";
 }
 
 } // namespace

@@ -1,0 +1,39 @@
+#include "flux/LoopEnd.h"
+
+// The loop's quit is a method of an object, which the toolkit lets one override.
+#define EFL_BETA_API_SUPPORT 1
+#include <Ecore.h>
+#include <Efl_Core.h>
+
+namespace orbis::flux {
+
+namespace {
+
+bool s_isAskedFor = false;
+
+void on_quit(Eo* loop, void*, Eina_Value exitCode)
+{
+    s_isAskedFor = true;
+    efl_loop_quit(efl_super(loop, EFL_OBJECT_OVERRIDE_CLASS), exitCode);
+}
+
+} // namespace
+
+LoopEnd::LoopEnd()
+{
+    s_isAskedFor = false;
+    EFL_OPS_DEFINE(operations, EFL_OBJECT_OP_FUNC(efl_loop_quit, on_quit));
+    efl_object_override(efl_main_loop_get(), &operations);
+}
+
+LoopEnd::~LoopEnd()
+{
+    efl_object_override(efl_main_loop_get(), nullptr);
+}
+
+bool LoopEnd::isAskedFor() const
+{
+    return s_isAskedFor;
+}
+
+} // namespace orbis::flux

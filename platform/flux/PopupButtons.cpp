@@ -1,0 +1,184 @@
+/// The buttons of a popup: which slot they are in, where they stand, and which of them has the focus.
+
+#include "flux/Button.h"
+#include "flux/FocusStack.h"
+#include "flux/Manager.h"
+#include "flux/Popup.h"
+#include "flux/Record.h"
+
+#include <algorithm>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr const char* kContentPart = "elm.swallow.content";
+constexpr const char* kButtonsPart = "elm.swallow.buttons";
+
+// Layout units.
+constexpr double kButtonHeight = 10.0;
+constexpr double kButtonGap = 3.0;
+constexpr double kSingleButtonWidth = 44.0;
+
+int buttonCount(const PopupRecord& record)
+{
+    return static_cast<int>(
+        std::count_if(record.buttons.begin(), record.buttons.end(), [](auto* button) { return button; }));
+}
+
+/// One button has a width of its own; two share the content's width. Pixels.
+int buttonWidth(const PopupRecord& record)
+{
+    const int single = elm_flux_unit_to_pixel(kSingleButtonWidth);
+    const int shared
+        = elm_flux_unit_to_pixel(record.contentWidth) - elm_flux_unit_to_pixel(kButtonGap);
+    return buttonCount(record) > 1 ? std::max(shared / 2, single / 2) : single;
+}
+
+int rowWidth(const PopupRecord& record)
+{
+    const int count = buttonCount(record);
+    return count * buttonWidth(record) + std::max(0, count - 1) * elm_flux_unit_to_pixel(kButtonGap);
+}
+
+/// The buttons have their sizes from here: the toolkit's own boxes would go by hints, which it overwrites
+/// when the theme, the direction or the scale changes.
+void arrangeRow(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
+{
+    const auto& record = *static_cast<PopupRecord*>(data);
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(canvasBox, &x, &y, &width, &height);
+    const int each = buttonWidth(record);
+    const int high = elm_flux_unit_to_pixel(kButtonHeight);
+    const int step = each + elm_flux_unit_to_pixel(kButtonGap);
+    const bool mirrored = elm_object_mirrored_get(record.object);
+    const int left = x + (width - rowWidth(record)) / 2;
+    int place = mirrored ? left + (buttonCount(record) - 1) * step : left;
+    const Eina_List* node = nullptr;
+    void* entry = nullptr;
+    EINA_LIST_FOREACH(boxData->children, node, entry)
+    {
+        evas_object_geometry_set(
+            static_cast<Evas_Object_Box_Option*>(entry)->obj, place, y + (height - high) / 2, each, high);
+        place += mirrored ? -step : step;
+    }
+}
+
+/// While a popup loses the focus, the toolkit passes it through the other button: that does not count.
+void on_buttonFocused(void* data, Evas_Object* button, void*)
+{
+    auto& record = *static_cast<PopupRecord*>(data);
+    Evas_Object* top = FocusStack::instance().top();
+    if (!top || top == record.object)
+        record.lastFocus = button;
+}
+
+void on_focusJob(void* data)
+{
+    auto& record = *static_cast<PopupRecord*>(data);
+    record.focusJob = nullptr;
+    if (FocusStack::instance().top() == record.object)
+        focusPopup(record.object);
+}
+
+void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*)
+{
+    auto& record = *static_cast<PopupRecord*>(data);
+    const int slot = slotOf(record, button);
+    if (slot < 0)
+        return;
+    forgetButton(record, slot);
+    arrangePopup(record);
+    // The toolkit leaves the keys with nobody; they go to the other button once this one is gone.
+    if (!hasNoButton(record) && !record.focusJob)
+        record.focusJob = ecore_job_add(on_focusJob, &record);
+}
+
+/// What was pressed up to now was not meant for the buttons as they are from here on.
+void tellOfChange(const PopupRecord& record)
+{
+    if (Manager* manager = Manager::of(record.window))
+        manager->pictureChanges();
+}
+
+} // namespace
+
+void addButtonRow(PopupRecord& record)
+{
+    record.row = elm_box_add(record.object);
+    elm_box_layout_set(record.row, arrangeRow, &record, nullptr);
+    elm_object_part_content_set(record.object, kButtonsPart, record.row);
+}
+
+void arrangePopup(PopupRecord& record)
+{
+    const int width = elm_flux_unit_to_pixel(record.contentWidth);
+    const int card = std::max(width, rowWidth(record));
+    evas_object_size_hint_min_set(record.size, card, elm_flux_unit_to_pixel(record.contentHeight));
+    // The largest size is the hint that the toolkit leaves alone: the content stands in the middle of a card
+    // that is wider for its buttons' sake.
+    constexpr int kNone = -1;
+    evas_object_size_hint_max_set(
+        elm_layout_content_get(record.object, kContentPart), card > width ? width : kNone, kNone);
+    elm_box_unpack_all(record.row);
+    for (Evas_Object* button : record.buttons) {
+        if (button)
+            elm_box_pack_end(record.row, button);
+    }
+}
+
+void takeButton(PopupRecord& record, Evas_Object* button, int slot)
+{
+    auto* taken = recordOf<ButtonRecord>(button);
+    forgetButton(record, slotOf(record, button));
+    record.buttons[slot] = button;
+    taken->popup = record.object;
+    evas_object_event_callback_add(button, EVAS_CALLBACK_DEL, on_buttonDeleted, &record);
+    evas_object_smart_callback_add(button, "focused", on_buttonFocused, &record);
+    tellOfChange(record);
+}
+
+void forgetButton(PopupRecord& record, int slot)
+{
+    Evas_Object* button = slot >= 0 ? record.buttons[slot] : nullptr;
+    if (!button)
+        return;
+    evas_object_event_callback_del_full(button, EVAS_CALLBACK_DEL, on_buttonDeleted, &record);
+    evas_object_smart_callback_del_full(button, "focused", on_buttonFocused, &record);
+    if (auto* left = recordOf<ButtonRecord>(button))
+        left->popup = nullptr;
+    record.buttons[slot] = nullptr;
+    if (record.lastFocus == button)
+        record.lastFocus = nullptr;
+    tellOfChange(record);
+}
+
+int slotOf(const PopupRecord& record, const Evas_Object* button)
+{
+    const auto found = std::find(record.buttons.begin(), record.buttons.end(), button);
+    return button && found != record.buttons.end() ? static_cast<int>(found - record.buttons.begin()) : -1;
+}
+
+bool hasNoButton(const PopupRecord& record)
+{
+    return buttonCount(record) == 0;
+}
+
+void focusPopup(Evas_Object* popup)
+{
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record)
+        return;
+    Evas_Object* target = record->lastFocus ? record->lastFocus : record->buttons[record->focusedSlot];
+    for (Evas_Object* button : record->buttons) {
+        if (!target)
+            target = button;
+    }
+    if (target)
+        elm_object_focus_set(target, EINA_TRUE);
+}
+
+} // namespace orbis::flux

@@ -1,0 +1,9 @@
+/// Lengths that survive a change of the screen's size.
+#pragma once
+
+namespace orbis::flux {
+
+/// @return what elm_flux_unit_to_pixel() makes these pixels of, at the scale of this moment
+double unitsOf(int pixels);
+
+} // namespace orbis::flux
