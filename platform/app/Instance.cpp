@@ -111,7 +111,7 @@ Instance::Claim Instance::claim(const std::string& application, const LaunchPara
             return Claim::First;
         }
         if (lock == Lock::Impossible)
-            return cannotTell(application, path + '/' + file, errno);
+            return cannotTell(application, std::string(path).append("/").append(file), errno);
         const HandOver result = lock == Lock::Foreign
             ? HandOver::Impossible
             : handOver(folder.get(), application + ".socket", parameters, deadline);

@@ -165,7 +165,7 @@ std::string withoutDamaged(const std::string& folder, const std::string& languag
         if (!isThere && language == kFallback)
             sayOnce(folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo", "it is missing");
         if (!name.empty())
-            result += (result.empty() ? "" : ":") + name;
+            result.append(result.empty() ? "" : ":").append(name);
     }
     // An empty list would mean the locale's language, whatever that is.
     return result.empty() ? kNoLanguage : result;

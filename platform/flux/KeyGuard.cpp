@@ -50,7 +50,8 @@ void KeyGuard::windowShown()
 {
     // The toolkit has no name of its own for these events.
     if (m_keymaps)
-        ecore_x_event_mask_set(elm_win_xwindow_get(m_window), static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
+        ecore_x_event_mask_set(
+            elm_win_xwindow_get(m_window), static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
 }
 
 void KeyGuard::windowFocused()

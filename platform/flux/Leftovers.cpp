@@ -10,6 +10,9 @@ namespace {
 /// two.
 constexpr int kMost = 8;
 
+/// From so many on they are let go at once, whatever is being drawn: popups can come faster than pictures.
+constexpr int kTooMany = 64;
+
 /// How long no picture must have been finished, seconds. A picture is drawn by another thread of the toolkit,
 /// and letting go while it is at work would block until it is done.
 constexpr double kQuiet = 2.0;
@@ -31,8 +34,10 @@ Leftovers::~Leftovers()
 
 void Leftovers::add()
 {
-    if (++m_count >= kMost && !m_timer)
-        m_timer = ecore_timer_add(m_isDark ? 0.0 : kQuiet, on_time, this);
+    if (++m_count == kTooMany && m_timer)
+        ecore_timer_del(std::exchange(m_timer, nullptr));
+    if (m_count >= kMost && !m_timer)
+        m_timer = ecore_timer_add(m_isDark || m_count >= kTooMany ? 0.0 : kQuiet, on_time, this);
 }
 
 void Leftovers::on_drawn(void* data, Evas*, void*)

@@ -246,7 +246,8 @@ void Manager::hideNow()
     syncWindowSystem(m_window);
 }
 
-/// A window that stays is emptied: what has gone from it is taken off the screen at once, for the same reason.
+/// A window that stays is emptied: what has gone from it is taken off the screen at once, for the same
+/// reason.
 void Manager::emptyNow()
 {
     if (!FocusStack::instance().empty())

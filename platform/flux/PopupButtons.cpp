@@ -30,8 +30,7 @@ int buttonCount(const PopupRecord& record)
 int buttonWidth(const PopupRecord& record)
 {
     const int single = elm_flux_unit_to_pixel(kSingleButtonWidth);
-    const int shared
-        = elm_flux_unit_to_pixel(record.contentWidth) - elm_flux_unit_to_pixel(kButtonGap);
+    const int shared = elm_flux_unit_to_pixel(record.contentWidth) - elm_flux_unit_to_pixel(kButtonGap);
     return buttonCount(record) > 1 ? std::max(shared / 2, single / 2) : single;
 }
 

@@ -74,7 +74,8 @@ const char* PressGate::objection() const
     return nullptr;
 }
 
-template <typename Event> bool PressGate::isForWindow(const Event& event) const
+template <typename Event>
+bool PressGate::isForWindow(const Event& event) const
 {
     return event.event_window == elm_win_window_id_get(m_window);
 }
@@ -112,11 +113,16 @@ Eina_Bool PressGate::on_buttonDown(void* data, int, void* eventInfo)
     return ECORE_CALLBACK_DONE;
 }
 
+/// The toolkit acts on a click a moment later, and would take the next one as well before that.
 Eina_Bool PressGate::on_buttonUp(void* data, int, void* eventInfo)
 {
+    auto* self = static_cast<PressGate*>(data);
     const auto* event = static_cast<Ecore_Event_Mouse_Button*>(eventInfo);
-    const bool dropped = static_cast<PressGate*>(data)->m_droppedButtons.erase(event->buttons) > 0;
-    return dropped ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
+    if (self->m_droppedButtons.erase(event->buttons) > 0)
+        return ECORE_CALLBACK_DONE;
+    if (self->isForWindow(*event))
+        self->pictureChanges();
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 } // namespace orbis::flux

@@ -47,7 +47,8 @@ private:
 
     /// @return why a press does not count now; null when it does
     const char* objection() const;
-    template <typename Event> bool isForWindow(const Event& event) const;
+    template <typename Event>
+    bool isForWindow(const Event& event) const;
 
     Evas_Object* m_window; ///< borrowed
     KeyGuard& m_keys;

@@ -2,9 +2,9 @@
 /// no theme object of its own; the widget set gives it a dim layer, so this definition, which precedes the
 /// toolkit's in the search order, hands a managed window's signals to the manager and all others on.
 
+#include "flux/WindowSignal.h"
 #include "dlog.h"
 #include "flux/Manager.h"
-#include "flux/WindowSignal.h"
 
 #include <dlfcn.h>
 
@@ -14,7 +14,8 @@ void checkSearchOrder()
 {
     if (!dlsym(RTLD_NEXT, "elm_object_signal_emit"))
         dlog_print(DLOG_ERROR, "orbis",
-            "The toolkit's libraries come before the platform's: signals to the window have no effect. Link the "
+            "The toolkit's libraries come before the platform's: signals to the window have no effect. Link "
+            "the "
             "platform's first");
 }
 

@@ -125,8 +125,7 @@ Eina_Bool DrawnMark::on_property(void* data, int, void* eventInfo)
 {
     auto* self = static_cast<DrawnMark*>(data);
     const auto* event = static_cast<Ecore_X_Event_Window_Property*>(eventInfo);
-    if (event->win == elm_win_xwindow_get(self->m_window)
-        && event->atom == ecore_x_atom_get(kMarkProperty))
+    if (event->win == elm_win_xwindow_get(self->m_window) && event->atom == ecore_x_atom_get(kMarkProperty))
         self->arrive();
     return ECORE_CALLBACK_PASS_ON;
 }

@@ -63,7 +63,10 @@ TEST_F(ALaunch, AtAnyMomentOfTheFirstLeavesExactlyOneThatServes)
         tv::stays([] { return true; }, tv::Milliseconds(delayMs));
         auto second = launch();
         ASSERT_TRUE(oneServes(*box.program, *second)) << second->tail();
-        EXPECT_TRUE(second->endsWith(0)) << "nobody asked the first to end";
+        // Whoever was launched later may have come first; nobody was asked to end, so the other one did.
+        if (!box.program->running())
+            std::swap(box.program, second);
+        EXPECT_TRUE(second->endsWith(0)) << "the other one was not needed";
         // Also in the middle of its end.
         box.program->signal(SIGTERM);
         tv::stays([] { return true; }, tv::Milliseconds(delayMs));
@@ -122,7 +125,7 @@ TEST_F(ALaunch, ThatWasStoppedAndContinuedGoesOn)
     tv::stays([] { return true; }, tv::Milliseconds(2500));
     box.program->signal(SIGCONT);
     EXPECT_TRUE(box.request("ShowFailedPopup", {"pin"}));
-    display().key("Return");
+    box.press({"Return"});
     EXPECT_TRUE(endedByViewer(false));
 }
 

@@ -2,6 +2,8 @@
 #include "Cards.h"
 #include "TvTest.h"
 
+#include <cstring>
+
 #include <algorithm>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -51,10 +53,17 @@ TEST_F(TextsFromOutside, AreServedAlsoWhenNobodyReadsTheLog)
     while (write(pipe, (line + '\n').c_str(), line.size() + 1) > 0) { }
     while (write(pipe, "\n", 1) > 0) { }
     box.setVariable("LOG_PIPE", path);
-    box.program = std::make_unique<tv::Program>(
-        std::vector<std::string> {"/bin/sh", "-c", "exec \"$0\" LAUNCH_MODE=POPUP 2<>\"$LOG_PIPE\"",
-            tv::TvBox::binary("tessel-ui")},
-        box.environment());
+    // The screen probe is the program's, not the shell's.
+    std::vector<std::string> environment = box.environment();
+    for (std::string& variable : environment) {
+        if (variable.rfind("LD_PRELOAD=", 0) == 0)
+            variable.replace(0, strlen("LD_PRELOAD"), "PROBE");
+    }
+    box.program =
+        std::make_unique<tv::Program>(std::vector<std::string> {"/bin/sh", "-c",
+                                          "LD_PRELOAD=$PROBE exec \"$0\" LAUNCH_MODE=POPUP 2<>\"$LOG_PIPE\"",
+                                          tv::TvBox::binary("tessel-ui")},
+            environment);
     ASSERT_TRUE(tv::waitUntil(
         [&] { return !box.daemon->calls().empty() && box.daemon->findsUi(box.program->pid()); }));
     for (const tv::ShownRequest& request : tv::kRequests)

@@ -11,7 +11,7 @@ using tv::waitUntil;
 
 class OnWayland : public tv::TvTest {
 protected:
-    static constexpr int kWarmUp = 60;
+    static constexpr int kWarmUp = 120;
     static constexpr int kMeasured = 240;
 
     void SetUp() override

@@ -43,9 +43,6 @@ public:
 
     /// Gives the screen another size, at most the one it began with.
     void resize(int width, int height);
-    /// Ends the window manager, and starts it again.
-    void stopManager() { m_manager.reset(); }
-    void startManager();
 
     /// @return where the viewable window of a process is, nothing when it has none
     std::optional<Geometry> visibleWindow(int pid) const;

@@ -56,8 +56,9 @@ std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments
 
 testing::AssertionResult TvBox::start(const std::vector<std::string>& arguments)
 {
+    const size_t told = daemon->calls().size();
     program = launch(arguments);
-    const bool ready = waitUntil([this] { return !program->running() || !daemon->calls().empty(); });
+    const bool ready = waitUntil([&] { return !program->running() || daemon->calls().size() > told; });
     if (!ready || !program->running())
         return testing::AssertionFailure() << "the program did not come up";
     if (!daemon->findsUi(program->pid()))

@@ -31,7 +31,8 @@ protected:
         Evas_Object* text = elm_flux_textbox_add(row);
         elm_flux_textbox_multiline_set(text, EINA_TRUE);
         elm_flux_textbox_align_set(text, ELM_FLUX_TEXTBOX_ALIGN_RIGHT);
-        elm_flux_textbox_text_set(text, "A text that is long enough to be wrapped where the card ends, and on");
+        elm_flux_textbox_text_set(
+            text, "A text that is long enough to be wrapped where the card ends, and on");
         elm_flux_layout_append(row, text, px(96), px(18));
         elm_flux_popup_content_set(popup, row, px(109), px(33));
         for (int slot : {0, 1}) {
@@ -111,6 +112,7 @@ TEST_F(AnOpenPopup, LooksAfterAChangeOfTheScreenAsIfItWereMadeForIt)
         SCOPED_TRACE(request);
         Evas_Object* open = filledPopup();
         elm_object_signal_emit(open, request, "");
+        toolkit::settle();
         const auto large = placesIn(open);
         elm_config_scale_set(800 / 1920.0);
         evas_object_resize(m_window, 800, 600);
@@ -119,6 +121,7 @@ TEST_F(AnOpenPopup, LooksAfterAChangeOfTheScreenAsIfItWereMadeForIt)
         evas_object_hide(open);
         Evas_Object* fresh = filledPopup();
         elm_object_signal_emit(fresh, request, "");
+        toolkit::settle();
         expectSame(followed, placesIn(fresh));
         evas_object_del(fresh);
         evas_object_show(open);

@@ -68,8 +68,9 @@ TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
     const tv::Process program({BIN_DIR "/wrong-order"}, environment);
     EXPECT_EQ(program.waitForExit(), 0);
     const auto& lines = program.errors();
-    const auto isComplaint
-        = [](const std::string& line) { return line.rfind("E/orbis: The toolkit's libraries come", 0) == 0; };
+    const auto isComplaint = [](const std::string& line) {
+        return line.rfind("E/orbis: The toolkit's libraries come", 0) == 0;
+    };
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isComplaint), 1) << testing::PrintToString(lines);
     const auto own = journal::lines();
     EXPECT_EQ(std::count_if(own.begin(), own.end(),

@@ -1,59 +1,14 @@
 /// Callbacks from C code when memory is short: each gives up by itself and the program goes on.
 #include "Fixtures.h"
+#include "Memory.h"
 #include "TesselUI.h"
 #include "vconf.h"
 
-#include <cstdlib>
 #include <gio/gio.h>
-#include <new>
 
 namespace {
 
 constexpr std::size_t kLarge = 2000; ///< bytes; only texts from outside are as large
-
-int s_largeLeft = -1; ///< how many large allocations succeed before one fails; negative: all
-int s_failures = 0;
-
-void* allocate(std::size_t size)
-{
-    if (size >= kLarge && s_largeLeft >= 0 && s_largeLeft-- == 0) {
-        ++s_failures;
-        throw std::bad_alloc();
-    }
-    void* memory = malloc(size > 0 ? size : 1);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
-}
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    return allocate(size);
-}
-void* operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept
-{
-    free(memory);
-}
-void operator delete[](void* memory) noexcept
-{
-    free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    free(memory);
-}
-
-namespace {
 
 using namespace TesselUI;
 
@@ -61,7 +16,7 @@ class ShortMemory : public ApplicationTest {
 protected:
     void TearDown() override
     {
-        s_largeLeft = -1;
+        memory::plan() = {};
         ApplicationTest::TearDown();
     }
 
@@ -70,12 +25,11 @@ protected:
     {
         int round = 0;
         do {
-            s_failures = 0;
-            s_largeLeft = round++;
+            memory::plan() = {kLarge, round++, false};
             act();
-            s_largeLeft = -1;
+            memory::plan().left = -1;
             ASSERT_LT(round, 200);
-        } while (s_failures > 0);
+        } while (memory::plan().failures > 0);
         EXPECT_GT(round, 2) << "nothing failed";
     }
 };

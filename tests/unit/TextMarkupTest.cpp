@@ -1,5 +1,6 @@
 /// What names from outside may do to a text, on the screen and in speech.
 #include "Fixtures.h"
+#include "Memory.h"
 #include "elm_flux.h"
 #include "flux/Markup.h"
 #include "flux/SpokenText.h"
@@ -21,35 +22,11 @@ namespace {
 /// While one lives, no memory can be had through new.
 class NoMemory {
 public:
-    NoMemory() { s_isOn = true; }
-    ~NoMemory() { s_isOn = false; }
-    static bool isOn() { return s_isOn; }
-
-private:
-    inline static thread_local bool s_isOn = false;
+    NoMemory() { memory::plan() = {0, 0, true}; }
+    ~NoMemory() { memory::plan() = {}; }
+    NoMemory(const NoMemory&) = delete;
+    NoMemory& operator=(const NoMemory&) = delete;
 };
-
-} // namespace
-
-void* operator new(size_t size)
-{
-    void* memory = NoMemory::isOn() ? nullptr : malloc(size);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
-}
-
-void operator delete(void* memory) noexcept
-{
-    free(memory);
-}
-
-void operator delete(void* memory, size_t) noexcept
-{
-    free(memory);
-}
-
-namespace {
 
 using orbis::flux::displayMarkup;
 using orbis::flux::spokenLine;
