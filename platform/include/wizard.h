@@ -12,6 +12,7 @@ class Wizard {
 public:
     /// Runs the program named by the environment variable ORBIS_WIZARD (by default
     /// /usr/apps/org.orbis.wizard/bin/wizard) with the given arguments and waits for its end.
+    /// SIGTERM, SIGINT and SIGHUP are passed on to it meanwhile.
     /// @param argc     number of arguments, argv[0] included
     /// @param argv     borrowed; argv[0] is the caller's own name
     /// @param appId    borrowed; the calling application

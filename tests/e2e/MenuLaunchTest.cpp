@@ -2,6 +2,7 @@
 #include "TvTest.h"
 
 #include <algorithm>
+#include <csignal>
 
 namespace {
 
@@ -49,6 +50,22 @@ TEST_F(AMenuLaunch, RunsTheWizardAndEndsWithItsStatus)
         EXPECT_EQ(box.program->logged("get data failed."), launch.size() == 1);
     }
     EXPECT_TRUE(box.daemon->calls().empty()) << "the daemon is not told of a menu launch";
+}
+
+TEST_F(AMenuLaunch, PassesSignalsOnToTheWizard)
+{
+    const fs::path wizard = box.folders.root() / "wizard";
+    tv::writeFile(wizard,
+        "#!/bin/sh\ntrap 'exit 9' TERM INT HUP\n: > '" + arguments().string()
+            + "'\nwhile :; do sleep 0.05; done\n");
+    for (int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        fs::remove(arguments());
+        box.program = box.launch({"origin=menu"});
+        ASSERT_TRUE(tv::waitUntil([&] { return fs::exists(arguments()); }));
+        box.program->signal(signal);
+        EXPECT_TRUE(box.program->endsWith(9));
+    }
 }
 
 } // namespace

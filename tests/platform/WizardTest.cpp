@@ -1,3 +1,4 @@
+#include "Processes.h"
 #include "StoreFixture.h"
 
 #include "dlog.h"
@@ -7,6 +8,8 @@
 #include <stdexcept>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <unistd.h>
+#include <utility>
 
 class TheWizard : public StoreFixture {
 protected:
@@ -41,6 +44,39 @@ TEST_F(TheWizard, GetsTheArgumentsAndGivesItsStatus)
     EXPECT_EQ(run("kill -TERM $$"), 128 + SIGTERM);
     dlog_print(DLOG_DEBUG, "test", "a line makes this process ignore the signal");
     EXPECT_EQ(run("kill -PIPE $$; exit 3"), 128 + SIGPIPE);
+}
+
+TEST_F(TheWizard, GetsTheSignalsAndSaysWhatBecomesOfThem)
+{
+    // Its own end on each, told apart from an end by the signal itself.
+    const std::string script = "trap 'exit 11' TERM; trap 'exit 12' INT; trap 'exit 13' HUP; echo > '"
+        + m_folder + "/ready'; while :; do sleep 0.05; done";
+    const std::pair<int, int> cases[] = {{SIGTERM, 11}, {SIGINT, 12}, {SIGHUP, 13}};
+    for (const auto& [number, status] : cases) {
+        unlink((m_folder + "/ready").c_str());
+        Child caller([&] { return run(script); });
+        ASSERT_TRUE(runUntil([&] { return access((m_folder + "/ready").c_str(), F_OK) == 0; }, 8.0));
+        kill(caller.process(), number);
+        ASSERT_TRUE(runUntil([&] { return caller.poll().has_value(); }, 8.0)) << "the wizard was not told";
+        EXPECT_EQ(caller.poll(), status);
+    }
+}
+
+TEST_F(TheWizard, BeginsWithWhatProgramsExpectOfSignals)
+{
+    struct sigaction before = {};
+    struct sigaction ignoring = {};
+    ignoring.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &ignoring, &before);
+    EXPECT_EQ(run("kill -PIPE $$; exit 0"), 128 + SIGPIPE) << "it inherits a caller's own ways";
+    sigaction(SIGPIPE, &before, nullptr);
+    struct sigaction own = {};
+    struct sigaction after = {};
+    sigaction(SIGTERM, nullptr, &own);
+    EXPECT_EQ(run("exit 0"), 0);
+    sigaction(SIGTERM, nullptr, &after);
+    EXPECT_EQ(after.sa_sigaction, own.sa_sigaction) << "afterwards the signals are the caller's again";
+    EXPECT_EQ(run("grep -q '^SigBlk:.*[^0[:space:]]' /proc/self/status && exit 1; exit 0"), 0);
 }
 
 TEST_F(TheWizard, IsWaitedForThroughSignals)
