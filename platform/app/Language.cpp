@@ -104,11 +104,16 @@ void sayOnce(const std::string& path, const std::string& fault)
             path.c_str(), fault.c_str());
 }
 
+std::string pathOf(const std::string& folder, const std::string& language)
+{
+    return folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo";
+}
+
 enum class Found { Missing, Sound, Damaged };
 
 Found lookAt(const std::string& folder, const std::string& language)
 {
-    const std::string path = folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo";
+    const std::string path = pathOf(folder, language);
     errno = 0;
     const auto bytes = readResource(path, kCatalogueLimit);
     if (!bytes && (errno == ENOENT || errno == ENOTDIR))
@@ -163,7 +168,7 @@ std::string withoutDamaged(const std::string& folder, const std::string& languag
         bool isThere = false;
         const std::string name = soundName(folder, language, isThere);
         if (!isThere && language == kFallback)
-            sayOnce(folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo", "it is missing");
+            sayOnce(pathOf(folder, language), "it is missing");
         if (!name.empty())
             result.append(result.empty() ? "" : ":").append(name);
     }

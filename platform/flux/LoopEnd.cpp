@@ -22,13 +22,14 @@ void on_quit(Eo* loop, void*, Eina_Value exitCode)
 LoopEnd::LoopEnd()
 {
     s_isAskedFor = false;
+    // To take an override back leaks, so a loop keeps it.
+    static const Eo* s_loop = nullptr;
+    Eo* loop = efl_main_loop_get();
+    if (loop == s_loop)
+        return;
     EFL_OPS_DEFINE(operations, EFL_OBJECT_OP_FUNC(efl_loop_quit, on_quit));
-    efl_object_override(efl_main_loop_get(), &operations);
-}
-
-LoopEnd::~LoopEnd()
-{
-    efl_object_override(efl_main_loop_get(), nullptr);
+    if (efl_object_override(loop, &operations))
+        s_loop = loop;
 }
 
 bool LoopEnd::isAskedFor() const

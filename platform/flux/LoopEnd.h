@@ -8,7 +8,6 @@ namespace orbis::flux {
 class LoopEnd {
 public:
     LoopEnd();
-    ~LoopEnd();
     LoopEnd(const LoopEnd&) = delete;
     LoopEnd& operator=(const LoopEnd&) = delete;
 

@@ -24,7 +24,9 @@ Eina_Bool on_tick(void*)
 /// The search for leaks stops a process to look at it, which a change of user and a box prevent.
 Words withoutLeakSearch(Words environment)
 {
-    environment.insert(environment.begin(), "LSAN_OPTIONS=detect_leaks=0");
+    const auto isOption = [](const std::string& variable) { return variable.rfind("ASAN_OPTIONS=", 0) == 0; };
+    environment.erase(std::remove_if(environment.begin(), environment.end(), isOption), environment.end());
+    environment.emplace_back("ASAN_OPTIONS=detect_leaks=0");
     return environment;
 }
 
@@ -42,7 +44,7 @@ std::unique_ptr<tv::Process> StoreFixture::tool(Words arguments) const
     arguments.insert(arguments.begin(), ORBIS_SETTINGS_TOOL);
     const Words environment = m_folders.environment();
     return std::make_unique<tv::Process>(
-        arguments, geteuid() == getuid() ? environment : withoutLeakSearch(environment));
+        arguments, geteuid() == 0 ? environment : withoutLeakSearch(environment));
 }
 
 std::unique_ptr<tv::Process> StoreFixture::box() const

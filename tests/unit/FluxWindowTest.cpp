@@ -62,6 +62,9 @@ TEST_F(AManagedWindow, IsLetGoInAnyOrder)
 
 TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has an order of its own";
+#endif
     std::vector<std::string> environment;
     for (char** variable = environ; *variable; ++variable)
         environment.emplace_back(*variable);

@@ -45,6 +45,16 @@ void* operator new[](std::size_t size)
     return memory::allocate(size);
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return memory::fails(size) ? nullptr : malloc(size > 0 ? size : 1);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept
+{
+    return operator new(size, tag);
+}
+
 void operator delete(void* memory) noexcept
 {
     free(memory);

@@ -151,8 +151,8 @@ TEST_F(AClosedPopup, DropsTheGuidesPendingJobWhenItIsReplacedFirst)
     EXPECT_FALSE(journal::has("I Show APList popup"));
 }
 
-/// The job deletes the popup that it belongs to, and the handle of itself that the popup holds. Also run where every
-/// use of memory is looked at.
+/// The job deletes the popup that it belongs to, and the handle of itself that the popup holds. Also run
+/// where every use of memory is looked at.
 TEST_F(AClosedPopup, OfTheGuideMakesWayInItsOwnJob)
 {
     request(TESSEL_VCONF, R"({"page":"mobileDetection","pin":"0042"})");
