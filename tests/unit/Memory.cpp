@@ -74,3 +74,13 @@ void operator delete[](void* memory, std::size_t) noexcept
 {
     free(memory);
 }
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept
+{
+    free(memory);
+}
+
+void operator delete[](void* memory, const std::nothrow_t&) noexcept
+{
+    free(memory);
+}
