@@ -75,7 +75,10 @@ std::optional<std::string> unescaped(std::string_view name)
         const char* low = std::strchr(kHexDigits, name[i + 2]);
         if (!high || !low)
             return std::nullopt;
-        key += static_cast<char>((high - kHexDigits) * 16 + (low - kHexDigits));
+        const auto letter = static_cast<char>((high - kHexDigits) * 16 + (low - kHexDigits));
+        if (letter == '\0') // no key holds one: it would be listed by a name that is another's
+            return std::nullopt;
+        key += letter;
         i += 2;
     }
     return escaped(key) == name ? std::optional(key) : std::nullopt;
