@@ -9,7 +9,7 @@
 namespace TesselUI {
 
 /// The longest text that counts as a request, bytes. A value tree takes many times the memory of its text.
-constexpr std::size_t kLongestRequest = 64 * 1024;
+constexpr std::size_t kLongestRequest = std::size_t {64} * 1024;
 
 /// Reads any text; throws nothing but std::bad_alloc.
 /// @param root  the request; null when the text is too long, or nested deeper than the library takes
