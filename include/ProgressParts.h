@@ -5,6 +5,7 @@
 
 #include <Elementary.h>
 
+#include <initializer_list>
 #include <string>
 
 namespace TesselUI {
@@ -35,6 +36,10 @@ void addSecondLine(Evas_Object* main, const char* text);
 /// @param clicked  its handler, called with @p data (borrowed)
 Evas_Object* addPopupButton(
     Evas_Object* popup, const std::string& label, int slot, Evas_Smart_Cb clicked, const void* data);
+
+/// Hides @p objects and lowers @p window, which takes the picture along when no popup is up any more. Null
+/// objects and a null window are left out.
+void leaveScreen(Evas_Object* window, std::initializer_list<Evas_Object*> objects);
 
 /// Registers what the screen reader says on @p button: @p context and @p name the first time, then the name.
 /// Both are markup and are cut to the record's size.

@@ -4,6 +4,7 @@
 
 #include "Guard.h"
 #include "Log.h"
+#include "ProgressParts.h"
 #include "TesselUI.h"
 
 #include <algorithm>
@@ -48,16 +49,10 @@ void CNetwokTestPopup::bindFocusToOneObject(Evas_Object* obj)
     elm_object_focus_set(obj, EINA_TRUE);
 }
 
-/// The window takes the picture along when no popup is up any more.
 void CNetwokTestPopup::leaveScreen()
 {
     m_superseded.hide();
-    for (Evas_Object* object : {m_cancelPopup, m_popup, m_dimBase}) {
-        if (object)
-            evas_object_hide(object);
-    }
-    if (m_window)
-        elm_win_lower(m_window);
+    TesselUI::leaveScreen(m_window, {m_cancelPopup, m_popup, m_dimBase});
 }
 
 void CNetwokTestPopup::cancelBtnCB(void* data, Evas_Object*, void*)

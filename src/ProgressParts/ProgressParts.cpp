@@ -98,6 +98,16 @@ Evas_Object* addPopupButton(
     return button;
 }
 
+void leaveScreen(Evas_Object* window, std::initializer_list<Evas_Object*> objects)
+{
+    for (Evas_Object* object : objects) {
+        if (object)
+            evas_object_hide(object);
+    }
+    if (window)
+        elm_win_lower(window);
+}
+
 void attachReadOut(Evas_Object* button, const std::string& context, const std::string& name)
 {
     AccessibilityInfo* info = getAccessibiltyObject();

@@ -180,16 +180,10 @@ char* CSSOPopup::addLTRMarker(char* text)
     return strdup(marked);
 }
 
-/// The window takes the picture along when no popup is up any more.
 void CSSOPopup::leaveScreen()
 {
     m_superseded.hide();
-    for (Evas_Object* object : {m_cancelPopup, m_popup, m_dimBase}) {
-        if (object)
-            evas_object_hide(object);
-    }
-    if (m_window)
-        elm_win_lower(m_window);
+    TesselUI::leaveScreen(m_window, {m_cancelPopup, m_popup, m_dimBase});
 }
 
 void CSSOPopup::cancelBtnCB(void* data, Evas_Object*, void*)
