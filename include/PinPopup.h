@@ -1,8 +1,8 @@
 /// The popup of the set-up's steps that need nothing but a text: PIN, terms, hints, failures, and the guide.
 #pragma once
 
-#include "Handles.h"
 #include "NetworkPopup.h"
+#include "base/EflHandles.h"
 
 #include <memory>
 #include <string>
@@ -55,7 +55,6 @@ public:
 
 private:
     struct TextRow;
-    using JobPtr = CHandle<Ecore_Job, ecore_job_del>;
 
     static const TextRow* rowOf(TSPOPUP_TYPE type);
     static void m_OnIdleTimeout(void* data);
@@ -71,7 +70,7 @@ private:
     void addCentreButton(const char* labelId, const char* icon);
     void markReady();
 
-    JobPtr m_pendingJob; ///< the deferred close of button 1
+    base::JobPtr m_pendingJob; ///< the deferred close of button 1
     Evas_Object* m_window; ///< borrowed
     int m_countdown = 0; ///< ticks left
     std::string m_composedText;

@@ -12,6 +12,7 @@
 #include "app/Traces.h"
 #include "app/WindowState.h"
 #include "aul.h"
+#include "base/Handles.h"
 #include "log/StandardError.h"
 #include "settings/Folders.h"
 
@@ -29,7 +30,7 @@ namespace orbis::app {
 
 namespace {
 
-using BundlePtr = std::unique_ptr<bundle, decltype(&bundle_free)>;
+using BundlePtr = base::CHandle<bundle, bundle_free>;
 
 /// @return the application's id; its file name serves where there is none
 std::string idOf(const char* program)
@@ -172,7 +173,7 @@ void Run::deliver(const LaunchParameters& parameters)
 {
     if (!m_callbacks.app_control)
         return;
-    const BundlePtr launch {bundle_import_from_argv(0, nullptr), bundle_free};
+    const BundlePtr launch {bundle_import_from_argv(0, nullptr)};
     for (const std::string& parameter : parameters) {
         const auto equals = parameter.find('=');
         if (equals != std::string::npos)

@@ -1,4 +1,5 @@
 #include "app.h"
+#include "base/Handles.h"
 
 #include <cstring>
 #include <memory>
@@ -7,11 +8,7 @@
 
 namespace {
 
-struct FreeBundle {
-    void operator()(bundle* b) const { bundle_free(b); }
-};
-
-using BundlePtr = std::unique_ptr<bundle, FreeBundle>;
+using BundlePtr = base::CHandle<bundle, bundle_free>;
 
 /// @return null when memory is short
 BundlePtr copyOf(bundle* b)

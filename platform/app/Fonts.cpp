@@ -1,6 +1,8 @@
 #include "app/Fonts.h"
 
 #include "app/ResourceFile.h"
+#include "base/FontHandles.h"
+#include "base/GlibHandles.h"
 #include "dlog.h"
 
 #include <fontconfig/fontconfig.h>
@@ -28,17 +30,6 @@ constexpr const char* kFamily = "NorvaleSans-500";
 /// How long after the start the fonts are looked at, seconds.
 constexpr double kCheckDelay = 1.0;
 
-template <auto function>
-struct Deleter {
-    template <typename T>
-    void operator()(T* object) const
-    {
-        function(object);
-    }
-};
-using Config = std::unique_ptr<FcConfig, Deleter<FcConfigDestroy>>;
-using Pattern = std::unique_ptr<FcPattern, Deleter<FcPatternDestroy>>;
-
 /// @return what is wrong with a description of fonts, or ""
 std::string faultOfDescription()
 {
@@ -47,7 +38,7 @@ std::string faultOfDescription()
     if (!text)
         return strerror(errno);
     constexpr GMarkupParser kNothing {};
-    const std::unique_ptr<GMarkupParseContext, Deleter<g_markup_parse_context_free>> parser {
+    const base::MarkupParserPtr parser {
         g_markup_parse_context_new(&kNothing, static_cast<GMarkupParseFlags>(0), nullptr, nullptr)};
     const auto size = static_cast<gssize>(text->size());
     if (!g_markup_parse_context_parse(parser.get(), text->data(), size, nullptr)
@@ -58,7 +49,7 @@ std::string faultOfDescription()
 
 /// @return the names that @p family stands for: those that a description puts in its place, not those that
 /// any family falls back to
-std::vector<std::string> namesOf(FcConfig* config, const char* family, const Pattern& pattern)
+std::vector<std::string> namesOf(FcConfig* config, const char* family, const base::FontPatternPtr& pattern)
 {
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family));
     FcConfigSubstitute(config, pattern.get(), FcMatchPattern);
@@ -77,13 +68,13 @@ std::vector<std::string> namesOf(FcConfig* config, const char* family, const Pat
 /// @return what keeps texts from their own font, or ""
 std::string faultOfFonts()
 {
-    const Config config {FcInitLoadConfigAndFonts()};
-    const Pattern asked {FcPatternCreate()};
+    const base::FontConfigPtr config {FcInitLoadConfigAndFonts()};
+    const base::FontPatternPtr asked {FcPatternCreate()};
     if (!config || !asked)
         return "fonts cannot be looked for";
     const std::vector<std::string> names = namesOf(config.get(), kFamily, asked);
     FcResult result = FcResultNoMatch;
-    const Pattern found {FcFontMatch(config.get(), asked.get(), &result)};
+    const base::FontPatternPtr found {FcFontMatch(config.get(), asked.get(), &result)};
     FcChar8* raw = nullptr;
     if (!found || FcPatternGetString(found.get(), FC_FAMILY, 0, &raw) != FcResultMatch)
         return "no font is installed, texts cannot be drawn";

@@ -3,6 +3,7 @@
 #include "app/ApplicationId.h"
 #include "app/Catalogue.h"
 #include "app/ResourceFile.h"
+#include "base/Handles.h"
 #include "dlog.h"
 #include "vconf.h"
 
@@ -70,7 +71,7 @@ std::string languageOfEnvironment()
 std::string chosenLanguage()
 {
     static const std::string s_environment = languageOfEnvironment();
-    const std::unique_ptr<char, decltype(&free)> setting {vconf_get_str(kLanguageKey), free};
+    const base::MallocStr setting {vconf_get_str(kLanguageKey)};
     const std::string choice = setting && *setting ? setting.get() : s_environment;
     return choice.substr(0, choice.find('.'));
 }

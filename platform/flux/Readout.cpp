@@ -1,6 +1,7 @@
 #include "flux/Readout.h"
 
 #include "app/Language.h"
+#include "base/Handles.h"
 #include "flux/SpokenText.h"
 
 #include <fcntl.h>
@@ -46,7 +47,7 @@ void Readout::speakFocused(Evas_Object* widget)
 {
     if (!widget || !readerIsOn())
         return;
-    const std::unique_ptr<char, decltype(&free)> text {elm_access_info_get(widget, ELM_ACCESS_INFO), free};
+    const base::MallocStr text {elm_access_info_get(widget, ELM_ACCESS_INFO)};
     if (text && *text)
         speak(text.get());
 }

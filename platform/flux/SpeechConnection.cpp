@@ -1,5 +1,6 @@
 #include "flux/SpeechConnection.h"
 
+#include "base/Handles.h"
 #include "settings/FileDescriptor.h"
 
 #include <poll.h>
@@ -22,12 +23,6 @@ constexpr const char* kPurpose = "read-out";
 
 /// A service that runs answers at once.
 constexpr int kGreetingMs = 2000;
-
-struct Release {
-    void operator()(char* text) const { free(text); }
-    void operator()(SPDConnectionAddress* address) const { SPDConnectionAddress__free(address); }
-};
-using Text = std::unique_ptr<char, Release>;
 
 enum class Listener {
     None,
@@ -84,8 +79,9 @@ SpeechService::SpeechService()
     : user(g_get_user_name())
 {
     char* error = nullptr;
-    const std::unique_ptr<SPDConnectionAddress, Release> address(spd_get_default_address(&error));
-    const Text message(error);
+    const base::CHandle<SPDConnectionAddress, SPDConnectionAddress__free> address(
+        spd_get_default_address(&error));
+    const base::MallocStr message(error);
     // What is said may be a code: it does not leave the machine.
     if (!address || address->method != SPD_METHOD_UNIX_SOCKET || !address->unix_socket_name)
         problem = message ? lineOf(message.get()) : "its address is not a local socket";
@@ -132,7 +128,7 @@ bool SpeechConnection::connect(bool startsService)
     char* error = nullptr;
     m_connection.reset(spd_open2(
         kClient, kPurpose, m_service.user.c_str(), SPD_MODE_SINGLE, &address, startsService ? 1 : 0, &error));
-    const Text message(error);
+    const base::MallocStr message(error);
     if (startsService)
         pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
     if (!isOpen())
@@ -148,7 +144,8 @@ bool SpeechConnection::send(const std::string& command)
 {
     if (!isOpen())
         return false;
-    const Text answer(spd_send_data(m_connection.get(), (command + "\r\n").c_str(), SPD_WAIT_REPLY));
+    const base::MallocStr answer(
+        spd_send_data(m_connection.get(), (command + "\r\n").c_str(), SPD_WAIT_REPLY));
     if (!answer || !isAnswer(answer.get())) {
         m_connection.reset();
         m_problem = "it ended the conversation";

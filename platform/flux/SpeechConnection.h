@@ -1,6 +1,8 @@
 /// A conversation with the machine's speech service.
 #pragma once
 
+#include "base/Handles.h"
+
 #include <libspeechd.h>
 #include <signal.h>
 
@@ -43,10 +45,6 @@ public:
     const std::string& problem() const { return m_problem; }
 
 private:
-    struct Closer {
-        void operator()(SPDConnection* connection) const { spd_close(connection); }
-    };
-
     bool connect(bool startsService);
     bool send(const std::string& command);
 
@@ -54,7 +52,7 @@ private:
     sigset_t m_signals;
     std::string m_problem;
     bool m_mayStart = true;
-    std::unique_ptr<SPDConnection, Closer> m_connection;
+    base::CHandle<SPDConnection, spd_close> m_connection;
 };
 
 } // namespace orbis::flux

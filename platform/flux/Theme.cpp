@@ -1,6 +1,7 @@
 #include "flux/Theme.h"
 
 #include "app/ResourceFile.h"
+#include "base/GlibHandles.h"
 #include "dlog.h"
 #include "flux/PlainTheme.h"
 #include "flux/Widget.h"
@@ -33,10 +34,8 @@ std::string faultOfTheme()
     const std::optional<std::string> bytes = readResource(kThemeFile, ORBIS_THEME_SIZE);
     if (!bytes)
         return g_strerror(errno);
-    const std::unique_ptr<char, decltype(&g_free)> digest {
-        g_compute_checksum_for_data(
-            G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size()),
-        g_free};
+    const base::GStr digest {g_compute_checksum_for_data(
+        G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size())};
     return digest && std::string_view {digest.get()} == ORBIS_THEME_DIGEST
         ? ""
         : "it is damaged, or not the one that belongs to this library";

@@ -1,4 +1,5 @@
 #include "dlog.h"
+#include "base/Handles.h"
 
 #include "log/Escape.h"
 #include "log/Journal.h"
@@ -19,10 +20,6 @@
 namespace orbis::log {
 
 namespace {
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
 
 struct Level {
     log_priority priority;
@@ -125,7 +122,7 @@ int print(const Level& level, const char* tag, const char* format, va_list argum
     const int length = vasprintf(&formatted, format, arguments);
     if (length < 0)
         return -errno;
-    const std::unique_ptr<char, FreeText> owner(formatted);
+    const base::MallocStr owner(formatted);
     const std::string_view whole(formatted, static_cast<size_t>(length));
     // Those of the format are the message's own; what comes before them may be a name's.
     const size_t ends = std::min(lineEndsOf(format), lineEndsOf(whole));

@@ -1,5 +1,6 @@
 #include "settings/Draft.h"
 
+#include "base/Handles.h"
 #include "settings/Folders.h"
 
 #include <cerrno>
@@ -16,10 +17,6 @@ namespace {
 
 constexpr char kDraftFolder[] = "/.tmp";
 constexpr mode_t kPermissionBits = 07777;
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 /// The owner can be given by root only, the group by its members. @return whether the group could be
 bool give(int descriptor, uid_t owner, gid_t group)
@@ -100,7 +97,7 @@ void sweepDrafts(const std::string& folder)
     static std::set<std::string> s_swept;
     if (!s_swept.insert(folder).second)
         return;
-    const std::unique_ptr<DIR, CloseFolder> drafts(opendir((folder + kDraftFolder).c_str()));
+    const base::FolderPtr drafts(opendir((folder + kDraftFolder).c_str()));
     if (!drafts)
         return;
     const time_t now = time(nullptr);

@@ -1,5 +1,6 @@
 #include "settings/Key.h"
 
+#include "base/Handles.h"
 #include "settings/Folders.h"
 
 #include <algorithm>
@@ -29,10 +30,6 @@ constexpr Area kAreas[] = {
 };
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 bool startsWith(std::string_view text, std::string_view prefix)
 {
@@ -101,7 +98,7 @@ bool hasGoodSegments(std::string_view key)
 bool findKeysOfArea(const Area& area, const std::string& prefix, std::vector<std::string>& keys)
 {
     const std::string folder = area.root() + area.folder;
-    const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
+    const base::FolderPtr entries(opendir(folder.c_str()));
     if (!entries)
         return errno == ENOENT || errno == ENOTDIR;
     errno = 0;

@@ -1,5 +1,6 @@
 #include "settings/Value.h"
 
+#include "base/Handles.h"
 #include "settings/Key.h"
 
 #include <cerrno>
@@ -34,7 +35,7 @@ bool takeHeader(std::string_view& contents, std::string_view header)
 }
 
 /// @param bytes  what the file holds, with room for a NUL behind it
-std::optional<Value> decode(std::unique_ptr<char, FreeText> bytes, size_t size)
+std::optional<Value> decode(base::MallocStr bytes, size_t size)
 {
     Value value;
     std::string_view contents(bytes.get(), size);
@@ -69,7 +70,7 @@ std::optional<Value> readValue(const char* key)
     if (!file)
         return std::nullopt;
     const auto size = static_cast<size_t>(status.st_size);
-    std::unique_ptr<char, FreeText> bytes(allocate(size + 1));
+    base::MallocStr bytes(allocate(size + 1));
     if (!bytes)
         return std::nullopt;
     const ssize_t count = readBytes(file, bytes.get(), size);

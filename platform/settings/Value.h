@@ -2,6 +2,7 @@
 #ifndef ORBIS_VALUE_H
 #define ORBIS_VALUE_H
 
+#include "base/Handles.h"
 #include "vconf.h"
 
 #include <cstdlib>
@@ -11,13 +12,9 @@
 
 namespace orbis {
 
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
-
 struct Value {
     vconf_type type = VCONF_TYPE_NONE;
-    std::unique_ptr<char, FreeText> text; ///< of VCONF_TYPE_STRING; from malloc(), ends with NUL
+    base::MallocStr text; ///< of VCONF_TYPE_STRING; from malloc(), ends with NUL
     int number = 0; ///< of VCONF_TYPE_INT
 };
 

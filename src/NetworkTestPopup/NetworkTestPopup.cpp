@@ -1,6 +1,5 @@
 #include "NetworkTestPopup.h"
 
-#include "Handles.h"
 #include "Log.h"
 #include "Objects.h"
 #include "Paths.h"
@@ -8,6 +7,7 @@
 #include "Tessel_Conn_Comm_Func.h"
 #include "Translated.h"
 #include "WidgetNumbers.h"
+#include "base/Handles.h"
 #include "combinate.h"
 
 #include <elm_flux.h>
@@ -125,13 +125,13 @@ bool CNetwokTestPopup::createPopup()
 /// Both lines; they are appended to @p speech as they stand.
 bool CNetwokTestPopup::addTexts(std::string& speech)
 {
-    const MallocStr phone {addLTRMarker(m_mobileName.data())};
+    const base::MallocStr phone {addLTRMarker(m_mobileName.data())};
     char firstLine[kCombinedTextSize] = {};
     combinate_string(translated("TV_SID_TESSEL_MIX_INFORMATION_BELOW_RECEIVED_SETTING_UP").c_str(),
         phone ? phone.get() : "Norvale Device", nullptr, firstLine);
     addFirstLine(m_contentLayout, firstLine);
     LOGI("AP Name :: %s\n", m_apName.c_str());
-    const MallocStr network {func(m_apName.data())};
+    const base::MallocStr network {func(m_apName.data())};
     if (!network) {
         LOGE("cAPName_mod failed");
         return false;

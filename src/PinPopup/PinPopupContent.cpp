@@ -9,6 +9,7 @@
 #include "Translated.h"
 #include "Util.h"
 #include "WidgetNumbers.h"
+#include "base/Handles.h"
 #include "combinate.h"
 
 #include <sys/prctl.h>
@@ -213,7 +214,7 @@ void PinPopup::showPinText()
     LOGI("showPinText popup");
     signalHighContrast();
     setTitle(translated("SID_PIN"));
-    const MallocStr phone {TSUtil::AddLTRMarker(m_mobileName.data())};
+    const base::MallocStr phone {TSUtil::AddLTRMarker(m_mobileName.data())};
     char sentence[kCombinedTextSize] = {};
     combinate_string(
         dgettext(kTextDomain, "TV_SID_TESSEL_MIX_CONNECTED_DEVICE"), phone.get(), nullptr, sentence);

@@ -1,7 +1,6 @@
 #include "SSOLoginPopup.h"
 
 #include "Guard.h"
-#include "Handles.h"
 #include "Log.h"
 #include "Objects.h"
 #include "ProgressParts.h"
@@ -9,6 +8,7 @@
 #include "Tessel_Conn_Comm_Func.h"
 #include "Translated.h"
 #include "WidgetNumbers.h"
+#include "base/Handles.h"
 #include "combinate.h"
 
 #include <elm_flux.h>
@@ -106,7 +106,7 @@ void CSSOPopup::setTextMobileName()
     char line[kCombinedTextSize] = {};
     LOGI("__SetTextMobileName pcMobileName[%s]", m_mobileName.c_str());
     if (!m_mobileName.empty()) {
-        if (const MallocStr phone {addLTRMarker(m_mobileName.data())})
+        if (const base::MallocStr phone {addLTRMarker(m_mobileName.data())})
             combinate_string(translated("TV_SID_TESSEL_MIX_INFORMATION_BELOW_RECEIVED_SIGNING_IN").c_str(),
                 phone.get(), nullptr, line);
     }

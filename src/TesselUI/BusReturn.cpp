@@ -1,7 +1,7 @@
 #include "BusReturn.h"
 
 #include "Guard.h"
-#include "Handles.h"
+#include "base/GlibHandles.h"
 
 #include <string>
 #include <string_view>
@@ -15,11 +15,9 @@ namespace {
 constexpr guint kRetryMs = 200;
 constexpr int kTries = 25;
 
-using FilePtr = CHandle<GFile, g_object_unref>;
-
 std::string busAddress()
 {
-    const GStr address {g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)};
+    const base::GStr address {g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)};
     return address ? address.get() : "";
 }
 
@@ -32,7 +30,7 @@ std::string socketPath(std::string_view address)
         return {};
     const std::string_view rest = address.substr(mark + kMark.size());
     const std::string escaped(rest.substr(0, rest.find_first_of(",;")));
-    const GStr path {g_uri_unescape_string(escaped.c_str(), nullptr)};
+    const base::GStr path {g_uri_unescape_string(escaped.c_str(), nullptr)};
     return path ? path.get() : "";
 }
 
@@ -64,7 +62,7 @@ void BusReturn::watchSocket()
     const std::string path = socketPath(busAddress());
     if (path.empty())
         return;
-    const FilePtr file {g_file_new_for_path(path.c_str())};
+    const base::GObjectPtr<GFile> file {g_file_new_for_path(path.c_str())};
     m_monitor = g_file_monitor_file(file.get(), G_FILE_MONITOR_NONE, nullptr, nullptr);
     if (m_monitor)
         g_signal_connect(m_monitor, "changed", G_CALLBACK(on_socketChanged), m_cookie.userData());
@@ -93,8 +91,7 @@ void BusReturn::tryToConnect()
 
 void BusReturn::on_probed(GObject*, GAsyncResult* result, gpointer id)
 try {
-    const CHandle<GDBusConnection, g_object_unref> probe {
-        g_dbus_connection_new_for_address_finish(result, nullptr)};
+    const base::GObjectPtr<GDBusConnection> probe {g_dbus_connection_new_for_address_finish(result, nullptr)};
     if (probe)
         g_dbus_connection_close(probe.get(), nullptr, nullptr, nullptr);
     BusReturn* self = Cookie<BusReturn>::find(id);

@@ -4,10 +4,10 @@
 
 #include "Bounded.h"
 #include "Guard.h"
-#include "Handles.h"
 #include "Log.h"
 #include "TesselUI.h"
 #include "UIManager.h"
+#include "base/Handles.h"
 
 #include <new>
 #include <stdexcept>
@@ -89,7 +89,7 @@ std::string CTesselUI::GetJsonData(std::string key)
 void CTesselUI::m_OnMethodPopup(keynode_t*, void*)
 try {
     LOGI("");
-    const MallocStr value {vconf_get_str(TESSEL_VCONF)};
+    const base::MallocStr value {vconf_get_str(TESSEL_VCONF)};
     if (!value) {
         LOGE("No value in VCONF");
         return;

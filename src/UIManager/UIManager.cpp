@@ -1,10 +1,10 @@
 #include "UIManager.h"
 
-#include "Handles.h"
 #include "Log.h"
 #include "Paths.h"
 #include "WidgetNumbers.h"
 #include "aul.h"
+#include "base/Handles.h"
 #include "efl_assist.h"
 #include "vconf.h"
 
@@ -233,7 +233,7 @@ int UIManager::showGuidePopup(std::string& pin)
 bool UIManager::IsWizardRunning()
 {
     LOGI("START");
-    const MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
+    const base::MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
     if (!value)
         return false;
     const std::string mode = value.get();

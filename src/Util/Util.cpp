@@ -1,8 +1,8 @@
 #include "Util.h"
 
 #include "Bounded.h"
-#include "Handles.h"
 #include "Log.h"
+#include "base/Handles.h"
 #include "vconf.h"
 
 #include <algorithm>
@@ -76,7 +76,7 @@ void TSUtil::SetOOBStatus(int status)
 bool TSUtil::IsPageDisplayed(WIZRD_PAGE page)
 {
     LOGI("START");
-    const MallocStr current {vconf_get_str(kWizardPageKey)};
+    const base::MallocStr current {vconf_get_str(kWizardPageKey)};
     if (!current) {
         LOGE("Failed to check wizard page  vconf");
         return false;
@@ -102,7 +102,7 @@ bool TSUtil::IsPageDisplayed(WIZRD_PAGE page)
 bool TSUtil::IsAppRunning(MENU_APP_INDEX app)
 {
     LOGI("START");
-    const MallocStr mode {vconf_get_str(kWizardModeKey)};
+    const base::MallocStr mode {vconf_get_str(kWizardModeKey)};
     if (!mode) {
         LOGE("Failed to check IsAppRunning  vconf");
         return false;
@@ -118,7 +118,7 @@ bool TSUtil::IsAppRunning(MENU_APP_INDEX app)
 bool TSUtil::IsWizardMode()
 {
     LOGI("START");
-    const MallocStr mode {vconf_get_str(kWizardModeKey)};
+    const base::MallocStr mode {vconf_get_str(kWizardModeKey)};
     if (!mode) {
         LOGE("Failed to check wizard mode vconf");
         return false;
@@ -131,7 +131,7 @@ bool TSUtil::IsWizardMode()
 
 std::string TSUtil::GetBLETVName()
 {
-    const MallocStr name {vconf_get_str("memory/tessel/ble_tvname")};
+    const base::MallocStr name {vconf_get_str("memory/tessel/ble_tvname")};
     std::string kept(bounded(name.get()));
     LOGI("mobile name %s", name ? kept.c_str() : "(null)");
     return kept;

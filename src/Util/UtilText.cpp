@@ -1,8 +1,8 @@
 #include "Util.h"
 
 #include "Bounded.h"
-#include "Handles.h"
 #include "Log.h"
+#include "base/EflHandles.h"
 #include "vconf.h"
 
 #include <cstdio>
@@ -20,12 +20,9 @@ constexpr const char* kRightToLeftMark = "\xE2\x80\x8F";
 
 constexpr const char* kRightToLeftLocales[] = {"ur_", "fa_", "ar_", "he_"};
 
-using TextblockStylePtr = CHandle<Evas_Textblock_Style, evas_textblock_style_free>;
-using ObjectPtr = CHandle<Evas_Object, evas_object_del>;
-
 void applyStyle(Evas_Object* textblock, const char* styleText)
 {
-    const TextblockStylePtr style {evas_textblock_style_new()};
+    const base::TextblockStylePtr style {evas_textblock_style_new()};
     if (!style) {
         LOGD("pStyle1 is NULL");
         return;
@@ -68,7 +65,7 @@ bool TSUtil::m_StartsWith(const char* prefix, const char* text)
 bool TSUtil::m_IsReveseOSD()
 {
     LOGD(" Get UI Orientation ");
-    const MallocStr locale {vconf_get_str("db/menu_widget/language")};
+    const base::MallocStr locale {vconf_get_str("db/menu_widget/language")};
     if (!locale) {
         LOGE(" the languagelocale is NULL");
         return false;
@@ -84,7 +81,7 @@ bool TSUtil::m_IsReveseOSD()
 int TSUtil::m_GetTextNumLines(const Eo* parent, const char* style, const char* text, int width)
 {
     Evas* canvas = parent ? evas_object_evas_get(parent) : nullptr;
-    const ObjectPtr textblock {canvas ? evas_object_textblock_add(canvas) : nullptr};
+    const base::ObjectPtr textblock {canvas ? evas_object_textblock_add(canvas) : nullptr};
     int count = 0;
     if (!textblock) {
         LOGD("pTextBlock1 is NULL");

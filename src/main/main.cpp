@@ -1,10 +1,10 @@
 /// Entry: runs the popups' service when launched for them, and hands any other launch to the set-up wizard.
 
-#include "Handles.h"
 #include "Log.h"
 #include "Paths.h"
 #include "TesselUI.h"
 #include "app.h"
+#include "base/Handles.h"
 #include "bundle.h"
 #include "wizard.h"
 
@@ -25,7 +25,7 @@ std::string launchMode(bundle* launch)
     char* raw = nullptr;
     if (app_control_get_extra_data(request, "LAUNCH_MODE", &raw) != 0 || !raw)
         LOGD("get data failed.");
-    const MallocStr value {raw};
+    const base::MallocStr value {raw};
     LOGD("[Input Param] => %s", value ? value.get() : "(null)");
     app_control_destroy(request);
     return value ? value.get() : "";
@@ -85,7 +85,7 @@ int runWizard(bundle* launch, char* program)
 int main(int argc, char** argv)
 {
     LOGI("Tessel UI Main start");
-    const MallocStr program {argc > 0 && argv[0] ? strdup(argv[0]) : nullptr};
+    const base::MallocStr program {argc > 0 && argv[0] ? strdup(argv[0]) : nullptr};
     bundle* launch = bundle_import_from_argv(argc, argv);
     const std::string mode = launchMode(launch);
     return mode == "POPUP" ? runPopups(argc, argv, launch, mode) : runWizard(launch, program.get());

@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "base/Handles.h"
 #include "vconf.h"
 
 #include <algorithm>
@@ -11,10 +12,6 @@
 #include <memory>
 
 namespace {
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
 
 struct SetRequest {
     std::string type;
@@ -96,7 +93,7 @@ int failure(const std::string& problem, int error)
 std::optional<std::string> valueOf(const std::string& key)
 {
     // One reading for each type: asking for the type first would leave room for a write in between.
-    const std::unique_ptr<char, FreeText> text(vconf_get_str(key.c_str()));
+    const base::MallocStr text(vconf_get_str(key.c_str()));
     if (text)
         return text.get();
     int number = 0;

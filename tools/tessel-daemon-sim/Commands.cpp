@@ -1,8 +1,8 @@
 #include "Commands.h"
 
 #include "EventLog.h"
-#include "Handles.h"
 #include "Names.h"
+#include "base/GlibHandles.h"
 
 #include <algorithm>
 #include <array>
@@ -180,8 +180,8 @@ Words splitWords(const std::string& line, std::string& error)
     char** rawWords = nullptr;
     GError* rawError = nullptr;
     g_shell_parse_argv(line.c_str(), &count, &rawWords, &rawError);
-    const StrvPtr words(rawWords);
-    const ErrorPtr problem(rawError);
+    const base::StrvPtr words(rawWords);
+    const base::ErrorPtr problem(rawError);
     if (problem)
         error = problem->message;
     return words ? Words(words.get(), words.get() + count) : Words();

@@ -3,6 +3,7 @@
 #include "EventLog.h"
 #include "Names.h"
 #include "Options.h"
+#include "base/GlibHandles.h"
 
 #include <utility>
 
@@ -12,17 +13,17 @@ namespace {
 
 /// A connection of our own: one shared with the rest of the process would be handed out again although it
 /// is closed.
-ConnectionPtr openSystemBus(std::string& problem)
+base::GObjectPtr<GDBusConnection> openSystemBus(std::string& problem)
 {
     constexpr auto kFlags = static_cast<GDBusConnectionFlags>(
         G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
     GError* rawError = nullptr;
-    ConnectionPtr connection;
-    const GStr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &rawError));
+    base::GObjectPtr<GDBusConnection> connection;
+    const base::GStr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &rawError));
     if (address)
         connection.reset(
             g_dbus_connection_new_for_address_sync(address.get(), kFlags, nullptr, nullptr, &rawError));
-    const ErrorPtr error(rawError);
+    const base::ErrorPtr error(rawError);
     if (error)
         problem = std::string("no system bus: ") + error->message;
     return connection;

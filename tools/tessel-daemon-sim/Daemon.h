@@ -3,9 +3,9 @@
 #define DAEMON_SIM_DAEMON_H
 
 #include "DaemonService.h"
-#include "Handles.h"
 #include "Timer.h"
 #include "UiClient.h"
+#include "base/GlibHandles.h"
 
 #include <functional>
 #include <optional>
@@ -68,7 +68,7 @@ private:
     std::function<void()> m_onRestarted; ///< set while a restart is under way
     Timer m_restartTimer;
     UiClient::Knowledge m_knowledge; ///< of the UI, from the last life
-    ConnectionPtr m_connection;
+    base::GObjectPtr<GDBusConnection> m_connection;
     gulong m_closedHandler = 0;
     std::optional<DaemonService> m_service;
     std::optional<UiClient> m_ui;

@@ -3,6 +3,7 @@
 #include "EventLog.h"
 #include "Names.h"
 #include "Settings.h"
+#include "base/GlibHandles.h"
 
 #include <cstring>
 #include <utility>
@@ -32,14 +33,14 @@ Event toEvent(const char* method, GVariant* parameters)
 {
     Event event {strcmp(method, "StopTessel") == 0 ? EventKind::StopTessel : EventKind::ServerStarted, {}};
     for (gsize index = 0; index < g_variant_n_children(parameters); ++index) {
-        const VariantPtr flag(g_variant_get_child_value(parameters, index));
+        const base::VariantPtr flag(g_variant_get_child_value(parameters, index));
         event.flags.push_back(g_variant_get_boolean(flag.get()) != FALSE);
     }
     return event;
 }
 
 /// Takes the call over, as every answer of the bus library does.
-void answerNormally(InvocationPtr invocation)
+void answerNormally(base::GObjectPtr<GDBusMethodInvocation> invocation)
 {
     g_dbus_method_invocation_return_value(invocation.release(), g_variant_new("(i)", 0));
 }
@@ -89,10 +90,11 @@ void DaemonService::onNameLost(GDBusConnection*, const char*, gpointer data)
 void DaemonService::onMethodCall(GDBusConnection*, const char*, const char*, const char*, const char* method,
     GVariant* parameters, GDBusMethodInvocation* invocation, gpointer data)
 {
-    static_cast<DaemonService*>(data)->receive(toEvent(method, parameters), InvocationPtr(invocation));
+    static_cast<DaemonService*>(data)->receive(
+        toEvent(method, parameters), base::GObjectPtr<GDBusMethodInvocation>(invocation));
 }
 
-void DaemonService::receive(const Event& event, InvocationPtr invocation)
+void DaemonService::receive(const Event& event, base::GObjectPtr<GDBusMethodInvocation> invocation)
 {
     const bool isStop = event.kind == EventKind::StopTessel;
     m_log.event("received " + toText(event));
@@ -120,7 +122,8 @@ void DaemonService::receive(const Event& event, InvocationPtr invocation)
     }
 }
 
-void DaemonService::answerLater(InvocationPtr invocation, bool isStop, double seconds)
+void DaemonService::answerLater(
+    base::GObjectPtr<GDBusMethodInvocation> invocation, bool isStop, double seconds)
 {
     m_answers.emplace_back();
     const auto answer = std::prev(m_answers.end());
@@ -139,7 +142,8 @@ void DaemonService::answerLater(InvocationPtr invocation, bool isStop, double se
 void DaemonService::answerWithWrongType(GDBusMethodInvocation* invocation)
 {
     // Made by hand: the library refuses to send an answer that does not fit the interface.
-    const MessagePtr reply(g_dbus_message_new_method_reply(g_dbus_method_invocation_get_message(invocation)));
+    const base::GObjectPtr<GDBusMessage> reply(
+        g_dbus_message_new_method_reply(g_dbus_method_invocation_get_message(invocation)));
     g_dbus_message_set_body(reply.get(), g_variant_new("(s)", "not a number"));
     g_dbus_connection_send_message(
         m_connection, reply.get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);

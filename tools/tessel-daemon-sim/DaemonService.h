@@ -3,8 +3,8 @@
 #define DAEMON_SIM_DAEMON_SERVICE_H
 
 #include "Commands.h"
-#include "Handles.h"
 #include "Timer.h"
+#include "base/GlibHandles.h"
 
 #include <functional>
 #include <list>
@@ -45,7 +45,7 @@ public:
 private:
     /// A call whose answer is delayed.
     struct Answer {
-        InvocationPtr invocation;
+        base::GObjectPtr<GDBusMethodInvocation> invocation;
         bool isStop;
         Timer timer;
     };
@@ -56,8 +56,8 @@ private:
     static void onNameAcquired(GDBusConnection* connection, const char* name, gpointer data);
     static void onNameLost(GDBusConnection* connection, const char* name, gpointer data);
 
-    void receive(const Event& event, InvocationPtr invocation);
-    void answerLater(InvocationPtr invocation, bool isStop, double seconds);
+    void receive(const Event& event, base::GObjectPtr<GDBusMethodInvocation> invocation);
+    void answerLater(base::GObjectPtr<GDBusMethodInvocation> invocation, bool isStop, double seconds);
     void answerWithWrongType(GDBusMethodInvocation* invocation);
     void vanish();
     void planEnd(bool isStop);
@@ -67,7 +67,7 @@ private:
     std::optional<double> m_endAfterStop;
     Callbacks m_callbacks;
     Behaviour m_behaviour;
-    NodeInfoPtr m_interface;
+    base::NodeInfoPtr m_interface;
     Timer m_endTimer;
     std::list<Answer> m_answers;
     guint m_registration = 0;

@@ -1,7 +1,7 @@
 #include "Scenario.h"
 
 #include "EventLog.h"
-#include "Handles.h"
+#include "base/GlibHandles.h"
 
 #include <fstream>
 #include <iterator>
@@ -17,8 +17,8 @@ constexpr size_t kMaxFileBytes = 0x400000;
 /// @return where a scenario of that name lies beside the program.
 std::string shippedScenario(const std::string& name)
 {
-    const GStr program(g_file_read_link("/proc/self/exe", nullptr));
-    const GStr folder(g_path_get_dirname(program ? program.get() : "."));
+    const base::GStr program(g_file_read_link("/proc/self/exe", nullptr));
+    const base::GStr folder(g_path_get_dirname(program ? program.get() : "."));
     return std::string(folder.get()) + "/../share/tessel/scenarios/" + name + ".scenario";
 }
 

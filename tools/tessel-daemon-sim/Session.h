@@ -4,11 +4,11 @@
 
 #include "Daemon.h"
 #include "EventLog.h"
-#include "Handles.h"
 #include "LineReader.h"
 #include "Options.h"
 #include "Player.h"
 #include "Scenario.h"
+#include "base/GlibHandles.h"
 
 #include <deque>
 #include <string>
@@ -45,7 +45,7 @@ private:
     void end(int status);
 
     EventLog& m_log;
-    LoopPtr m_loop;
+    base::LoopPtr m_loop;
     std::deque<Step> m_steps;
     std::string m_place; ///< of the step under way; empty at the prompt
     bool m_stay;

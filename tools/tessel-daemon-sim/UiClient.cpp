@@ -2,6 +2,7 @@
 
 #include "EventLog.h"
 #include "Names.h"
+#include "base/GlibHandles.h"
 
 #include <utility>
 
@@ -82,8 +83,8 @@ void UiClient::call()
 void UiClient::onReply(GObject* source, GAsyncResult* result, gpointer data)
 {
     GError* rawError = nullptr;
-    const VariantPtr reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &rawError));
-    const ErrorPtr error(rawError);
+    const base::VariantPtr reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &rawError));
+    const base::ErrorPtr error(rawError);
     if (g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED))
         return; // the object behind data may be gone
 

@@ -3,8 +3,8 @@
 #define DAEMON_SIM_UI_CLIENT_H
 
 #include "Commands.h"
-#include "Handles.h"
 #include "Timer.h"
+#include "base/GlibHandles.h"
 
 #include <functional>
 
@@ -52,7 +52,7 @@ private:
     std::function<void(const Event&)> m_onPresence;
     std::function<void()> m_onDone;
     RequestCommand m_request; ///< the one under way
-    CancellablePtr m_cancellable;
+    base::GObjectPtr<GCancellable> m_cancellable;
     Timer m_nameTimer; ///< runs while a request waits for the UI's name
     Knowledge m_ui;
     guint m_watch;

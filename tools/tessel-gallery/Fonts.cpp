@@ -1,5 +1,7 @@
 #include "Fonts.h"
 
+#include "base/FontHandles.h"
+
 #include <Eina.h>
 #include <fontconfig/fontconfig.h>
 
@@ -11,30 +13,18 @@ namespace {
 
 constexpr const char* kFamily = "NorvaleSans-500";
 
-template <auto function>
-struct Deleter {
-    template <typename T>
-    void operator()(T* object) const
-    {
-        function(object);
-    }
-};
-using Pattern = std::unique_ptr<FcPattern, Deleter<FcPatternDestroy>>;
-using FontSet = std::unique_ptr<FcFontSet, Deleter<FcFontSetDestroy>>;
-using CharSet = std::unique_ptr<FcCharSet, Deleter<FcCharSetDestroy>>;
-
 /// @return what the family and the fonts that stand in for it can draw, which is what the toolkit asks for,
 /// too
-CharSet drawable()
+base::CharSetPtr drawable()
 {
-    const Pattern pattern {FcPatternCreate()};
+    const base::FontPatternPtr pattern {FcPatternCreate()};
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(kFamily));
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
     FcCharSet* characters = nullptr;
     FcResult result = FcResultNoMatch;
-    const FontSet fonts {FcFontSort(nullptr, pattern.get(), FcTrue, &characters, &result)};
-    return CharSet {characters};
+    const base::FontSetPtr fonts {FcFontSort(nullptr, pattern.get(), FcTrue, &characters, &result)};
+    return base::CharSetPtr {characters};
 }
 
 /// Blanks, control characters, joiners, marks of direction and variation.
@@ -49,7 +39,7 @@ bool isInvisible(char32_t character)
 
 uint32_t firstWithoutFont(const std::string& text)
 {
-    static const CharSet characters = drawable();
+    static const base::CharSetPtr characters = drawable();
     for (int at = 0;;) {
         const Eina_Unicode next = eina_unicode_utf8_next_get(text.c_str(), &at);
         if (next == 0)

@@ -1,5 +1,7 @@
 #include "Pixels.h"
 
+#include "base/EflHandles.h"
+
 #include <Ecore_Evas.h>
 
 #include <algorithm>
@@ -64,10 +66,6 @@ uint32_t over(uint32_t above, uint32_t behind)
     return result;
 }
 
-struct CanvasDeleter {
-    void operator()(Ecore_Evas* canvas) const { ecore_evas_free(canvas); }
-};
-
 } // namespace
 
 Box Box::cutTo(const Box& other) const
@@ -109,7 +107,7 @@ Image grab(const Evas_Object* window, const Image& behind)
 
 bool savePng(const Image& image, const std::string& path)
 {
-    const std::unique_ptr<Ecore_Evas, CanvasDeleter> canvas {ecore_evas_buffer_new(1, 1)};
+    const base::CanvasPtr canvas {ecore_evas_buffer_new(1, 1)};
     Evas_Object* object = evas_object_image_add(ecore_evas_get(canvas.get()));
     evas_object_image_size_set(object, image.width, image.height);
     evas_object_image_data_copy_set(object, const_cast<uint32_t*>(image.pixels.data()));

@@ -3,6 +3,7 @@
 #include "Scene.h"
 
 #include "Fonts.h"
+#include "base/EflHandles.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,11 +17,9 @@ namespace {
 /// Letters of a run: few enough for a second colour in a line to be seen, enough to hold one with a stroke.
 constexpr int kRunLetters = 4;
 
-using Cursor = std::unique_ptr<Evas_Textblock_Cursor, decltype(&evas_textblock_cursor_free)>;
-
-Cursor cursorOf(const Evas_Object* textblock)
+base::CursorPtr cursorOf(const Evas_Object* textblock)
 {
-    return {evas_object_textblock_cursor_new(textblock), evas_textblock_cursor_free};
+    return base::CursorPtr {evas_object_textblock_cursor_new(textblock)};
 }
 
 bool isOfType(const Evas_Object* object, const char* type)
@@ -71,12 +70,12 @@ std::string valid(const char* text)
 
 std::string plainText(const Evas_Object* textblock)
 {
-    const Cursor begin = cursorOf(textblock);
-    const Cursor end = cursorOf(textblock);
+    const base::CursorPtr begin = cursorOf(textblock);
+    const base::CursorPtr end = cursorOf(textblock);
     evas_textblock_cursor_paragraph_first(begin.get());
     evas_textblock_cursor_paragraph_last(end.get());
-    const std::unique_ptr<char, decltype(&free)> text {
-        evas_textblock_cursor_range_text_get(begin.get(), end.get(), EVAS_TEXTBLOCK_TEXT_PLAIN), free};
+    const base::MallocStr text {
+        evas_textblock_cursor_range_text_get(begin.get(), end.get(), EVAS_TEXTBLOCK_TEXT_PLAIN)};
     std::string plain = valid(text ? text.get() : "");
     std::replace(plain.begin(), plain.end(), '\n', ' ');
     return plain;
@@ -107,7 +106,7 @@ void add(Box& run, const Box& letter)
 /// Letters that an ellipsis took out are on no line.
 void readLetters(Text& text)
 {
-    const Cursor cursor = cursorOf(text.object);
+    const base::CursorPtr cursor = cursorOf(text.object);
     Box run;
     int letters = 0;
     int line = -1;
@@ -118,8 +117,7 @@ void readLetters(Text& text)
         letters = 0;
     };
     do {
-        const std::unique_ptr<char, decltype(&free)> content {
-            evas_textblock_cursor_content_get(cursor.get()), free};
+        const base::MallocStr content {evas_textblock_cursor_content_get(cursor.get())};
         Box letter;
         const int at = evas_textblock_cursor_char_geometry_get(
             cursor.get(), &letter.x, &letter.y, &letter.width, &letter.height);

@@ -4,6 +4,7 @@
 #include "Log.h"
 #include "Paths.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "base/Handles.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -256,8 +257,8 @@ void SetHigh_ContrastBg(Evas_Object* layout)
     constexpr int kCount = static_cast<int>(std::size(kContrastBackground));
     // The record declares room for one integer; it is followed by the others.
     const std::size_t size = sizeof(Edje_Message_Int_Set) + (kCount - 1) * sizeof(int);
-    const std::unique_ptr<Edje_Message_Int_Set, decltype(&free)> message {
-        static_cast<Edje_Message_Int_Set*>(calloc(1, size)), free};
+    const base::CHandle<Edje_Message_Int_Set, std::free> message {
+        static_cast<Edje_Message_Int_Set*>(calloc(1, size))};
     Evas_Object* theme = layout ? elm_layout_edje_get(layout) : nullptr;
     if (message && theme) {
         message->count = kCount;

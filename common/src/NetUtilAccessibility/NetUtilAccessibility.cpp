@@ -1,8 +1,8 @@
 #include "NetUtilAccessibility.h"
 
 #include "Guard.h"
-#include "Handles.h"
 #include "Log.h"
+#include "base/EflHandles.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -12,9 +12,6 @@
 namespace {
 
 using TesselUI::AccessibilityInfo;
-using TesselUI::CHandle;
-using TesselUI::MallocStr;
-using BufferPtr = CHandle<Eina_Strbuf, eina_strbuf_free>;
 
 AccessibilityInfo* s_info = nullptr;
 
@@ -58,9 +55,9 @@ std::string convertible(std::string_view markup)
     return result;
 }
 
-MallocStr plainText(const char* markup)
+base::MallocStr plainText(const char* markup)
 {
-    return MallocStr {markup ? elm_entry_markup_to_utf8(convertible(markup).c_str()) : nullptr};
+    return base::MallocStr {markup ? elm_entry_markup_to_utf8(convertible(markup).c_str()) : nullptr};
 }
 
 } // namespace
@@ -98,11 +95,11 @@ try {
 char* access_cb_func(const char* text1, const char* text2, bool flag)
 {
     LOGD("Entered in access_cb_func to read out the text!");
-    const MallocStr plain2 = plainText(text2);
-    const MallocStr plain1 = plainText(text1);
+    const base::MallocStr plain2 = plainText(text2);
+    const base::MallocStr plain1 = plainText(text1);
     if (text1 && !plain1)
         return nullptr;
-    const BufferPtr buffer {eina_strbuf_new()};
+    const base::BufferPtr buffer {eina_strbuf_new()};
     if (!buffer || (text2 && !plain2))
         return nullptr;
     const char* name = plain2 ? plain2.get() : "";

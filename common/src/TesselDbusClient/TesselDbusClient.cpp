@@ -1,9 +1,9 @@
 #include "TesselDbusClient.h"
 
 #include "Guard.h"
-#include "Handles.h"
 #include "Log.h"
 #include "TesselUI.h"
+#include "base/GlibHandles.h"
 
 namespace TesselUI {
 
@@ -22,7 +22,7 @@ TesselDbusClient::TesselDbusClient(CTesselUI* app)
     LOGI("Entry");
     GError* raw = nullptr;
     m_connection = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, &raw);
-    if (const ErrorPtr error {raw}) {
+    if (const base::ErrorPtr error {raw}) {
         LOGE("Failed to open connection to bus: %s\n\n", error->message);
         return;
     }
@@ -60,7 +60,7 @@ try {
     }
     GError* raw = nullptr;
     GDBusProxy* proxy = g_dbus_proxy_new_finish(result, &raw);
-    const ErrorPtr error {raw};
+    const base::ErrorPtr error {raw};
     if (!proxy) {
         LOGE("Failed to create proxy object: %s, name:%s  path:%s  iface:%s", error ? error->message : "",
             kDaemonName, kDaemonPath, kDaemonInterface);
@@ -89,7 +89,7 @@ void TesselDbusClient::stopTessel(bool first, bool second)
 
 void TesselDbusClient::sendMessageonDbus(std::string& method, GVariant* parameters)
 {
-    const VariantPtr arguments {parameters ? g_variant_ref_sink(parameters) : nullptr};
+    const base::VariantPtr arguments {parameters ? g_variant_ref_sink(parameters) : nullptr};
     LOGI("Entry");
     if (!m_proxy) {
         LOGE("No Proxy Object found");
@@ -97,9 +97,9 @@ void TesselDbusClient::sendMessageonDbus(std::string& method, GVariant* paramete
     }
     LOGI("Proxy Not NUll");
     GError* raw = nullptr;
-    const VariantPtr reply {g_dbus_proxy_call_sync(
+    const base::VariantPtr reply {g_dbus_proxy_call_sync(
         m_proxy, method.c_str(), arguments.get(), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &raw)};
-    if (const ErrorPtr error {raw}) {
+    if (const base::ErrorPtr error {raw}) {
         LOGE("DBUS call failed: %s", error->message);
         return;
     }

@@ -1,8 +1,8 @@
 /// The service's name on the bus: asked for before the daemon is told, and given back without waiting long.
 
-#include "Handles.h"
 #include "Log.h"
 #include "TesselUIDbus.h"
+#include "base/GlibHandles.h"
 
 #include <utility>
 
@@ -28,10 +28,10 @@ struct BusAnswer {
 BusAnswer askBus(GDBusConnection* connection, const char* method, GVariant* parameters)
 {
     GError* raw = nullptr;
-    const VariantPtr reply {g_dbus_connection_call_sync(connection, "org.freedesktop.DBus",
+    const base::VariantPtr reply {g_dbus_connection_call_sync(connection, "org.freedesktop.DBus",
         "/org/freedesktop/DBus", "org.freedesktop.DBus", method, parameters, nullptr, G_DBUS_CALL_FLAGS_NONE,
         kBusLimitMs, nullptr, &raw)};
-    const ErrorPtr error {raw};
+    const base::ErrorPtr error {raw};
     BusAnswer answer {!g_error_matches(raw, G_IO_ERROR, G_IO_ERROR_TIMED_OUT), 0};
     if (reply && g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(u)")))
         g_variant_get(reply.get(), "(u)", &answer.value);

@@ -2,11 +2,11 @@
 
 #include "Bounded.h"
 #include "Guard.h"
-#include "Handles.h"
 #include "Log.h"
 #include "Paths.h"
 #include "TesselUI.h"
 #include "UIManager.h"
+#include "base/GlibHandles.h"
 
 #include <algorithm>
 #include <cstring>
@@ -96,7 +96,7 @@ void CTesselUIDbus::create()
         LOGE("g_file_get_contents error");
         return;
     }
-    const GStr xml {contents};
+    const base::GStr xml {contents};
     if (!xml) {
         LOGE("NULL XML");
         return;
@@ -108,7 +108,7 @@ void CTesselUIDbus::create()
     }
     GError* raw = nullptr;
     m_connection = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, &raw);
-    const ErrorPtr error {raw};
+    const base::ErrorPtr error {raw};
     if (!m_connection) {
         LOGE("Could not connect to system bus: Error code: %d  Error msg: %s", error ? error->code : 0,
             error ? error->message : "");

@@ -1,8 +1,8 @@
 #include "Tessel_Conn_Comm_Func.h"
 
 #include "Bounded.h"
-#include "Handles.h"
 #include "Log.h"
+#include "base/Handles.h"
 #include "vconf.h"
 
 #include <string>
@@ -81,7 +81,7 @@ void ExitFromTS() { }
 
 int IGetWizardMode()
 {
-    const TesselUI::MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
+    const base::MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
     if (!value)
         return 0;
     const std::string_view mode = value.get();
