@@ -7,32 +7,37 @@
 
 namespace TesselUI {
 
-/// Makes and shows a popup that asks whether the set-up shall be cancelled. Main loop only.
-/// @param box    borrowed; what the popup is made on
-/// @param yes,no "clicked" handlers of the buttons; @p data is theirs, borrowed
-/// @return the popup, owned by the caller; null when there is no window
-Evas_Object* addCancelConfirmation(Evas_Object* box, Evas_Smart_Cb yes, Evas_Smart_Cb no, const void* data);
-
-/// Confirmations that another one was opened over, oldest first. Deletes what is left of them when it goes,
-/// so that none stays on the screen without its popup.
-class SupersededConfirmations {
+/// Asks whether the set-up shall be cancelled, and remembers the answer. A question may be opened over an
+/// open one: that is kept aside and comes back when the newer one is answered with No. What is left goes with
+/// this object, so that none stays on the screen without its popup. Main loop only.
+class CancelQuestion {
 public:
-    SupersededConfirmations() = default;
-    ~SupersededConfirmations();
-    SupersededConfirmations(const SupersededConfirmations&) = delete;
-    SupersededConfirmations& operator=(const SupersededConfirmations&) = delete;
+    CancelQuestion() = default;
+    ~CancelQuestion();
+    CancelQuestion(const CancelQuestion&) = delete;
+    CancelQuestion& operator=(const CancelQuestion&) = delete;
 
-    /// Takes @p popup over; null is ignored.
-    void push(Evas_Object* popup);
+    /// Opens a question, unless it was answered with Yes.
+    /// @param box    borrowed; what the popup is made on
+    /// @param yes,no "clicked" handlers of the buttons; @p data is theirs, borrowed
+    void ask(Evas_Object* box, Evas_Smart_Cb yes, Evas_Smart_Cb no, const void* data);
 
-    /// @return the newest, handed back to the caller; null when there is none
-    Evas_Object* pop();
+    /// Answers the open question with No, unless it was answered with Yes.
+    void takeBack();
 
-    /// Takes them off the screen.
+    /// Answers with Yes. @return false when it was before; clicks that were queued behind that do nothing
+    bool answer();
+
+    /// Takes all of it off the screen.
     void hide() const;
 
+    /// Deletes the question that is open, not those that are kept aside.
+    void deleteOpen();
+
 private:
-    std::vector<Evas_Object*> m_popups;
+    Evas_Object* m_open = nullptr;
+    std::vector<Evas_Object*> m_aside; ///< oldest first
+    bool m_isAnswered = false;
 };
 
 } // namespace TesselUI

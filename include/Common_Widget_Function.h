@@ -59,8 +59,8 @@ TESSEL_API Ecore_Timer* createTimer(double interval, Ecore_Task_Cb callback, voi
 /// Tells the theme of @p layout the background colour of the high-contrast look (message 1, four integers).
 TESSEL_API void SetHigh_ContrastBg(Evas_Object* layout);
 
-// Focus chains of a column or row. A null entry is skipped; its neighbours keep no target in its direction.
-// The cyclic ones lead from the last to the first.
+// Focus chains of a column or row. A null entry is skipped; its neighbours are left to the toolkit's own
+// search in its direction. The cyclic ones lead from the last to the first.
 TESSEL_API void set_focus_chain_up_down(Evas_Object** objects, int count);
 TESSEL_API void set_focus_chain_left_right(Evas_Object** objects, int count);
 

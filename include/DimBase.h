@@ -5,8 +5,8 @@
 
 namespace TesselUI {
 
-/// A full-screen layout of the theme group "dim", made by Show() and deleted by Hide(). Held by value by
-/// the popup it belongs to; the owner calls Hide() before it goes. Main loop only.
+/// A layout of the theme group "dim" that covers the window, made by Show() and deleted by Hide(). Held by
+/// value by the popup it belongs to; the owner calls Hide() before it goes. Main loop only.
 class CDimBase {
 public:
     /// @param parent  borrowed, nullable

@@ -15,9 +15,9 @@ inline void logCaught(const char* where) noexcept
     try {
         throw;
     } catch (const std::exception& error) {
-        LOGE("%s gave up: %s", where, error.what());
+        LOGE_AS(where, "%s gave up: %s", where, error.what());
     } catch (...) {
-        LOGE("%s gave up", where);
+        LOGE_AS(where, "%s gave up", where);
     }
 }
 

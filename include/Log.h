@@ -6,10 +6,15 @@
 
 #include "dlog.h"
 
-#define TESSEL_LOG(priority, format, ...)                                                                    \
+/// On behalf of the function @p function: a helper or a lambda logs under the name of the one that it works
+/// for.
+#define TESSEL_LOG_AS(function, priority, format, ...)                                                       \
     static_cast<void>(dlog_print((priority), "tessel-ui", "%s: %s(%d) > [%s:%d] " format, __FILE_NAME__,     \
-        __func__, __LINE__, __func__, __LINE__, ##__VA_ARGS__))
+        (function), __LINE__, (function), __LINE__, ##__VA_ARGS__))
+#define TESSEL_LOG(priority, ...) TESSEL_LOG_AS(__func__, priority, __VA_ARGS__)
 
 #define LOGD(...) TESSEL_LOG(DLOG_DEBUG, __VA_ARGS__)
 #define LOGI(...) TESSEL_LOG(DLOG_INFO, __VA_ARGS__)
 #define LOGE(...) TESSEL_LOG(DLOG_ERROR, __VA_ARGS__)
+#define LOGI_AS(function, ...) TESSEL_LOG_AS(function, DLOG_INFO, __VA_ARGS__)
+#define LOGE_AS(function, ...) TESSEL_LOG_AS(function, DLOG_ERROR, __VA_ARGS__)

@@ -59,12 +59,10 @@ private:
     Evas_Object* m_mainLayout = nullptr;
     Evas_Object* m_popup = nullptr;
     Evas_Object* m_box = nullptr;
-    Evas_Object* m_cancelPopup = nullptr; ///< the confirmation that is open
     Ecore_Timer* m_focusTimer = nullptr;
     Evas_Object* m_focusTarget = nullptr; ///< never set: the button has the focus as the popup's own
     std::int32_t m_focusTicks = 0;
-    SupersededConfirmations m_superseded;
-    bool m_isAnswered = false; ///< with Yes; clicks that were queued behind it do nothing
+    CancelQuestion m_question;
 };
 
 } // namespace TesselUI

@@ -68,7 +68,7 @@ private:
     void alignWrappedText();
     void signalHighContrast();
     void addCentreButton(const char* labelId, const char* icon);
-    void markReady();
+    void markReady(const char* function);
 
     base::JobPtr m_pendingJob; ///< the deferred close of button 1
     Evas_Object* m_window; ///< borrowed

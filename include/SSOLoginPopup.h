@@ -51,12 +51,10 @@ private:
     Evas_Object* m_mainLayout = nullptr;
     Evas_Object* m_popup = nullptr;
     Evas_Object* m_box = nullptr;
-    Evas_Object* m_cancelPopup = nullptr; ///< the confirmation that is open
     Evas_Object* m_progressBar = nullptr;
     Evas_Object* m_dimBase = nullptr;
     std::string m_speechText;
-    SupersededConfirmations m_superseded;
-    bool m_isAnswered = false; ///< with Yes; clicks that were queued behind it do nothing
+    CancelQuestion m_question;
 };
 
 } // namespace TesselUI

@@ -4,7 +4,7 @@
 #include "app.h"
 #include "vconf.h"
 
-#include <json/json.h>
+#include <json/forwards.h>
 
 #include <memory>
 #include <string>
@@ -83,12 +83,13 @@ private:
 
     void makeClient();
     void startAgain();
-    void serveRequest();
+    void serveRequest(const char* function);
 
     TesselDbusClient* m_pDbusClient; ///< owned
     CTesselUIDbus* m_pUIDbus; ///< owned; null until the client is ready
     std::shared_ptr<UIManager> m_pUIManager;
-    Json::Value m_root; ///< the last request
+    std::unique_ptr<Json::Value>
+        m_root; ///< the last request; never null. Apart, so that who needs this class need not know JSON
     std::unique_ptr<BusReturn> m_busReturn; ///< while the bus is gone
 
     static CTesselUI* m_pInstance;

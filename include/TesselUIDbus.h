@@ -33,8 +33,7 @@ public:
     /// (Re)acquires the bus name; the object is registered once the bus is there.
     void connectDbus();
 
-    /// Goes on with the name and the unserved calls of @p former, which this object replaces, so that the
-    /// name is never without an owner.
+    /// Goes on with the name and the unserved calls of @p former, which this object replaces.
     void takeOver(CTesselUIDbus& former);
 
     /// Gives name, object and connection back; harmless a second time. @return true
@@ -61,7 +60,7 @@ private:
     void askForName();
     void giveNameBack();
     void serve(GDBusMethodInvocation* call);
-    void callManager(const char* method, GVariant* parameters);
+    void callManager(const char* function, const char* method, GVariant* parameters);
 
     std::shared_ptr<UIManager> m_pUIManager;
     CTesselUI* m_app; ///< borrowed

@@ -1,16 +1,16 @@
 /// The one window and the popup on it.
 #pragma once
 
-#include "NetworkTestPopup.h"
-#include "PinPopup.h"
-#include "SSOLoginPopup.h"
-#include "SettingScreenPopup.h"
-
 #include <Elementary.h>
 
 #include <string>
 
 namespace TesselUI {
+
+class CNetwokTestPopup;
+class CSSOPopup;
+class PinPopup;
+class SettingScreenPopup;
 
 /// Owns the window and at most one popup of each class; each show operation first removes every popup that is
 /// up. Shared by the application and its bus service; the last of them to go takes window and popups along.
@@ -47,7 +47,10 @@ public:
     bool IsWizardRunning();
 
 private:
-    int showInformation(TSPOPUP_TYPE type);
+    struct Placing;
+
+    template <typename Popup, typename Make>
+    int place(const Placing& placing, Popup*& slot, Make make);
 
     bool m_bInitialized;
     Evas_Object* m_pWin; ///< owned

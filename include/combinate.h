@@ -5,8 +5,10 @@
 
 namespace TesselUI {
 
-/// Size of the buffer that combinate_string() writes into, bytes, the terminator included.
-inline constexpr int kCombinedTextSize = 255;
+// Sizes of the buffers of composed sentences, bytes, the terminator included.
+inline constexpr int kCombinedTextSize = 255; ///< what combinate_string() writes into
+inline constexpr int kMarkedNameSize = 255; ///< a name between direction marks
+inline constexpr int kMarkedTextSize = 1024; ///< a sentence or name between tags
 
 } // namespace TesselUI
 

@@ -1,10 +1,12 @@
 #include "CancelConfirmation.h"
 
-#include "ProgressParts.h"
+#include "PopupParts.h"
 #include "Translated.h"
 #include "WidgetNumbers.h"
 
 #include <elm_flux.h>
+
+#include <utility>
 
 namespace TesselUI {
 
@@ -13,9 +15,8 @@ namespace {
 constexpr int kTextWidth = 101; ///< layout units, as the height
 constexpr int kTextHeight = 14;
 
-} // namespace
-
-Evas_Object* addCancelConfirmation(Evas_Object* box, Evas_Smart_Cb yes, Evas_Smart_Cb no, const void* data)
+/// @return the popup, shown; null when there is no window
+Evas_Object* addPopup(Evas_Object* box, Evas_Smart_Cb yes, Evas_Smart_Cb no, const void* data)
 {
     Evas_Object* popup = elm_flux_popup_add(box);
     if (!popup)
@@ -37,31 +38,52 @@ Evas_Object* addCancelConfirmation(Evas_Object* box, Evas_Smart_Cb yes, Evas_Sma
     return popup;
 }
 
-SupersededConfirmations::~SupersededConfirmations()
+} // namespace
+
+CancelQuestion::~CancelQuestion()
 {
-    for (Evas_Object* popup : m_popups)
+    deleteOpen();
+    for (Evas_Object* popup : m_aside)
         evas_object_del(popup);
 }
 
-void SupersededConfirmations::push(Evas_Object* popup)
+void CancelQuestion::ask(Evas_Object* box, Evas_Smart_Cb yes, Evas_Smart_Cb no, const void* data)
 {
-    if (popup)
-        m_popups.push_back(popup);
+    if (m_isAnswered)
+        return;
+    if (m_open)
+        m_aside.push_back(m_open);
+    m_open = addPopup(box, yes, no, data);
 }
 
-Evas_Object* SupersededConfirmations::pop()
+void CancelQuestion::takeBack()
 {
-    if (m_popups.empty())
-        return nullptr;
-    Evas_Object* newest = m_popups.back();
-    m_popups.pop_back();
-    return newest;
+    if (m_isAnswered)
+        return;
+    Evas_Object* answered = std::exchange(m_open, nullptr);
+    if (!m_aside.empty()) {
+        m_open = m_aside.back();
+        m_aside.pop_back();
+    }
+    evas_object_del(answered);
 }
 
-void SupersededConfirmations::hide() const
+bool CancelQuestion::answer()
 {
-    for (Evas_Object* popup : m_popups)
+    return !std::exchange(m_isAnswered, true);
+}
+
+void CancelQuestion::hide() const
+{
+    for (Evas_Object* popup : m_aside)
         evas_object_hide(popup);
+    if (m_open)
+        evas_object_hide(m_open);
+}
+
+void CancelQuestion::deleteOpen()
+{
+    evas_object_del(std::exchange(m_open, nullptr));
 }
 
 } // namespace TesselUI

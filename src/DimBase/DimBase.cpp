@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "Paths.h"
+#include "ToolkitObjects.h"
 
 namespace TesselUI {
 
@@ -20,6 +21,7 @@ void CDimBase::Show()
     m_layout = elm_layout_add(m_parent);
     if (m_layout) {
         elm_layout_file_set(m_layout, kThemeFile, "dim");
+        coverWindow(m_parent, m_layout);
         LOGI(" created Layout");
     } else {
         LOGE(" !!!!!!!!!!!!Layout NULL!!!!!!!!!!!!!");

@@ -1,11 +1,10 @@
 #include "NetworkPopup.h"
 
 #include "Log.h"
-#include "NetUtilAccessibility.h"
-#include "Objects.h"
+#include "PopupParts.h"
+#include "ToolkitObjects.h"
 #include "WidgetNumbers.h"
 
-#include <cstring>
 #include <utility>
 
 namespace TesselUI {
@@ -14,13 +13,6 @@ namespace {
 
 constexpr double kTooltipWidth = 41; ///< layout units, as the height
 constexpr double kTooltipHeight = 9;
-
-/// Cut to the slot's size, with the terminator.
-void copyText(char (&slot)[kAccessibilityTextSize], const std::string& text)
-{
-    const std::size_t length = text.copy(slot, sizeof slot - 1);
-    slot[length] = '\0';
-}
 
 } // namespace
 
@@ -138,8 +130,7 @@ Evas_Object* CNetworkPopup::widget_min_set(Evas_Object* parent, Evas_Object* obj
     for (Evas_Object* item : {floor, obj}) {
         if (!item)
             continue;
-        evas_object_size_hint_weight_set(item, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
-        evas_object_size_hint_align_set(item, EVAS_HINT_FILL, EVAS_HINT_FILL);
+        fillRoom(item);
         elm_table_pack(table, item, 0, 0, 1, 1);
     }
     return table;
@@ -202,8 +193,7 @@ void CNetworkPopup::bindFocusOnButton()
     LOGI("START");
     if (m_buttons[0]) {
         elm_object_focus_set(m_buttons[0], EINA_TRUE);
-        for (Elm_Focus_Direction direction : {ELM_FOCUS_UP, ELM_FOCUS_DOWN, ELM_FOCUS_LEFT, ELM_FOCUS_RIGHT})
-            elm_object_focus_next_object_set(m_buttons[0], m_buttons[0], direction);
+        lockFocus(m_buttons[0]);
     }
     LOGI("END");
 }
@@ -229,13 +219,8 @@ void CNetworkPopup::setFocusOnButton2(bool readOut)
 void CNetworkPopup::m_SetTTS(Evas_Object* obj)
 {
     LOGI("Set tts");
-    AccessibilityInfo* info = getAccessibiltyObject();
-    if (!info || !obj)
-        return;
-    copyText(info->text1, m_title + "," + m_tts1 + "," + m_tts2 + "," + m_tts3);
-    copyText(info->text2, m_button1Label + "," + m_button2Label + ",");
-    info->flag = true;
-    elm_access_info_cb_set(obj, ELM_ACCESS_INFO, access_info_cb_widget, info);
+    attachReadOut(obj, m_title + "," + m_tts1 + "," + m_tts2 + "," + m_tts3,
+        m_button1Label + "," + m_button2Label + ",");
 }
 
 void CNetworkPopup::AddToolTipBox(

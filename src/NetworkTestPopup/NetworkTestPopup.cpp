@@ -1,17 +1,17 @@
 #include "NetworkTestPopup.h"
 
+#include "LaunchMarker.h"
 #include "Log.h"
-#include "Objects.h"
 #include "Paths.h"
-#include "ProgressParts.h"
+#include "PopupParts.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "ToolkitObjects.h"
 #include "Translated.h"
 #include "WidgetNumbers.h"
 #include "base/Handles.h"
 #include "combinate.h"
 
 #include <elm_flux.h>
-#include <sys/prctl.h>
 
 #include <cstdio>
 #include <utility>
@@ -21,12 +21,6 @@ namespace TesselUI {
 namespace {
 
 constexpr double kFocusInterval = 0.1; ///< seconds
-
-constexpr std::size_t kMarkedSize = 1024;
-
-/// The platform's process control call that marks the moment a popup appears; other kernels refuse it.
-constexpr int kLaunchMarker = 666;
-constexpr int kLaunchMarkerLength = 41;
 
 } // namespace
 
@@ -68,7 +62,7 @@ void CNetwokTestPopup::create()
         elm_flux_popup_style_set(m_popup, kDefaultStyle);
         buildLayouts();
     }
-    prctl(kLaunchMarker, "TesselUI :[UI]=>Network Test Popup Appear", kLaunchMarkerLength);
+    markAppearance("TesselUI :[UI]=>Network Test Popup Appear");
     LOGI("END");
 }
 
@@ -90,7 +84,7 @@ void CNetwokTestPopup::discardPopup()
 {
     deleteObject(m_dimBase);
     deleteObject(m_contentLayout);
-    LOGE("Tessel Connection Popup Failed to create");
+    LOGE_AS("create", "Tessel Connection Popup Failed to create");
     m_progressBar = nullptr; // went with its layout
     deleteObject(m_mainLayout);
     deleteObject(m_popup);
@@ -103,6 +97,9 @@ void CNetwokTestPopup::createDimBase()
     if (!m_dimBase)
         return;
     elm_layout_file_set(m_dimBase, kThemeFile, "dim");
+    // The window is dimmed already; its backdrop is there for a theme that shows more than that.
+    elm_layout_signal_emit(m_dimBase, "window,dimmed", "");
+    coverWindow(m_window, m_dimBase);
     evas_object_show(m_dimBase);
 }
 
@@ -130,13 +127,13 @@ bool CNetwokTestPopup::addTexts(std::string& speech)
     combinate_string(translated("TV_SID_TESSEL_MIX_INFORMATION_BELOW_RECEIVED_SETTING_UP").c_str(),
         phone ? phone.get() : "Norvale Device", nullptr, firstLine);
     addFirstLine(m_contentLayout, firstLine);
-    LOGI("AP Name :: %s\n", m_apName.c_str());
+    LOGI_AS("createPopup", "AP Name :: %s\n", m_apName.c_str());
     const base::MallocStr network {func(m_apName.data())};
     if (!network) {
-        LOGE("cAPName_mod failed");
+        LOGE_AS("createPopup", "cAPName_mod failed");
         return false;
     }
-    char marked[kMarkedSize] = {};
+    char marked[kMarkedTextSize] = {};
     snprintf(marked, sizeof marked, "%s%s%s", "<font=Kivo400 color=#2eb0c8 >", network.get(), "</font>");
     char networkLine[kCombinedTextSize] = {};
     combinate_string(translated("TV_SID_MIX_WIRLESS_NETWORK").c_str(), marked, nullptr, networkLine);
@@ -189,7 +186,7 @@ void CNetwokTestPopup::destroy()
     deleteObject(m_mainLayout);
     deleteObject(m_popup);
     deleteObject(m_box);
-    deleteObject(m_cancelPopup);
+    m_question.deleteOpen();
     LOGD("Deleted NW_Test_Popup\n");
 }
 

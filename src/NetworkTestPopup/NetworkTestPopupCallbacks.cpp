@@ -4,23 +4,20 @@
 
 #include "Guard.h"
 #include "Log.h"
-#include "ProgressParts.h"
+#include "PopupParts.h"
 #include "TesselUI.h"
+#include "ToolkitObjects.h"
+#include "Util.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
-#include <utility>
 
 namespace TesselUI {
 
 namespace {
 
 constexpr int kFocusTicks = 20;
-
-constexpr std::size_t kMarkedNameSize = 255;
 
 } // namespace
 
@@ -44,15 +41,14 @@ void CNetwokTestPopup::bindFocusToOneObject(Evas_Object* obj)
 {
     if (!obj)
         return;
-    for (Elm_Focus_Direction direction : {ELM_FOCUS_UP, ELM_FOCUS_DOWN, ELM_FOCUS_LEFT, ELM_FOCUS_RIGHT})
-        elm_object_focus_next_object_set(obj, obj, direction);
+    lockFocus(obj);
     elm_object_focus_set(obj, EINA_TRUE);
 }
 
 void CNetwokTestPopup::leaveScreen()
 {
-    m_superseded.hide();
-    TesselUI::leaveScreen(m_window, {m_cancelPopup, m_popup, m_dimBase});
+    m_question.hide();
+    TesselUI::leaveScreen(m_window, {m_popup, m_dimBase});
 }
 
 void CNetwokTestPopup::cancelBtnCB(void* data, Evas_Object*, void*)
@@ -63,10 +59,7 @@ try {
         LOGE("User Data is NULL, can not proceed");
         return;
     }
-    if (popup->m_isAnswered)
-        return;
-    popup->m_superseded.push(
-        std::exchange(popup->m_cancelPopup, addCancelConfirmation(popup->m_box, yesBtnCB, noBtnCb, popup)));
+    popup->m_question.ask(popup->m_box, yesBtnCB, noBtnCb, popup);
 } catch (...) {
     logCaught(__func__);
 }
@@ -76,7 +69,7 @@ try {
 void CNetwokTestPopup::yesBtnCB(void* data, Evas_Object*, void*)
 try {
     auto* popup = static_cast<CNetwokTestPopup*>(data);
-    if (popup && std::exchange(popup->m_isAnswered, true))
+    if (popup && !popup->m_question.answer())
         return;
     LOGI("clicked on CloseBtnCB");
     LOGI("Close Popups, stop Tessel, exit from App");
@@ -96,10 +89,7 @@ try {
         LOGE("User Data is NULL, can not delete cancel PopUp");
         return;
     }
-    if (popup->m_isAnswered)
-        return;
-    if (Evas_Object* answered = std::exchange(popup->m_cancelPopup, popup->m_superseded.pop()))
-        evas_object_del(answered);
+    popup->m_question.takeBack();
 } catch (...) {
     logCaught(__func__);
 }
@@ -127,11 +117,7 @@ char* CNetwokTestPopup::func(char* text)
 
 char* CNetwokTestPopup::addLTRMarker(char* text)
 {
-    if (!text)
-        return nullptr;
-    char marked[kMarkedNameSize] = {};
-    snprintf(marked, sizeof marked, "%s%s%s", "&#x200e;", text, "&#x200f;");
-    return strdup(marked);
+    return enclosed("&#x200e;", text, "&#x200f;");
 }
 
 int CNetwokTestPopup::power(int base, int exponent)

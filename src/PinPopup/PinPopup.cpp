@@ -4,6 +4,7 @@
 
 #include "Guard.h"
 #include "Log.h"
+#include "OutsideNames.h"
 #include "TesselUI.h"
 #include "UIManager.h"
 #include "vconf.h"
@@ -13,8 +14,6 @@
 namespace TesselUI {
 
 namespace {
-
-constexpr const char* kReadyKey = "memory/menu/network/tessel_ocf_ready";
 
 constexpr int kCountdown = 120;
 constexpr int kFailureCountdown = 10;
@@ -89,7 +88,7 @@ Eina_Bool PinPopup::t_OnTimeout(void*)
         LOGI("PBC Timer expires");
         m_keepFocus = false;
         CTesselUI::stopTesselRequest(false, true);
-        markReady();
+        markReady(__func__);
         return ECORE_CALLBACK_CANCEL;
     }
     if (m_keepFocus && !elm_object_focus_get(m_popup)) {
@@ -100,11 +99,11 @@ Eina_Bool PinPopup::t_OnTimeout(void*)
     return ECORE_CALLBACK_RENEW;
 }
 
-/// Only the PIN's daemon waits for this key.
-void PinPopup::markReady()
+/// Whoever waits for the key learns that the PIN is off the screen; the other contents leave it alone.
+void PinPopup::markReady(const char* function)
 {
     if (m_type == TS_POPUP_PIN && vconf_set_int(kReadyKey, 1) != VCONF_OK)
-        LOGE("Failed to set memory/menu/network/tessel_ocf_ready");
+        LOGE_AS(function, "Failed to set %s", kReadyKey);
 }
 
 /// The exit is asked for before the stop, which blocks until the daemon answers: the loop ends right after.
@@ -117,7 +116,7 @@ void PinPopup::t_CenterButtonClicked()
     deleteTimer();
     hide();
     elm_win_lower(m_window);
-    markReady();
+    markReady(__func__);
     LOGI("Close Popups, stop Tessel, exit from App");
     elm_exit();
     CTesselUI::stopTesselRequest(true, false);

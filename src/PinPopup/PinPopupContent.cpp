@@ -2,17 +2,16 @@
 
 #include "PinPopup.h"
 
+#include "LaunchMarker.h"
 #include "Log.h"
-#include "Objects.h"
 #include "Paths.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "ToolkitObjects.h"
 #include "Translated.h"
 #include "Util.h"
 #include "WidgetNumbers.h"
 #include "base/Handles.h"
 #include "combinate.h"
-
-#include <sys/prctl.h>
 
 #include <cstdio>
 #include <cstring>
@@ -34,9 +33,6 @@ constexpr int kPinCountdown = 60; ///< ticks of one second
 constexpr double kTooltipDelay = 0.5; ///< seconds
 
 constexpr const char* kButtonStyle = "C_ButtonBasic_WhiteText";
-
-/// The platform's process control call that marks the moment a popup appears; other kernels refuse it.
-constexpr int kLaunchMarker = 666;
 
 void append(Evas_Object* layout, Evas_Object* item, int w, int h)
 {
@@ -107,8 +103,7 @@ Evas_Object* PinPopup::addLabel(int w, int h, Elm_Flux_Textbox_Size size)
     elm_flux_textbox_multiline_set(label, EINA_TRUE);
     append(m_contentLayout, label, w, h);
     elm_flux_textbox_size_set(label, size);
-    // Centred in either writing direction.
-    TSUtil::m_IsReveseOSD();
+    TSUtil::m_IsReveseOSD(); // for its log lines only: the text is centred in either writing direction
     elm_flux_textbox_align_set(label, kAlignCentre);
     elm_flux_textbox_responsive_rule_set(label, kWrap);
     return label;
@@ -240,8 +235,7 @@ void PinPopup::showPinText()
 void PinPopup::showGuideText()
 {
     LOGI("showGuideText popup");
-    constexpr const char* kMarker = "TesselUI :[UI] Popup Appeared";
-    prctl(kLaunchMarker, kMarker, strlen(kMarker));
+    markAppearance("TesselUI :[UI] Popup Appeared");
     signalHighContrast();
     const std::string title = translated("TV_SID_TESSEL_CADEC_SETTING_UP_UR_TV_VIA_UR_PH");
     setTitle(title);

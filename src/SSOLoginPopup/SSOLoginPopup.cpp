@@ -2,11 +2,12 @@
 
 #include "Guard.h"
 #include "Log.h"
-#include "Objects.h"
-#include "ProgressParts.h"
+#include "PopupParts.h"
 #include "TesselUI.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "ToolkitObjects.h"
 #include "Translated.h"
+#include "Util.h"
 #include "WidgetNumbers.h"
 #include "base/Handles.h"
 #include "combinate.h"
@@ -14,8 +15,6 @@
 #include <elm_flux.h>
 
 #include <cstdio>
-#include <cstring>
-#include <utility>
 
 namespace TesselUI {
 
@@ -24,9 +23,6 @@ namespace {
 /// Values of the shared popup type.
 constexpr int kSignInShown = 3;
 constexpr int kNoneShown = -1;
-
-constexpr std::size_t kMarkedNameSize = 255;
-constexpr std::size_t kMarkedSize = 1024;
 
 } // namespace
 
@@ -118,7 +114,7 @@ void CSSOPopup::setTextNorvaleAccount()
 {
     char line[kCombinedTextSize] = {};
     combinate_string(translated("TV_SID_MIX_NORVALE_ACCOUNT").c_str(), m_loginId.c_str(), nullptr, line);
-    char marked[kMarkedSize] = {};
+    char marked[kMarkedTextSize] = {};
     snprintf(marked, sizeof marked, "%s%s%s", "<font=NorvaleSans-500 color=#29C5FF>", line, "</font>");
     m_speechText.append(", ").append(line);
     addSecondLine(m_mainLayout, marked);
@@ -157,7 +153,7 @@ void CSSOPopup::destroy()
     destroyProgressBar();
     deleteObject(m_contentLayout);
     deleteObject(m_dimBase);
-    deleteObject(m_cancelPopup);
+    m_question.deleteOpen();
     deleteObject(m_mainLayout);
     deleteObject(m_popup);
     set_tessel_popup_type(kNoneShown);
@@ -167,23 +163,18 @@ void CSSOPopup::bindFocusToOneObject(Evas_Object* obj)
 {
     if (!obj)
         return;
-    for (Elm_Focus_Direction direction : {ELM_FOCUS_UP, ELM_FOCUS_DOWN, ELM_FOCUS_LEFT, ELM_FOCUS_RIGHT})
-        elm_object_focus_next_object_set(obj, obj, direction);
+    lockFocus(obj);
 }
 
 char* CSSOPopup::addLTRMarker(char* text)
 {
-    if (!text)
-        return nullptr;
-    char marked[kMarkedNameSize] = {};
-    snprintf(marked, sizeof marked, "%s%s", "&#x202d;", text);
-    return strdup(marked);
+    return enclosed("&#x202d;", text, "");
 }
 
 void CSSOPopup::leaveScreen()
 {
-    m_superseded.hide();
-    TesselUI::leaveScreen(m_window, {m_cancelPopup, m_popup, m_dimBase});
+    m_question.hide();
+    TesselUI::leaveScreen(m_window, {m_popup, m_dimBase});
 }
 
 void CSSOPopup::cancelBtnCB(void* data, Evas_Object*, void*)
@@ -194,10 +185,7 @@ try {
         return;
     if (popup->m_popup)
         elm_object_signal_emit(popup->m_popup, "theme,dimmed,percent,50", "");
-    if (popup->m_isAnswered)
-        return;
-    popup->m_superseded.push(
-        std::exchange(popup->m_cancelPopup, addCancelConfirmation(popup->m_box, yesBtnCB, noBtnCb, popup)));
+    popup->m_question.ask(popup->m_box, yesBtnCB, noBtnCb, popup);
 } catch (...) {
     logCaught(__func__);
 }
@@ -207,7 +195,7 @@ try {
 void CSSOPopup::yesBtnCB(void* data, Evas_Object*, void*)
 try {
     auto* popup = static_cast<CSSOPopup*>(data);
-    if (popup && std::exchange(popup->m_isAnswered, true))
+    if (popup && !popup->m_question.answer())
         return;
     LOGI("clicked on CloseBtnCB ");
     LOGI("Close Popups, stop Tessel, exit from App");
@@ -227,10 +215,7 @@ try {
         return;
     if (popup->m_popup)
         elm_object_signal_emit(popup->m_popup, "theme,undim", "");
-    if (popup->m_isAnswered)
-        return;
-    if (Evas_Object* answered = std::exchange(popup->m_cancelPopup, popup->m_superseded.pop()))
-        evas_object_del(answered);
+    popup->m_question.takeBack();
 } catch (...) {
     logCaught(__func__);
 }

@@ -2,9 +2,9 @@
 
 #include "Guard.h"
 #include "Log.h"
-#include "Objects.h"
-#include "ProgressParts.h"
+#include "PopupParts.h"
 #include "TesselUI.h"
+#include "ToolkitObjects.h"
 #include "Translated.h"
 #include "Util.h"
 #include "WidgetNumbers.h"
@@ -75,8 +75,7 @@ void SettingScreenPopup::m_addContentArea(std::string text)
     elm_flux_layout_append(
         m_contentLayout, m_textBox, elm_flux_unit_to_pixel(kWidth), elm_flux_unit_to_pixel(kTextHeight));
     elm_flux_textbox_size_set(m_textBox, kBody);
-    // Centred in either writing direction.
-    TSUtil::m_IsReveseOSD();
+    TSUtil::m_IsReveseOSD(); // for its log lines only: the text is centred in either writing direction
     elm_flux_textbox_align_set(m_textBox, kAlignCentre);
     elm_flux_textbox_responsive_rule_set(m_textBox, kWrap);
     LOGI("END");

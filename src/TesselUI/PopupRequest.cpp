@@ -5,8 +5,8 @@
 #include "Bounded.h"
 #include "Guard.h"
 #include "Log.h"
+#include "Requests.h"
 #include "TesselUI.h"
-#include "UIManager.h"
 #include "base/Handles.h"
 
 #include <new>
@@ -14,45 +14,6 @@
 #include <string>
 
 namespace TesselUI {
-
-namespace {
-
-/// One value of "page". The members are read in the order first, second; null: none. The last line is
-/// logged when the manager showed nothing.
-struct PageRow {
-    const char* page;
-    const char* matched;
-    const char* first;
-    const char* second;
-    int (*call)(UIManager& manager, std::string& first, std::string& second);
-    const char* line;
-};
-
-constexpr PageRow kPages[] = {
-    {"mobileDetection", "Method Name matched to MobileDetection", "pin", nullptr,
-        [](UIManager& m, std::string& pin, std::string&) { return m.showGuidePopup(pin); },
-        "Mobile Guide PopupShown successfully"},
-    {"pin", "Method Name matched to Pin Popup", "mobilename", "pin",
-        [](UIManager& m, std::string& phone, std::string& pin) { return m.showPinPopup(phone, pin); },
-        "Pin Popup Shown"},
-    {"wifi", "Method Name matched to Wifi Popup", "mobilename", "ssid",
-        [](UIManager& m, std::string& phone, std::string& ssid) {
-            return m.showNetworkTestPopup(phone, ssid);
-        },
-        "Network Test Popup Shown"},
-    {"sso", "Method Name matched to SSO Popup", "mobilename", "account",
-        [](UIManager& m, std::string& phone, std::string& id) { return m.showSSOLoginPopup(phone, id); },
-        "SSO login Popup Shown"},
-    {"tnc", "Method Name matched to TnC Popup", nullptr, nullptr,
-        [](UIManager& m, std::string&, std::string&) { return m.showTncPopup(); }, "TnC login Popup Shown"},
-    {"success", "Method Name matched to Hide Popup", nullptr, nullptr,
-        [](UIManager& m, std::string&, std::string&) { return m.hidePopup(); }, "Popup Hide"},
-    {"disconnect", "Method Name matched to Failed Popup", nullptr, nullptr,
-        [](UIManager& m, std::string& step, std::string&) { return m.showFailedPopup(step); },
-        "Failed Popup Shown"},
-};
-
-} // namespace
 
 bool parseRequest(std::string_view text, Json::Value& root)
 {
@@ -78,7 +39,7 @@ std::string CTesselUI::GetJsonData(std::string key)
 {
     LOGI("");
     // Only an object has members; a request of another shape is one that names nothing.
-    const Json::Value value = m_root.isObject() ? m_root[key] : Json::Value();
+    const Json::Value value = m_root->isObject() ? (*m_root)[key] : Json::Value();
     if (value.isNull()) {
         LOGI("Data is empty %s", key.c_str());
         return {};
@@ -100,29 +61,29 @@ try {
     CTesselUI* instance = getInstance();
     if (!instance)
         return;
-    const bool parsed = parseRequest(text, instance->m_root);
+    const bool parsed = parseRequest(text, *instance->m_root);
     LOGI("parsingSuccessful[%s]  root [%s] ", parsed ? "true" : "false", logged.c_str());
     if (parsed)
-        instance->serveRequest();
+        instance->serveRequest(__func__);
 } catch (...) {
     logCaught(__func__);
 }
 
-/// Shows what m_root asks for, if anything.
-void CTesselUI::serveRequest()
+/// Shows what m_root asks for, if anything. @param function  whose lines these are
+void CTesselUI::serveRequest(const char* function)
 {
-    const std::string page = GetJsonData("page");
-    for (const PageRow& row : kPages) {
-        if (page != row.page)
-            continue;
-        LOGI("%s", row.matched);
-        std::string first = row.first ? GetJsonData(row.first) : std::string();
-        std::string second = row.second ? GetJsonData(row.second) : std::string();
-        const CTesselUI* shown = getInstance();
-        if (shown && shown->m_pUIManager && row.call(*shown->m_pUIManager, first, second) != 0)
-            LOGI("%s", row.line);
+    const Request* request = requestOfPage(GetJsonData("page"));
+    if (!request)
         return;
+    LOGI_AS(function, "%s", request->pageMatched);
+    std::string arguments[2];
+    for (int i = 0; i < 2; ++i) {
+        if (request->members[i])
+            arguments[i] = GetJsonData(request->members[i]);
     }
+    const CTesselUI* shown = getInstance();
+    if (shown && shown->m_pUIManager && request->call(*shown->m_pUIManager, arguments[0], arguments[1]) != 0)
+        LOGI_AS(function, "%s", request->pageLine);
 }
 
 } // namespace TesselUI

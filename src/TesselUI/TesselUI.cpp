@@ -9,6 +9,8 @@
 
 #include <Elementary.h>
 
+#include <json/json.h>
+
 #include <new>
 #include <utility>
 
@@ -19,6 +21,7 @@ CTesselUI* CTesselUI::m_pInstance = nullptr;
 CTesselUI::CTesselUI()
     : m_pDbusClient(nullptr)
     , m_pUIDbus(nullptr)
+    , m_root(std::make_unique<Json::Value>())
 {
     LOGI("START");
 }
@@ -28,7 +31,7 @@ CTesselUI::CTesselUI()
 CTesselUI::~CTesselUI()
 {
     m_busReturn.reset();
-    m_root = Json::Value();
+    m_root.reset();
     m_pUIManager.reset();
     delete std::exchange(m_pUIDbus, nullptr);
     delete std::exchange(m_pDbusClient, nullptr);
@@ -73,27 +76,6 @@ void CTesselUI::createWin()
     LOGI("START");
     m_pUIManager = std::make_shared<UIManager>();
     m_pUIManager->createWindow();
-    makeClient();
-}
-
-void CTesselUI::makeClient()
-{
-    delete std::exchange(m_pDbusClient, new TesselDbusClient(this));
-}
-
-void CTesselUI::busClosed()
-{
-    LOGE("The connection to the bus was closed");
-    m_busReturn = std::make_unique<BusReturn>([this] { startAgain(); });
-}
-
-/// Both ends go first: the bus library hands the closed connection out as long as anybody refers to it.
-void CTesselUI::startAgain()
-{
-    LOGI("The bus is back");
-    m_busReturn.reset();
-    delete std::exchange(m_pUIDbus, nullptr);
-    delete std::exchange(m_pDbusClient, nullptr);
     makeClient();
 }
 

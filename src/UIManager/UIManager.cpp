@@ -1,7 +1,12 @@
 #include "UIManager.h"
 
 #include "Log.h"
+#include "NetworkTestPopup.h"
+#include "OutsideNames.h"
 #include "Paths.h"
+#include "PinPopup.h"
+#include "SSOLoginPopup.h"
+#include "SettingScreenPopup.h"
 #include "WidgetNumbers.h"
 #include "aul.h"
 #include "base/Handles.h"
@@ -19,8 +24,7 @@ namespace {
 constexpr int kShown = 0;
 constexpr int kNotShown = -2;
 
-constexpr const char* kOrientationKey =
-    "db/menu/onscreendisplay/display_orientation/onscreen_menu_orientation";
+constexpr const char* kNoMemory = "Fail allocate to new";
 
 /// The backdrop of the progress popups, which the program's theme is there for.
 constexpr const char* kDimGroup = "dim";
@@ -70,7 +74,7 @@ void UIManager::createWindow()
     if (!edje_file_group_exists(kThemeFile, kDimGroup))
         LOGE("The program's theme cannot be used, the picture behind is dimmed less: %s", kThemeFile);
     int orientation = 0;
-    vconf_get_int(kOrientationKey, &orientation);
+    vconf_get_int(kOrientationKey, &orientation); // for the line only: a screen that turns is the platform's
     LOGI("Portrait Mode = %d", orientation);
     LOGI("END");
 }
@@ -114,109 +118,98 @@ int UIManager::hidePopup()
     return kShown;
 }
 
-/// Makes the popup of @p type on the empty window, without showing it.
-int UIManager::showInformation(TSPOPUP_TYPE type)
+/// How an operation places its popup, and what is logged of it in the operation's name; empty and null:
+/// nothing.
+struct UIManager::Placing {
+    const char* function;
+    bool lowersWindow; ///< before, while what was up goes
+    std::string first {}; ///< once the window is empty
+    const char* failed = kNoMemory;
+    const char* made = nullptr;
+    const char* shown = nullptr;
+};
+
+/// Puts the popup that @p make gives (null: memory is short) in the place of all that is up, and shows it.
+template <typename Popup, typename Make>
+int UIManager::place(const Placing& placing, Popup*& slot, Make make)
 {
-    m_pPinPopup = new (std::nothrow) PinPopup(m_pWin, type, this, kDefaultStyle);
-    if (!m_pPinPopup) {
-        LOGE("Fail allocate to new");
+    hideAllPopup(placing.lowersWindow);
+    if (!placing.first.empty())
+        LOGI_AS(placing.function, "%s", placing.first.c_str());
+    slot = make();
+    if (!slot) {
+        LOGE_AS(placing.function, "%s", placing.failed);
         return kNotShown;
     }
-    m_pPinPopup->show();
+    if (placing.made)
+        LOGI_AS(placing.function, "%s", placing.made);
+    slot->show();
+    if (placing.shown)
+        LOGI_AS(placing.function, "%s", placing.shown);
     return kShown;
 }
 
 int UIManager::showPinPopup(std::string& mobileName, std::string& pin)
 {
     LOGI("Pin = %s", pin.c_str());
-    hideAllPopup(false);
-    m_pPinPopup = new (std::nothrow) PinPopup(m_pWin, TS_POPUP_PIN, this, kDefaultStyle);
-    if (!m_pPinPopup) {
-        LOGE("Fail allocate to new");
-        return kNotShown;
-    }
-    m_pPinPopup->setMesg(pin, mobileName);
-    m_pPinPopup->show();
-    return kShown;
+    return place({__func__, false}, m_pPinPopup, [&] {
+        auto* popup = new (std::nothrow) PinPopup(m_pWin, TS_POPUP_PIN, this, kDefaultStyle);
+        if (popup)
+            popup->setMesg(pin, mobileName);
+        return popup;
+    });
 }
 
 int UIManager::showTncPopup()
 {
     LOGI("START");
-    hideAllPopup(true);
-    const int result = showInformation(TS_POPUP_TNC);
-    if (result == kShown)
-        LOGI("END");
-    return result;
+    return place({__func__, true, "", kNoMemory, nullptr, "END"}, m_pPinPopup,
+        [this] { return new (std::nothrow) PinPopup(m_pWin, TS_POPUP_TNC, this, kDefaultStyle); });
 }
 
 int UIManager::showApListPopup()
 {
     LOGI("START");
-    hideAllPopup(false);
-    LOGI("Show APList popup");
-    const int result = showInformation(TS_POPUP_AP_LIST);
-    if (result == kShown)
-        LOGI("END");
-    return result;
+    return place({__func__, false, "Show APList popup", kNoMemory, nullptr, "END"}, m_pPinPopup,
+        [this] { return new (std::nothrow) PinPopup(m_pWin, TS_POPUP_AP_LIST, this, kDefaultStyle); });
 }
 
 int UIManager::showAfterPairingPopup()
 {
     LOGI("START");
-    hideAllPopup(true);
-    m_pSettingScreenPopup = new (std::nothrow) SettingScreenPopup(m_pWin, kDefaultStyle);
-    if (!m_pSettingScreenPopup) {
-        LOGE("Fail allocate to new");
-        return kNotShown;
-    }
-    m_pSettingScreenPopup->show();
-    return kShown;
+    return place({__func__, true}, m_pSettingScreenPopup,
+        [this] { return new (std::nothrow) SettingScreenPopup(m_pWin, kDefaultStyle); });
 }
 
 int UIManager::showNetworkTestPopup(const std::string& mobileName, const std::string& apName)
 {
     LOGI("START");
-    hideAllPopup(false);
-    LOGI("Mobile Name = %s AP Name = %s", mobileName.c_str(), apName.c_str());
-    m_pNetworkTestPopup = new (std::nothrow) CNetwokTestPopup(m_pWin, mobileName, apName);
-    if (!m_pNetworkTestPopup) {
-        LOGE("Could not create Network Test popup");
-        return kNotShown;
-    }
-    LOGI("Network Test Popup Created, Now show it");
-    m_pNetworkTestPopup->show();
-    return kShown;
+    return place({__func__, false, "Mobile Name = " + mobileName + " AP Name = " + apName,
+                     "Could not create Network Test popup", "Network Test Popup Created, Now show it"},
+        m_pNetworkTestPopup, [&] { return new (std::nothrow) CNetwokTestPopup(m_pWin, mobileName, apName); });
 }
 
 int UIManager::showSSOLoginPopup(const std::string& mobileName, const std::string& loginId)
 {
     LOGI("START");
-    hideAllPopup(false);
-    LOGI("Mobile Name = %s, Login ID  Name = %s", mobileName.c_str(), loginId.c_str());
-    m_pSSOPopup = new (std::nothrow) CSSOPopup(m_pWin, mobileName, loginId);
-    if (!m_pSSOPopup) {
-        LOGE("Could not create SSO popup");
-        return kNotShown;
-    }
-    LOGI("SSO Popup Created, Now show it");
-    m_pSSOPopup->show();
-    return kShown;
+    return place({__func__, false, "Mobile Name = " + mobileName + ", Login ID  Name = " + loginId,
+                     "Could not create SSO popup", "SSO Popup Created, Now show it"},
+        m_pSSOPopup, [&] { return new (std::nothrow) CSSOPopup(m_pWin, mobileName, loginId); });
 }
 
 int UIManager::showFailedPopup(std::string& failedStep)
 {
     LOGI("Failed step = %s", failedStep.c_str());
-    if (failedStep == "sso") {
-        hideAllPopup(true);
-        LOGI("Show sso fail popup");
-        return showInformation(TS_POPUP_SSO_FAILED);
-    }
-    LOGI("Show wifi/normal fail popup");
-    hideAllPopup(false);
-    return showInformation(TS_POPUP_WIFI_FAILED);
+    const bool isSignIn = failedStep == "sso";
+    if (!isSignIn)
+        LOGI("Show wifi/normal fail popup");
+    return place({__func__, isSignIn, isSignIn ? "Show sso fail popup" : ""}, m_pPinPopup, [&] {
+        return new (std::nothrow)
+            PinPopup(m_pWin, isSignIn ? TS_POPUP_SSO_FAILED : TS_POPUP_WIFI_FAILED, this, kDefaultStyle);
+    });
 }
 
+/// What is up goes also when the guide may not be shown. Its allocation may throw, unlike the others'.
 int UIManager::showGuidePopup(std::string& pin)
 {
     LOGI("Pin = %s", pin.c_str());
@@ -233,7 +226,7 @@ int UIManager::showGuidePopup(std::string& pin)
 bool UIManager::IsWizardRunning()
 {
     LOGI("START");
-    const base::MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
+    const base::MallocStr value {vconf_get_str(kWizardModeKey)};
     if (!value)
         return false;
     const std::string mode = value.get();

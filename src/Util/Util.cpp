@@ -2,6 +2,7 @@
 
 #include "Bounded.h"
 #include "Log.h"
+#include "OutsideNames.h"
 #include "base/Handles.h"
 #include "vconf.h"
 
@@ -10,26 +11,21 @@
 
 namespace TesselUI {
 
-std::string TSUtil::m_vconfTesselStartVconf = "db/menu/network/tessel_startmode";
-std::string TSUtil::m_vconfOOBEStatus = "db/btapp/oob_status";
+std::string TSUtil::m_vconfTesselStartVconf = kStartModeKey;
+std::string TSUtil::m_vconfOOBEStatus = kOobStatusKey;
 Ecore_Timer* TSUtil::m_StopTesselTimer = nullptr;
 
 TSUtil* instance = nullptr;
 
 namespace {
 
-constexpr const char* kWizardModeKey = "memory/wizard/wizard_mode";
-constexpr const char* kWizardPageKey = "db/wizard/wizard_currentpage_name";
-
-constexpr int kStartModeStopped = 5;
-constexpr int kOobStatusStopped = 6;
-
-void setAndLog(const std::string& key, int value)
+/// @param function  whose line it is
+void setAndLog(const char* function, const std::string& key, int value)
 {
     if (vconf_set_int(key.c_str(), value) == VCONF_OK)
-        LOGI("Success to Set Vocnf Stop Tessel");
+        LOGI_AS(function, "Success to Set Vocnf Stop Tessel");
     else
-        LOGE("Failed to set Vocnf Stop Tessel");
+        LOGE_AS(function, "Failed to set Vocnf Stop Tessel");
 }
 
 } // namespace
@@ -43,8 +39,8 @@ void TSUtil::StopTessel(bool setOobStatus)
 {
     LOGD("Stop tessel");
     if (setOobStatus)
-        setAndLog(m_vconfOOBEStatus, kOobStatusStopped);
-    setAndLog(m_vconfTesselStartVconf, kStartModeStopped);
+        setAndLog(__func__, m_vconfOOBEStatus, kOobStatusStopped);
+    setAndLog(__func__, m_vconfTesselStartVconf, kStartModeStopped);
 }
 
 void TSUtil::SetStopTesselTimer(int seconds)
@@ -61,7 +57,7 @@ void TSUtil::SetStopTesselTimer(int seconds)
 Eina_Bool TSUtil::StopTesselTimerFunc(void*)
 {
     LOGI("START");
-    setAndLog(m_vconfTesselStartVconf, kStartModeStopped);
+    setAndLog(__func__, m_vconfTesselStartVconf, kStartModeStopped);
     m_StopTesselTimer = nullptr;
     return ECORE_CALLBACK_CANCEL;
 }
@@ -70,7 +66,7 @@ void TSUtil::SetOOBStatus(int status)
 {
     LOGI("START");
     LOGD("Set OOb val = %d", status);
-    setAndLog(m_vconfOOBEStatus, status);
+    setAndLog(__func__, m_vconfOOBEStatus, status);
 }
 
 bool TSUtil::IsPageDisplayed(WIZRD_PAGE page)
@@ -131,7 +127,7 @@ bool TSUtil::IsWizardMode()
 
 std::string TSUtil::GetBLETVName()
 {
-    const base::MallocStr name {vconf_get_str("memory/tessel/ble_tvname")};
+    const base::MallocStr name {vconf_get_str(kTvNameKey)};
     std::string kept(bounded(name.get()));
     LOGI("mobile name %s", name ? kept.c_str() : "(null)");
     return kept;

@@ -2,7 +2,9 @@
 
 #include "Bounded.h"
 #include "Log.h"
+#include "OutsideNames.h"
 #include "base/EflHandles.h"
+#include "combinate.h"
 #include "vconf.h"
 
 #include <cstdio>
@@ -11,8 +13,6 @@
 namespace TesselUI {
 
 namespace {
-
-constexpr std::size_t kMarkedTextSize = 255;
 
 // Split from what follows them, or a letter could be read as one more digit of the escape.
 constexpr const char* kLeftToRightMark = "\xE2\x80\x8E";
@@ -24,7 +24,7 @@ void applyStyle(Evas_Object* textblock, const char* styleText)
 {
     const base::TextblockStylePtr style {evas_textblock_style_new()};
     if (!style) {
-        LOGD("pStyle1 is NULL");
+        TESSEL_LOG_AS("m_GetTextNumLines", DLOG_DEBUG, "pStyle1 is NULL");
         return;
     }
     evas_textblock_style_set(style.get(), styleText);
@@ -41,20 +41,26 @@ int countLines(Evas_Object* textblock)
          ++line) {
         if (width > 0 && height > 0)
             ++count;
-        LOGD(" line num : %d nTextV: %d nTextH: %d", line + 1, width, height);
+        TESSEL_LOG_AS(
+            "m_GetTextNumLines", DLOG_DEBUG, " line num : %d nTextV: %d nTextH: %d", line + 1, width, height);
     }
     return count;
 }
 
 } // namespace
 
-char* TSUtil::AddLTRMarker(char* text)
+char* enclosed(const char* before, const char* text, const char* after)
 {
     if (!text)
         return nullptr;
-    char marked[kMarkedTextSize] = {};
-    snprintf(marked, sizeof marked, "%s%s%s", kLeftToRightMark, text, kRightToLeftMark);
+    char marked[kMarkedNameSize] = {};
+    snprintf(marked, sizeof marked, "%s%s%s", before, text, after);
     return strdup(marked);
+}
+
+char* TSUtil::AddLTRMarker(char* text)
+{
+    return enclosed(kLeftToRightMark, text, kRightToLeftMark);
 }
 
 bool TSUtil::m_StartsWith(const char* prefix, const char* text)
@@ -65,7 +71,7 @@ bool TSUtil::m_StartsWith(const char* prefix, const char* text)
 bool TSUtil::m_IsReveseOSD()
 {
     LOGD(" Get UI Orientation ");
-    const base::MallocStr locale {vconf_get_str("db/menu_widget/language")};
+    const base::MallocStr locale {vconf_get_str(kLanguageKey)};
     if (!locale) {
         LOGE(" the languagelocale is NULL");
         return false;

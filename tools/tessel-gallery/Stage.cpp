@@ -1,6 +1,6 @@
 #include "Stage.h"
 
-#include "Objects.h"
+#include "OutsideNames.h"
 #include "Pixels.h"
 #include "Rules.h"
 #include "Scene.h"
@@ -93,10 +93,10 @@ void setUp(const Combination& combination, const std::string& folder)
     std::string language = combination.language;
     if (language.find('_') == std::string::npos)
         language += kUnknownRegion;
-    vconf_set_str("db/menu_widget/language", language.c_str());
-    vconf_set_int("db/menu/system/accessibility/highcontrast", combination.contrast ? 1 : 0);
-    vconf_set_str("memory/wizard/wizard_mode", "FIRST_RUN");
-    vconf_set_str("memory/tessel/ble_tvname", "Norvale TV (Living room)");
+    vconf_set_str(TesselUI::kLanguageKey, language.c_str());
+    vconf_set_int(TesselUI::kContrastKey, combination.contrast ? 1 : 0);
+    vconf_set_str(TesselUI::kWizardModeKey, "FIRST_RUN");
+    vconf_set_str(TesselUI::kTvNameKey, "Norvale TV (Living room)");
 }
 
 /// Motion would have to be waited for, and a slow machine would be pictured in the middle of it. What moves

@@ -4,6 +4,7 @@
 #include "Log.h"
 #include "Paths.h"
 #include "Tessel_Conn_Comm_Func.h"
+#include "ToolkitObjects.h"
 #include "base/Handles.h"
 
 #include <cstdio>
@@ -45,17 +46,12 @@ constexpr std::size_t kImagePathSize = 255;
 constexpr int kContrastBackground[] = {15, 24, 39, 255};
 constexpr int kContrastMessage = 1;
 
-bool isMissing(const Evas_Object* parent)
+/// @param function  whose line it is
+bool isMissing(const char* function, const Evas_Object* parent)
 {
     if (!parent)
-        LOGE("User passed data is null");
+        LOGE_AS(function, "User passed data is null");
     return !parent;
-}
-
-void fill(Evas_Object* object)
-{
-    evas_object_size_hint_weight_set(object, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
-    evas_object_size_hint_align_set(object, EVAS_HINT_FILL, EVAS_HINT_FILL);
 }
 
 void noteActivity(Evas_Object* object)
@@ -79,7 +75,7 @@ int scaled(int pixels)
 void MouseIn_Focus_cb(void*, Evas*, Evas_Object* object, void*)
 {
     LOGI("START");
-    if (isMissing(object))
+    if (isMissing(__func__, object))
         return;
     elm_object_focus_set(object, EINA_TRUE);
     LOGI("END");
@@ -100,7 +96,7 @@ try {
     TesselUI::logCaught(__func__);
 }
 
-/// Points @p object at @p target, which may be null: that direction then has none.
+/// Points @p object at @p target; null leaves that direction to the toolkit's own search.
 void setNext(Evas_Object* object, Evas_Object* target, Elm_Focus_Direction direction)
 {
     elm_object_focus_next_object_set(object, target, direction);
@@ -131,11 +127,11 @@ void lock(Evas_Object** objects, int count, Elm_Focus_Direction one, Elm_Focus_D
 Evas_Object* createLayout(Evas_Object* parent, const char* group, int x, int y, int width, int height)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* layout = elm_layout_add(parent);
     if (layout) {
-        fill(layout);
+        TesselUI::fillRoom(layout);
         elm_layout_file_set(layout, kThemeFile, group);
         if (x != kNotGiven && y != kNotGiven)
             evas_object_move(layout, x, y);
@@ -151,7 +147,7 @@ Evas_Object* createLayout(Evas_Object* parent, const char* group, int x, int y, 
 Evas_Object* createPopup(Evas_Object* parent, const char* style)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* popup = elm_popup_add(parent);
     if (popup) {
@@ -165,7 +161,7 @@ Evas_Object* createPopup(Evas_Object* parent, const char* style)
 Evas_Object* createImage(Evas_Object* parent, const char* fileName, const char* part)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* image = elm_image_add(parent);
     if (image && fileName) {
@@ -182,11 +178,11 @@ Evas_Object* createImage(Evas_Object* parent, const char* fileName, const char* 
 Evas_Object* createBox(Evas_Object* parent)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* box = elm_box_add(parent);
     if (box)
-        fill(box);
+        TesselUI::fillRoom(box);
     LOGI("END");
     return box;
 }
@@ -194,7 +190,7 @@ Evas_Object* createBox(Evas_Object* parent)
 Evas_Object* createIcon(Evas_Object* parent, const char* fileName)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* icon = elm_icon_add(parent);
     if (icon && !elm_image_file_set(icon, imagePath(fileName ? fileName : "").c_str(), nullptr))
@@ -206,7 +202,7 @@ Evas_Object* createIcon(Evas_Object* parent, const char* fileName)
 Evas_Object* createLabel(Evas_Object* parent, const char* style, const char* text)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* label = elm_label_add(parent);
     if (label) {
@@ -224,13 +220,13 @@ Evas_Object* createButton(
     Evas_Object* parent, const char* style, Evas_Smart_Cb clicked, const char* text, void* data)
 {
     LOGI("START");
-    if (isMissing(parent))
+    if (isMissing(__func__, parent))
         return nullptr;
     Evas_Object* button = elm_button_add(parent);
     if (button) {
         elm_object_style_set(button, style);
         elm_object_text_set(button, text);
-        fill(button);
+        TesselUI::fillRoom(button);
         if (clicked)
             evas_object_smart_callback_add(button, "clicked", clicked, data);
         elm_object_focus_allow_set(button, EINA_TRUE);

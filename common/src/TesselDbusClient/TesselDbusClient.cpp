@@ -2,18 +2,11 @@
 
 #include "Guard.h"
 #include "Log.h"
+#include "OutsideNames.h"
 #include "TesselUI.h"
 #include "base/GlibHandles.h"
 
 namespace TesselUI {
-
-namespace {
-
-constexpr const char* kDaemonName = "com.norvale.orbis.tessel.daemon";
-constexpr const char* kDaemonPath = "/com/norvale/orbis/tessel/daemon";
-constexpr const char* kDaemonInterface = kDaemonName;
-
-} // namespace
 
 TesselDbusClient::TesselDbusClient(CTesselUI* app)
     : m_app(app)

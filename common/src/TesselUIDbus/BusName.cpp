@@ -1,6 +1,7 @@
 /// The service's name on the bus: asked for before the daemon is told, and given back without waiting long.
 
 #include "Log.h"
+#include "OutsideNames.h"
 #include "TesselUIDbus.h"
 #include "base/GlibHandles.h"
 
@@ -9,8 +10,6 @@
 namespace TesselUI {
 
 namespace {
-
-constexpr const char* kServiceName = "com.norvale.orbis.tessel.ui";
 
 constexpr int kBusLimitMs = 1000; ///< a bus that does not answer is not waited for any longer
 

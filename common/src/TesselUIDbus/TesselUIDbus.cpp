@@ -4,8 +4,8 @@
 #include "Guard.h"
 #include "Log.h"
 #include "Paths.h"
+#include "Requests.h"
 #include "TesselUI.h"
-#include "UIManager.h"
 #include "base/GlibHandles.h"
 
 #include <algorithm>
@@ -21,36 +21,6 @@ namespace {
 struct Arguments {
     std::string first;
     std::string second;
-};
-
-/// One method of the interface. The line is logged when the manager showed nothing; people who read these
-/// logs are used to it.
-struct MethodRow {
-    const char* name;
-    const char* signature; ///< null: no arguments are read
-    int (*call)(UIManager& manager, Arguments& arguments);
-    log_priority priority;
-    const char* line;
-};
-
-constexpr MethodRow kMethods[] = {
-    {"ShowMobileGuide", "(s)", [](UIManager& m, Arguments& a) { return m.showGuidePopup(a.first); },
-        DLOG_INFO, "Mobile Guide PopupShown successfully"},
-    {"ShowNetworkTest", "(ss)",
-        [](UIManager& m, Arguments& a) { return m.showNetworkTestPopup(a.first, a.second); }, DLOG_INFO,
-        "Network Test Popup Shown"},
-    {"ShowSSOLoginPopup", "(ss)",
-        [](UIManager& m, Arguments& a) { return m.showSSOLoginPopup(a.first, a.second); }, DLOG_INFO,
-        "SSO login Popup Shown"},
-    {"ShowPinPopup", "(ss)", [](UIManager& m, Arguments& a) { return m.showPinPopup(a.first, a.second); },
-        DLOG_INFO, "Pin Popup Shown"},
-    {"ShowFailedPopup", "(s)", [](UIManager& m, Arguments& a) { return m.showFailedPopup(a.first); },
-        DLOG_DEBUG, "Failed Popup Shown"},
-    {"ShowTnCPopup", nullptr, [](UIManager& m, Arguments&) { return m.showTncPopup(); }, DLOG_DEBUG,
-        "Tnc  Popup Shown"},
-    {"ShowApListPopup", nullptr, [](UIManager& m, Arguments&) { return m.showApListPopup(); }, DLOG_DEBUG,
-        "AP List Popup Shown"},
-    {"HidePopup", nullptr, [](UIManager& m, Arguments&) { return m.hidePopup(); }, DLOG_DEBUG, "Popup Hide"},
 };
 
 Arguments unpack(GVariant* parameters, const char* signature)
@@ -170,28 +140,28 @@ try {
 void CTesselUIDbus::serve(GDBusMethodInvocation* call)
 {
     try {
-        callManager(
-            g_dbus_method_invocation_get_method_name(call), g_dbus_method_invocation_get_parameters(call));
+        callManager("m_OnMethodCall", g_dbus_method_invocation_get_method_name(call),
+            g_dbus_method_invocation_get_parameters(call));
     } catch (...) {
         logCaught(__func__);
     }
     g_dbus_method_invocation_return_value(call, g_variant_new("(i)", 0));
 }
 
-void CTesselUIDbus::callManager(const char* method, GVariant* parameters)
+/// @param function  whose lines these are
+void CTesselUIDbus::callManager(const char* function, const char* method, GVariant* parameters)
 {
-    LOGI("Call %s method", method);
-    const auto* row = std::find_if(std::begin(kMethods), std::end(kMethods),
-        [method](const MethodRow& candidate) { return g_strcmp0(method, candidate.name) == 0; });
-    if (row == std::end(kMethods)) {
-        LOGE("Method name did not match");
+    LOGI_AS(function, "Call %s method", method);
+    const Request* request = requestOfMethod(method);
+    if (!request) {
+        LOGE_AS(function, "Method name did not match");
         return;
     }
-    if (row == kMethods)
-        LOGI("Method name matched to ShowMobileGuide");
-    Arguments arguments = unpack(parameters, row->signature);
-    if (m_pUIManager && row->call(*m_pUIManager, arguments) != 0)
-        TESSEL_LOG(row->priority, "%s", row->line);
+    if (request->methodMatched)
+        LOGI_AS(function, "%s", request->methodMatched);
+    Arguments arguments = unpack(parameters, request->signature);
+    if (m_pUIManager && request->call(*m_pUIManager, arguments.first, arguments.second) != 0)
+        TESSEL_LOG_AS(function, request->methodPriority, "%s", request->methodLine);
 }
 
 void CTesselUIDbus::getParams(GVariant* value, void* out, int size)

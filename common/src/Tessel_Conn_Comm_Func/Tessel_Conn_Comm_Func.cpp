@@ -2,6 +2,7 @@
 
 #include "Bounded.h"
 #include "Log.h"
+#include "OutsideNames.h"
 #include "base/Handles.h"
 #include "vconf.h"
 
@@ -45,7 +46,7 @@ void set_app_mode(int mode)
 int Get_Random_PIN()
 {
     int pin = kFallbackPin;
-    if (vconf_get_int("db/bleapp/audio_pin", &pin) == VCONF_OK && pin > 0) {
+    if (vconf_get_int(TesselUI::kAudioPinKey, &pin) == VCONF_OK && pin > 0) {
         LOGI("Success to Read BLE PIN %d", pin);
         return pin;
     }
@@ -57,7 +58,7 @@ int Get_Security_Key(int* key)
 {
     if (!key)
         return 0;
-    if (vconf_get_int("db/bleapp/security_key", key) == VCONF_OK && *key > 0) {
+    if (vconf_get_int(TesselUI::kSecurityKeyKey, key) == VCONF_OK && *key > 0) {
         LOGI("Success to Read BLE PIN %d", *key);
         return 1;
     }
@@ -81,7 +82,7 @@ void ExitFromTS() { }
 
 int IGetWizardMode()
 {
-    const base::MallocStr value {vconf_get_str("memory/wizard/wizard_mode")};
+    const base::MallocStr value {vconf_get_str(TesselUI::kWizardModeKey)};
     if (!value)
         return 0;
     const std::string_view mode = value.get();
@@ -99,8 +100,8 @@ int IGetWizardMode()
 bool IsHighContrastMode()
 {
     int value = 0;
-    if (vconf_get_int("db/menu/system/accessibility/highcontrast", &value) != VCONF_OK) {
-        LOGI("vconf_get_int db/menu/system/accessibility/highcontrast error");
+    if (vconf_get_int(TesselUI::kContrastKey, &value) != VCONF_OK) {
+        LOGI("vconf_get_int %s error", TesselUI::kContrastKey);
         return false;
     }
     if (value == 1) {

@@ -1,30 +1,19 @@
-/// The application's reactions to settings keys, the stop that goes back to the daemon, and the hand-shake of
-/// the two bus ends.
+/// The settings keys that the application watches, and what it does when they change.
 
 #include "Guard.h"
 #include "Log.h"
-#include "TesselDbusClient.h"
+#include "OutsideNames.h"
 #include "TesselUI.h"
-#include "TesselUIDbus.h"
 #include "UIManager.h"
 
 #include <Elementary.h>
 
-#include <utility>
-
 namespace TesselUI {
 
-const char* const TESSEL_VCONF = "db/tessel/mobile_oobe";
-const char* const DEVICE_OWNED_VCONF = "memory/menu/network/tessel_ocf_device_owned";
+const char* const TESSEL_VCONF = kRequestKey;
+const char* const DEVICE_OWNED_VCONF = kDeviceOwnedKey;
 
 namespace {
-
-constexpr const char* kStartModeKey = "db/menu/network/tessel_startmode";
-
-constexpr int kStartModeExit = 100; ///< written by the daemon: the program ends
-constexpr int kStartModeStopped = 5; ///< written here: the viewer stopped the set-up
-
-constexpr int kOwned = 1; ///< the phone has taken ownership of the TV
 
 /// One watched key, and what is logged of it. That ending a watch reports success with the words of the
 /// registration is how these logs have always read.
@@ -111,39 +100,6 @@ try {
         LOGI("AfterPairingPopup Shown");
 } catch (...) {
     logCaught(__func__);
-}
-
-void CTesselUI::stopTesselRequest(bool first, bool)
-{
-    LOGI("START");
-    CTesselUI* instance = getInstance();
-    if (instance && instance->m_pDbusClient)
-        instance->m_pDbusClient->stopTessel(first, false);
-    if (vconf_set_int(kStartModeKey, kStartModeStopped) == VCONF_OK)
-        LOGI("Stopping Tessel");
-    LOGI("END");
-}
-
-void CTesselUI::dbusClientObjectCreated(bool created)
-{
-    LOGI("START");
-    // The new service is there before the old one goes, so that the name is never without an owner.
-    if (created) {
-        auto fresh = std::make_unique<CTesselUIDbus>(m_pUIManager, this);
-        if (m_pUIDbus)
-            fresh->takeOver(*m_pUIDbus);
-        delete std::exchange(m_pUIDbus, fresh.release());
-    }
-    LOGI("END");
-}
-
-void CTesselUI::dbusServerStarted(bool started)
-{
-    LOGI("START");
-    CTesselUI* instance = getInstance();
-    if (instance && instance->m_pDbusClient)
-        instance->m_pDbusClient->dbusServerStarted(started);
-    LOGI("END");
 }
 
 } // namespace TesselUI

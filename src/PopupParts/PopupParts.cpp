@@ -1,6 +1,6 @@
-#include "ProgressParts.h"
+#include "PopupParts.h"
 
-#include "Objects.h"
+#include "ToolkitObjects.h"
 #include "WidgetNumbers.h"
 
 #include <elm_flux.h>
@@ -47,8 +47,7 @@ Evas_Object* addProgressBox(Evas_Object* window)
     Evas_Object* box = elm_box_add(window);
     if (!box)
         return nullptr;
-    evas_object_size_hint_weight_set(box, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
-    elm_win_resize_object_add(window, box);
+    coverWindow(window, box);
     evas_object_show(box);
     return box;
 }

@@ -1,4 +1,5 @@
-/// What the two progress popups are built of.
+/// What popups are built of: the content of those that show progress, buttons with a read-out, and their way
+/// off the screen.
 #pragma once
 
 #include "NetUtilAccessibility.h"

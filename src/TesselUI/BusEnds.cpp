@@ -1,0 +1,70 @@
+/// The application's two ends of the bus: their hand-shake, their return after the bus was gone, and the stop
+/// that goes back to the daemon.
+
+#include "BusReturn.h"
+#include "Log.h"
+#include "OutsideNames.h"
+#include "TesselDbusClient.h"
+#include "TesselUI.h"
+#include "TesselUIDbus.h"
+#include "vconf.h"
+
+#include <utility>
+
+namespace TesselUI {
+
+void CTesselUI::makeClient()
+{
+    delete std::exchange(m_pDbusClient, new TesselDbusClient(this));
+}
+
+void CTesselUI::busClosed()
+{
+    LOGE("The connection to the bus was closed");
+    m_busReturn = std::make_unique<BusReturn>([this] { startAgain(); });
+}
+
+/// Both ends go first: the bus library hands the closed connection out as long as anybody refers to it.
+void CTesselUI::startAgain()
+{
+    LOGI("The bus is back");
+    m_busReturn.reset();
+    delete std::exchange(m_pUIDbus, nullptr);
+    delete std::exchange(m_pDbusClient, nullptr);
+    makeClient();
+}
+
+void CTesselUI::stopTesselRequest(bool first, bool)
+{
+    LOGI("START");
+    CTesselUI* instance = getInstance();
+    if (instance && instance->m_pDbusClient)
+        instance->m_pDbusClient->stopTessel(first, false);
+    if (vconf_set_int(kStartModeKey, kStartModeStopped) == VCONF_OK)
+        LOGI("Stopping Tessel");
+    LOGI("END");
+}
+
+void CTesselUI::dbusClientObjectCreated(bool created)
+{
+    LOGI("START");
+    // The new service is there before the old one goes, and goes on with its calls.
+    if (created) {
+        auto fresh = std::make_unique<CTesselUIDbus>(m_pUIManager, this);
+        if (m_pUIDbus)
+            fresh->takeOver(*m_pUIDbus);
+        delete std::exchange(m_pUIDbus, fresh.release());
+    }
+    LOGI("END");
+}
+
+void CTesselUI::dbusServerStarted(bool started)
+{
+    LOGI("START");
+    CTesselUI* instance = getInstance();
+    if (instance && instance->m_pDbusClient)
+        instance->m_pDbusClient->dbusServerStarted(started);
+    LOGI("END");
+}
+
+} // namespace TesselUI
