@@ -4,6 +4,7 @@
 
 #include "dlog.h"
 
+#include <cstddef>
 #include <string>
 
 namespace TesselUI {
@@ -31,5 +32,8 @@ struct Request {
 /// @return the request that @p method, or @p page, asks for; null for an unknown one
 const Request* requestOfMethod(const char* method);
 const Request* requestOfPage(const std::string& page);
+
+/// @return how many there are
+std::size_t requestCount();
 
 } // namespace TesselUI

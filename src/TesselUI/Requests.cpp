@@ -59,4 +59,9 @@ const Request* requestOfPage(const std::string& page)
     return find([&page](const Request& row) { return row.page && page == row.page; });
 }
 
+std::size_t requestCount()
+{
+    return std::size(kRequests);
+}
+
 } // namespace TesselUI

@@ -1,0 +1,63 @@
+/// What others rely on is told where they look for it.
+#include "Requests.h"
+#include "Sources.h"
+#include "base/GlibHandles.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+namespace {
+
+std::set<std::string> settingsKeys(const std::string& text)
+{
+    static const std::regex s_key(R"re(\b(?:db|memory)/[a-z]\w*(?:/\w+)+)re");
+    std::set<std::string> keys;
+    for (std::sregex_iterator match(text.begin(), text.end(), s_key), end; match != end; ++match)
+        keys.insert(match->str());
+    return keys;
+}
+
+TEST(SettingsKeys, AreAllDescribed)
+{
+    const std::set<std::string> described = settingsKeys(house::textOf("docs/settings.md"));
+    size_t used = 0;
+    for (const auto& file : house::sources({"common", "include", "platform", "src"})) {
+        for (const std::string& key : settingsKeys(house::withoutComments(house::textOf(file)))) {
+            ++used;
+            EXPECT_TRUE(described.count(key)) << key << " of " << file;
+        }
+    }
+    EXPECT_GT(used, 10U);
+}
+
+/// Names stand in one file a layer, so that who looks for a key finds it.
+TEST(SettingsKeys, HaveOneHomeALayer)
+{
+    std::map<std::string, std::set<std::string>> homes;
+    for (const auto& file : house::sources({"common", "include", "src"})) {
+        for (const std::string& key : settingsKeys(house::withoutComments(house::textOf(file))))
+            homes[key].insert(file);
+    }
+    for (const auto& [key, files] : homes)
+        EXPECT_EQ(files, std::set<std::string> {"include/OutsideNames.h"}) << key;
+}
+
+TEST(TheTableOfRequests, IsTheInterfacesDescription)
+{
+    const std::string xml = house::textOf("res/dbus/org.orbis.tessel-UI.interface.xml");
+    const base::NodeInfoPtr node {g_dbus_node_info_new_for_xml(xml.c_str(), nullptr)};
+    ASSERT_TRUE(node);
+    size_t methods = 0;
+    for (GDBusMethodInfo** method = node->interfaces[0]->methods; *method; ++method, ++methods) {
+        const TesselUI::Request* request = TesselUI::requestOfMethod((*method)->name);
+        ASSERT_NE(request, nullptr) << (*method)->name;
+        std::string signature;
+        for (GDBusArgInfo** argument = (*method)->in_args; argument && *argument; ++argument)
+            signature += (*argument)->signature;
+        EXPECT_EQ(request->signature ? request->signature : "()", "(" + signature + ")") << (*method)->name;
+    }
+    EXPECT_EQ(methods, TesselUI::requestCount());
+}
+
+} // namespace
