@@ -8,11 +8,10 @@
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <optional>
-#include <string>
 #include <thread>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/resource.h>
@@ -36,33 +35,53 @@ void block(double seconds)
     g_usleep(static_cast<gulong>(seconds * G_USEC_PER_SEC));
 }
 
-// Each runs an action once, as Ecore or GLib calls it.
-Eina_Bool onceQuietly(void* action)
+// Each runs an action once.
+Eina_Bool ecoreCall(void* action)
 {
-    (*static_cast<Action*>(action))();
+    (*std::unique_ptr<Action>(static_cast<Action*>(action)))();
     return ECORE_CALLBACK_CANCEL;
 }
-/// Ecore calls timers before it sleeps; the job makes it come back to the test first.
-Eina_Bool once(void* action)
+/// Ecore calls timers and idle enterers before it sleeps; with a job it comes back to the test first.
+Action* comingBack(const Action& action)
 {
-    ecore_job_add([](void*) {}, nullptr);
-    return onceQuietly(action);
+    return new Action([action] {
+        ecore_job_add([](void*) {}, nullptr);
+        action();
+    });
 }
-void onceForAll(void* action)
+void after(double seconds, const Action& action)
 {
-    once(action);
+    ecore_timer_add(seconds, ecoreCall, comingBack(action));
 }
-void quietlyForAll(void* action)
+void job(const Action& action)
 {
-    onceQuietly(action);
+    ecore_job_add([](void* call) { ecoreCall(call); }, comingBack(action));
 }
-gboolean onceSource(gpointer action)
+guint attach(GSource* source, GSourceFunc call, const Action& action)
 {
-    return onceQuietly(action);
+    const auto forget = [](gpointer own) { delete static_cast<Action*>(own); };
+    g_source_set_callback(source, call, new Action(action), forget);
+    const guint id = g_source_attach(source, nullptr);
+    g_source_unref(source);
+    return id;
 }
-gboolean onceReady(gint, GIOCondition, gpointer action)
+gboolean glibCall(gpointer action)
 {
-    return onceQuietly(action);
+    (*static_cast<Action*>(action))();
+    return G_SOURCE_REMOVE;
+}
+guint glibAfter(guint milliseconds, const Action& action)
+{
+    return attach(g_timeout_source_new(milliseconds), glibCall, action);
+}
+void glibIdle(const Action& action)
+{
+    attach(g_idle_source_new(), glibCall, action);
+}
+guint onReady(int descriptor, GIOCondition condition, const Action& action)
+{
+    const GUnixFDSourceFunc call = [](gint, GIOCondition, gpointer own) { return glibCall(own); };
+    return attach(g_unix_fd_source_new(descriptor, condition), G_SOURCE_FUNC(call), action);
 }
 
 class TheBridge : public testing::Test {
@@ -78,48 +97,37 @@ protected:
     bool turnsUntil(const std::function<bool()>& condition, double limit = 4.0)
     {
         bool isOver = false;
-        Action end = [&] { isOver = true; };
-        Ecore_Timer* guard = ecore_timer_add(limit, once, &end);
+        const auto end = [](void* over) -> Eina_Bool {
+            *static_cast<bool*>(over) = true;
+            return ECORE_CALLBACK_RENEW;
+        };
+        Ecore_Timer* guard = ecore_timer_add(limit, end, &isOver);
         while (!condition() && !isOver)
             ecore_main_loop_iterate_may_block(1);
-        if (!isOver)
-            ecore_timer_del(guard);
+        ecore_timer_del(guard);
         return !isOver;
     }
 
+    void passes(double seconds)
+    {
+        turnsUntil([] { return false; }, seconds);
+    }
     void ring() const { EXPECT_EQ(write(m_pipe[1], "x", 1), 1); }
 
     std::optional<GLibBridge> m_bridge {std::in_place};
     int m_pipe[2] = {-1, -1};
 };
 
-TEST_F(TheBridge, RunsASourceThatAnotherOneAdds)
-{
-    int ticks = 0;
-    bool done = false;
-    Action end = [&] { done = true; };
-    Action tick = [&] {
-        if (++ticks < 3)
-            g_timeout_add(5, onceSource, &tick);
-        else
-            g_idle_add(onceSource, &end);
-    };
-    Action start = [&] { g_timeout_add(5, onceSource, &tick); };
-    g_idle_add(onceSource, &start);
-    EXPECT_TRUE(turnsUntil([&] { return done; })) << "the loop slept through it";
-    EXPECT_EQ(ticks, 3);
-}
-
 TEST_F(TheBridge, LetsTheLoopSleep)
 {
     // A source that waits for nothing in particular, and one whose time is far away.
-    const guint watch = g_unix_fd_add(m_pipe[0], kIn, onceReady, nullptr);
-    const guint later = g_timeout_add_seconds(3600, onceSource, nullptr);
-    turnsUntil([] { return false; }, 0.1);
+    const guint watch = onReady(m_pipe[0], kIn, [] {});
+    const guint later = glibAfter(3600 * 1000, [] {});
+    passes(0.1);
     rusage before {};
     rusage after {};
     getrusage(RUSAGE_THREAD, &before);
-    turnsUntil([] { return false; }, 1.0);
+    passes(1.0);
     getrusage(RUSAGE_THREAD, &after);
     EXPECT_LE(after.ru_nvcsw - before.ru_nvcsw, 3) << "something wakes the loop while nothing happens";
     g_source_remove(watch);
@@ -128,9 +136,9 @@ TEST_F(TheBridge, LetsTheLoopSleep)
 
 TEST_F(TheBridge, NoticesADescriptorThatComesUnderTheNumberOfAnother)
 {
+    bool added = false;
     bool seen = false;
-    Action second = [&] { seen = true; };
-    Action first = [&] {
+    onReady(m_pipe[0], kIn, [&] {
         // The number stays, what is behind it does not.
         const int number = m_pipe[0];
         close(m_pipe[0]);
@@ -141,13 +149,12 @@ TEST_F(TheBridge, NoticesADescriptorThatComesUnderTheNumberOfAnother)
             close(m_pipe[0]);
             m_pipe[0] = number;
         }
-        g_unix_fd_add(number, kIn, onceReady, &second);
-    };
-    g_unix_fd_add(m_pipe[0], kIn, onceReady, &first);
+        onReady(number, kIn, [&] { seen = true; });
+        added = true;
+    });
     ring();
-    ASSERT_TRUE(
-        turnsUntil([&] { return g_main_context_find_source_by_user_data(nullptr, &second) != nullptr; }));
-    turnsUntil([] { return false; }, 0.05); // the loop has slept with it
+    ASSERT_TRUE(turnsUntil([&] { return added; }));
+    passes(0.05); // the loop has slept with it
     ASSERT_FALSE(seen);
     ring();
     EXPECT_TRUE(turnsUntil([&] { return seen; }));
@@ -157,20 +164,17 @@ TEST_F(TheBridge, LeavesEcoreItsDescriptors)
 {
     // Ecore watches the same file as GLib, and goes on when GLib's source goes.
     int read = 0;
-    struct Watch {
-        static Eina_Bool on_ready(void* count, Ecore_Fd_Handler* handler)
-        {
-            char byte = 0;
-            while (::read(ecore_main_fd_handler_fd_get(handler), &byte, 1) == 1)
-                ++*static_cast<int*>(count);
-            return ECORE_CALLBACK_RENEW;
-        }
+    const auto onBytes = [](void* count, Ecore_Fd_Handler* handler) -> Eina_Bool {
+        char byte = 0;
+        while (::read(ecore_main_fd_handler_fd_get(handler), &byte, 1) == 1)
+            ++*static_cast<int*>(count);
+        return ECORE_CALLBACK_RENEW;
     };
     Ecore_Fd_Handler* handler =
-        ecore_main_fd_handler_add(m_pipe[0], ECORE_FD_READ, Watch::on_ready, &read, nullptr, nullptr);
+        ecore_main_fd_handler_add(m_pipe[0], ECORE_FD_READ, onBytes, &read, nullptr, nullptr);
     const int copy = dup(m_pipe[0]);
-    const guint source = g_unix_fd_add(copy, kIn, onceReady, nullptr);
-    turnsUntil([] { return false; }, 0.05);
+    const guint source = onReady(copy, kIn, [] {});
+    passes(0.05);
     g_source_remove(source);
     close(copy);
     ring();
@@ -180,30 +184,22 @@ TEST_F(TheBridge, LeavesEcoreItsDescriptors)
 
 TEST_F(TheBridge, FollowsASourceThatChangesWhatItWaitsFor)
 {
-    struct Changing {
-        GSource source;
-        gpointer tag;
-        int calls;
-        static gboolean dispatch(GSource* source, GSourceFunc, gpointer)
-        {
-            auto* self = reinterpret_cast<Changing*>(source);
-            ++self->calls;
-            g_source_modify_unix_fd(source, self->tag, static_cast<GIOCondition>(0));
-            return G_SOURCE_CONTINUE;
-        }
-    };
     GSourceFuncs functions {};
-    functions.dispatch = Changing::dispatch;
-    GSource* source = g_source_new(&functions, sizeof(Changing));
-    auto* changing = reinterpret_cast<Changing*>(source);
-    changing->tag = g_source_add_unix_fd(source, m_pipe[0], static_cast<GIOCondition>(0));
-    g_source_attach(source, nullptr);
+    functions.dispatch = [](GSource*, GSourceFunc call, gpointer data) -> gboolean {
+        return call(data) || true;
+    };
+    GSource* source = g_source_ref(g_source_new(&functions, sizeof(GSource)));
+    const gpointer tag = g_source_add_unix_fd(source, m_pipe[0], static_cast<GIOCondition>(0));
+    int calls = 0;
+    attach(source, glibCall, [&] {
+        ++calls;
+        g_source_modify_unix_fd(source, tag, static_cast<GIOCondition>(0));
+    });
     ring();
-    EXPECT_FALSE(turnsUntil([&] { return changing->calls > 0; }, 0.05)) << "it waits for nothing";
-    for (int calls = 1; calls <= 2; ++calls) {
-        g_source_modify_unix_fd(source, changing->tag, kIn);
-        EXPECT_TRUE(turnsUntil([&] { return changing->calls == calls; }));
-        EXPECT_FALSE(turnsUntil([&] { return changing->calls > calls; }, 0.05));
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_FALSE(turnsUntil([&] { return calls > round; }, 0.05)) << "it waits for nothing";
+        g_source_modify_unix_fd(source, tag, kIn);
+        EXPECT_TRUE(turnsUntil([&] { return calls > round; }));
     }
     g_source_destroy(source);
     g_source_unref(source);
@@ -211,29 +207,25 @@ TEST_F(TheBridge, FollowsASourceThatChangesWhatItWaitsFor)
 
 TEST_F(TheBridge, ServesUrgentDataAloneAndFilesThatAreAlwaysReady)
 {
-    sockaddr_in address {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
+    // Listening binds it to a port of its own.
     const int door = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(bind(door, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(listen(door, 1), 0);
-    getsockname(door, reinterpret_cast<sockaddr*>(&address), &size);
     const int sender = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(connect(sender, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    sockaddr_in address {};
+    socklen_t size = sizeof address;
+    ASSERT_EQ(listen(door, 1), 0);
+    ASSERT_EQ(getsockname(door, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    ASSERT_EQ(connect(sender, reinterpret_cast<sockaddr*>(&address), size), 0);
     const int receiver = accept(door, nullptr, nullptr);
     bool urgent = false;
-    Action note = [&] { urgent = true; };
-    g_unix_fd_add(receiver, G_IO_PRI, onceReady, &note);
+    onReady(receiver, G_IO_PRI, [&] { urgent = true; });
     ASSERT_EQ(send(sender, "a", 1, 0), 1);
     EXPECT_FALSE(turnsUntil([&] { return urgent; }, 0.1)) << "ordinary data is not urgent";
     ASSERT_EQ(send(sender, "b", 1, MSG_OOB), 1);
     EXPECT_TRUE(turnsUntil([&] { return urgent; }));
 
     bool readable = false;
-    Action read = [&] { readable = true; };
     const int file = open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
-    g_unix_fd_add(file, kIn, onceReady, &read);
+    onReady(file, kIn, [&] { readable = true; });
     EXPECT_TRUE(turnsUntil([&] { return readable; }));
     for (int descriptor : {door, sender, receiver, file})
         close(descriptor);
@@ -242,52 +234,50 @@ TEST_F(TheBridge, ServesUrgentDataAloneAndFilesThatAreAlwaysReady)
 TEST_F(TheBridge, RunsWhatOtherThreadsAndEveryKindOfCallbackAdd)
 {
     std::atomic<bool> done {false};
-    Action finish = [&] { done = true; };
-    std::thread other([&] {
-        block(0.1); // the loop sleeps by now
-        g_main_context_invoke(nullptr, onceSource, &finish);
-    });
-    EXPECT_TRUE(turnsUntil([&] { return done.load(); })) << "added by a thread";
-    other.join();
-
-    Action add = [&] { g_idle_add(onceSource, &finish); };
-    const std::pair<const char*, std::function<void()>> kinds[] = {
-        {"an idler", [&] { ecore_idler_add(onceQuietly, &add); }},
-        {"an idle enterer", [&] { ecore_idle_enterer_add(onceQuietly, &add); }},
-        {"a timer", [&] { ecore_timer_add(0.01, onceQuietly, &add); }},
-        {"a job", [&] { ecore_job_add(quietlyForAll, &add); }},
+    const Action finish = [&] { done = true; };
+    const Action add = [&] { glibIdle(finish); };
+    const std::pair<const char*, Action> kinds[] = {
+        {"an idler", [&] { ecore_idler_add(ecoreCall, new Action(add)); }},
+        {"an idle enterer", [&] { ecore_idle_enterer_add(ecoreCall, new Action(add)); }},
+        {"a timer", [&] { ecore_timer_add(0.01, ecoreCall, new Action(add)); }},
+        {"a job", [&] { ecore_job_add([](void* call) { ecoreCall(call); }, new Action(add)); }},
+        {"a source", [&] { glibIdle([&] { glibAfter(5, add); }); }},
     };
     for (const auto& [kind, start] : kinds) {
         done = false;
         start();
         EXPECT_TRUE(turnsUntil([&] { return done.load(); }, 1.0)) << "added by " << kind;
     }
+    done = false;
+    std::thread other([&] {
+        block(0.1); // the loop sleeps by now
+        glibIdle(finish);
+    });
+    EXPECT_TRUE(turnsUntil([&] { return done.load(); })) << "added by a thread";
+    other.join();
 }
 
 TEST_F(TheBridge, IsOnTimeAfterACallbackThatBlocked)
 {
     constexpr double kDue = 0.3;
     constexpr double kBlocked = 0.2;
+    const Action stall = [] { block(kBlocked); };
+    const std::pair<const char*, Action> kinds[] = {
+        {"job", [&] { job(stall); }},
+        {"timer", [&] { after(0.01, stall); }},
+        {"idle enterer", [&] { ecore_idle_enterer_add(ecoreCall, comingBack(stall)); }},
+        {"GLib timeout", [&] { glibAfter(10, stall); }},
+    };
     // A machine that is busy delays now and then; a loop that counts from before the call does so always.
-    for (const char* kind : {"job", "timer", "idle enterer", "GLib timeout"}) {
+    for (const auto& [kind, start] : kinds) {
         double late = 1e9;
         for (int attempt = 0; attempt < 3 && late > kBlocked / 2; ++attempt) {
             double fromEcore = 0;
             double fromGLib = 0;
             const double begin = now();
-            Action stall = [] { block(kBlocked); };
-            Action ecore = [&] { fromEcore = now() - begin; };
-            Action glib = [&] { fromGLib = now() - begin; };
-            ecore_timer_add(kDue, once, &ecore);
-            g_timeout_add(static_cast<guint>(kDue * 1000), onceSource, &glib);
-            if (kind[0] == 'j')
-                ecore_job_add(onceForAll, &stall);
-            else if (kind[0] == 't')
-                ecore_timer_add(0.01, once, &stall);
-            else if (kind[0] == 'i')
-                ecore_idle_enterer_add(once, &stall);
-            else
-                g_timeout_add(10, onceSource, &stall);
+            after(kDue, [&] { fromEcore = now() - begin; });
+            glibAfter(static_cast<guint>(kDue * 1000), [&] { fromGLib = now() - begin; });
+            start();
             ASSERT_TRUE(turnsUntil([&] { return fromEcore > 0 && fromGLib > 0; }));
             EXPECT_GT(std::min(fromEcore, fromGLib), kDue - 0.02) << kind;
             late = std::max(fromEcore, fromGLib) - kDue;
@@ -298,15 +288,10 @@ TEST_F(TheBridge, IsOnTimeAfterACallbackThatBlocked)
 
 TEST_F(TheBridge, LetsACallbacksTimersBeginWhenItRuns)
 {
-    turnsUntil([] { return false; }, 0.02);
     double fired = 0;
-    double begin = 0;
-    Action fire = [&] { fired = now() - begin; };
-    Action start = [&] {
-        begin = now();
-        ecore_timer_add(0.1, once, &fire);
-    };
-    g_timeout_add(150, onceSource, &start); // the loop sleeps that long before
+    glibAfter(150, [&] { // the loop sleeps that long before
+        after(0.1, [&fired, begin = now()] { fired = now() - begin; });
+    });
     ASSERT_TRUE(turnsUntil([&] { return fired > 0; }));
     EXPECT_GT(fired, 0.09) << "it counted from before the sleep";
 }
@@ -315,64 +300,48 @@ TEST_F(TheBridge, RunsEitherLoopInsideTheOther)
 {
     bool inner = false;
     bool outer = false;
-    Action finish = [&] { inner = true; };
-    Action nestEcore = [&] {
-        ecore_timer_add(0.02, once, &finish);
+    const Action nestEcore = [&] {
+        after(0.02, [&] { inner = true; });
         while (!inner)
             ecore_main_loop_iterate_may_block(1);
         outer = true;
     };
-    g_idle_add(onceSource, &nestEcore);
-    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "Ecore's loop in a callback of GLib's";
-
-    inner = outer = false;
-    Action nestGLib = [&] {
-        g_timeout_add(20, onceSource, &finish);
+    const Action nestGLib = [&] {
+        glibAfter(20, [&] { inner = true; });
         while (!inner)
             g_main_context_iteration(nullptr, TRUE);
         outer = true;
     };
-    ecore_job_add(onceForAll, &nestGLib);
-    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "GLib's loop in a callback of Ecore's";
-
-    inner = outer = false;
-    Action deeper = [&] { nestGLib(); };
-    Action nestBoth = [&] {
-        g_idle_add(onceSource, &deeper);
+    const Action nestBoth = [&] {
+        glibIdle(nestGLib);
         while (!outer)
             ecore_main_loop_iterate_may_block(1);
     };
-    ecore_job_add(onceForAll, &nestBoth);
-    EXPECT_TRUE(turnsUntil([&] { return outer; })) << "one in the other in the first";
+    const std::pair<const char*, Action> kinds[] = {
+        {"Ecore's loop in a callback of GLib's", [&] { glibIdle(nestEcore); }},
+        {"GLib's loop in a callback of Ecore's", [&] { job(nestGLib); }},
+        {"one in the other in the first", [&] { job(nestBoth); }},
+    };
+    for (const auto& [kind, start] : kinds) {
+        inner = outer = false;
+        start();
+        EXPECT_TRUE(turnsUntil([&] { return outer; })) << kind;
+    }
 }
 
-TEST_F(TheBridge, KeepsGLibsPrioritiesAndGivesEcoreItsTurn)
+TEST_F(TheBridge, GivesEcoreItsTurnWhileGLibAlwaysHasSomething)
 {
-    std::string order;
-    Action low = [&] { order += 'l'; };
-    Action high = [&] { order += 'h'; };
-    Action normal = [&] { order += 'n'; };
-    g_idle_add_full(G_PRIORITY_LOW, onceSource, &low, nullptr);
-    g_idle_add_full(G_PRIORITY_DEFAULT, onceSource, &normal, nullptr);
-    g_idle_add_full(G_PRIORITY_HIGH, onceSource, &high, nullptr);
-    EXPECT_TRUE(turnsUntil([&] { return order.size() == 3; }));
-    EXPECT_EQ(order, "hnl");
-
-    // GLib always has something; Ecore's timers, jobs and descriptors are served all the same.
     int turns = 0;
-    int jobs = 0;
-    Action job = [&] { ++jobs; };
-    const guint flood = g_idle_add_full(
-        G_PRIORITY_HIGH,
-        [](gpointer count) -> gboolean {
-            ++*static_cast<int*>(count);
-            return G_SOURCE_CONTINUE;
-        },
-        &turns, nullptr);
-    turnsUntil([] { return false; }, 0.05);
+    bool isServed = false;
+    const auto count = [](gpointer turn) -> gboolean {
+        ++*static_cast<int*>(turn);
+        return G_SOURCE_CONTINUE;
+    };
+    const guint flood = g_idle_add_full(G_PRIORITY_HIGH, count, &turns, nullptr);
+    passes(0.05);
     const int before = turns;
-    ecore_job_add(onceForAll, &job);
-    EXPECT_TRUE(turnsUntil([&] { return jobs == 1; }));
+    job([&] { isServed = true; });
+    EXPECT_TRUE(turnsUntil([&] { return isServed; }));
     EXPECT_LE(turns - before, 3) << "one dispatch a turn";
     g_source_remove(flood);
 }
@@ -388,23 +357,20 @@ TEST_F(TheBridge, TellsWhenTheLoopIsAboutToSleep)
         wrong = wrong || queued;
         return sleeps == 1; // pretends to have done something: the loop comes by again
     });
-    Action work = [&] { queued = false; };
-    Action queue = [&] {
+    after(0.02, [&] {
         queued = true;
-        ecore_job_add(onceForAll, &work);
-    };
-    ecore_timer_add(0.02, once, &queue);
-    turnsUntil([] { return false; }, 0.1);
+        job([&] { queued = false; });
+    });
+    passes(0.1);
     EXPECT_GE(sleeps, 3);
     EXPECT_FALSE(wrong) << "something was still to be done";
 
     // A loop that was asked to end does not sleep any more.
     int atTheEnd = 0;
-    Action end = [&] {
+    after(0.02, [&] {
         ecore_main_loop_quit();
         atTheEnd = sleeps;
-    };
-    ecore_timer_add(0.02, once, &end);
+    });
     ecore_main_loop_begin();
     EXPECT_EQ(sleeps, atTheEnd);
 }

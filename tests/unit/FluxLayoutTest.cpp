@@ -1,4 +1,4 @@
-/// Where the styled widgets put things.
+/// Where the styled widgets put things, and what is theirs.
 #include "Fixtures.h"
 #include "elm_flux.h"
 
@@ -12,6 +12,7 @@ protected:
     void TearDown() override
     {
         elm_config_mirrored_set(EINA_FALSE);
+        elm_config_scale_set(1.0);
         WindowTest::TearDown();
     }
 
@@ -25,26 +26,23 @@ protected:
         evas_object_show(layout);
         return layout;
     }
-    /// Appends an item of this size in units.
-    static Evas_Object* append(Evas_Object* layout, Evas_Object* item, double width, double height)
+    /// Appends an item of this size in units: a text, or a picture when there is none.
+    static Evas_Object* append(Evas_Object* layout, double width, double height, const char* text = nullptr)
     {
+        Evas_Object* item = text ? elm_flux_textbox_add(layout) : elm_flux_imagebox_add(layout);
+        if (text)
+            elm_flux_textbox_text_set(item, text);
         EXPECT_TRUE(elm_flux_layout_append(
             layout, item, elm_flux_unit_to_pixel(width), elm_flux_unit_to_pixel(height)));
         return item;
     }
-    static Evas_Object* append(Evas_Object* layout, double width, double height)
+    static Box cardOf(const Evas_Object* popup)
     {
-        return append(layout, elm_flux_imagebox_add(layout), width, height);
-    }
-    static Evas_Object* appendText(Evas_Object* layout, double height, const char* text)
-    {
-        Evas_Object* item = elm_flux_textbox_add(layout);
-        elm_flux_textbox_text_set(item, text);
-        return append(layout, item, 151, height);
+        return boxOf(edje_object_part_object_get(elm_layout_edje_get(popup), "card"));
     }
 };
 
-TEST_F(AStyledLayout, FillsARowExactlyInReadingOrder)
+TEST_F(AStyledLayout, FillsARowInReadingOrderAndAStackWithItsGapsAndPadding)
 {
     for (bool mirrored : {false, true}) {
         elm_config_mirrored_set(mirrored);
@@ -60,10 +58,7 @@ TEST_F(AStyledLayout, FillsARowExactlyInReadingOrder)
     show(one);
     toolkit::press(m_window, "Left");
     EXPECT_EQ(focused(), button(one, 1)) << "a popup's buttons are a row, too";
-}
 
-TEST_F(AStyledLayout, StacksWithGapAndPaddingAndClosesTheGapOfADeletedItem)
-{
     Evas_Object* stack = layout(ELM_FLUX_LAYOUT_VERTICAL, 101, 33);
     elm_flux_layout_gap_set(stack, 1);
     Evas_Object* upper = append(stack, 101, 18);
@@ -71,7 +66,6 @@ TEST_F(AStyledLayout, StacksWithGapAndPaddingAndClosesTheGapOfADeletedItem)
     toolkit::settle();
     EXPECT_EQ(boxOf(upper), (Box {100, 50, 808, 144}));
     EXPECT_EQ(boxOf(lower), (Box {100 + 200, 50 + 152, 408, 112})) << "centred across the stack";
-
     elm_flux_layout_padding_set(stack, 2, 4, 3, 0);
     toolkit::settle();
     EXPECT_EQ(boxOf(upper), (Box {116, 74, 808 - 48, 144}));
@@ -79,18 +73,16 @@ TEST_F(AStyledLayout, StacksWithGapAndPaddingAndClosesTheGapOfADeletedItem)
     EXPECT_LE(boxOf(lower).y + boxOf(lower).height, 50 + 264) << "nothing leaves the layout";
     evas_object_del(upper);
     toolkit::settle();
-    EXPECT_EQ(boxOf(lower).y, 74);
+    EXPECT_EQ(boxOf(lower).y, 74) << "the gap of a deleted item stays";
 }
 
-class AStyledPopup : public WindowTest { };
+using AStyledPopup = AStyledLayout;
 
 TEST_F(AStyledPopup, CoversTheWindowWithItsContentInTheMiddle)
 {
     Evas_Object* small = elm_box_add(m_window);
     Evas_Object* one = elm_flux_popup_add(small);
     Evas_Object* layout = elm_flux_layout_add(one);
-    Evas_Object* inner = elm_flux_layout_add(layout);
-    elm_flux_layout_append(layout, inner, 100, 100);
     elm_flux_popup_content_set(one, layout, 808, 224);
     show(one);
     EXPECT_EQ(boxOf(one), (Box {0, 0, 1920, 1080})) << "whatever the parent's size";
@@ -98,7 +90,6 @@ TEST_F(AStyledPopup, CoversTheWindowWithItsContentInTheMiddle)
     evas_object_del(small);
     toolkit::settle();
     EXPECT_TRUE(elm_flux_popup_title_set(one, "t")) << "the popup went with a box it was made on";
-    evas_object_del(inner);
     evas_object_del(one);
     toolkit::settle();
     EXPECT_FALSE(elm_flux_layout_gap_set(layout, 1));
@@ -128,22 +119,81 @@ TEST_F(AStyledPopup, ReplacesItsContentAndItsButtons)
     EXPECT_TRUE(elm_flux_popup_item_remove(one, later));
     EXPECT_FALSE(evas_object_visible_get(later));
     EXPECT_TRUE(elm_flux_popup_button_set(one, later, 0)) << "removing deleted it";
+
+    Evas_Object* other = popup({"Cancel", "Help"});
+    Evas_Object* help = button(other, 1);
+    EXPECT_FALSE(elm_flux_popup_button_set(other, later, 1)) << "it is in another popup";
+    EXPECT_EQ(button(other, 1), help);
+    EXPECT_EQ(button(one, 0), later);
+    show(other);
+    evas_object_del(button(other, 0));
+    toolkit::settle();
+    EXPECT_EQ(button(other, 0), nullptr) << "deleted from outside";
+    EXPECT_EQ(focused(), help) << "the keys went with the button";
     EXPECT_TRUE(elm_flux_popup_button_set(one, nullptr, 0));
     EXPECT_FALSE(elm_flux_button_text_set(later, "x"));
 }
 
-TEST_F(AStyledPopup, ForgetsAButtonThatIsDeletedFromOutside)
+using AnOpenPopup = AStyledLayout;
+
+TEST_F(AnOpenPopup, LooksAfterAChangeOfTheScreenAsIfItWereMadeForIt)
 {
-    Evas_Object* one = popup({"Yes", "No"});
-    show(one);
-    evas_object_del(button(one, 0));
+    evas_object_resize(m_window, 1920, 1080);
+    const auto filled = [this] {
+        Evas_Object* one = popup({"Yes", "No"});
+        Evas_Object* row = elm_flux_layout_add(one);
+        elm_flux_layout_type_set(row, ELM_FLUX_LAYOUT_HORIZONTAL);
+        elm_flux_layout_gap_set(row, 1);
+        append(row, 12, 12);
+        append(row, 96, 18, "A text that is long enough to be wrapped where the card ends, and on");
+        elm_flux_popup_content_set(one, row, elm_flux_unit_to_pixel(109), elm_flux_unit_to_pixel(33));
+        elm_object_signal_emit(one, "theme,dimmed,percent,50", "");
+        show(one);
+        return one;
+    };
+    const auto places = [](Evas_Object* one) {
+        std::vector<Box> boxes {cardOf(one), boxOf(button(one, 0)), boxOf(button(one, 1))};
+        Evas_Object* row = elm_object_part_content_get(one, "elm.swallow.content");
+        for (const char* part : {"dim", "half", "title,text"})
+            boxes.push_back(boxOf(edje_object_part_object_get(elm_layout_edje_get(one), part)));
+        Eina_List* items = evas_object_smart_members_get(row);
+        void* item = nullptr;
+        EINA_LIST_FREE(items, item)
+        boxes.push_back(boxOf(static_cast<Evas_Object*>(item)));
+        return boxes;
+    };
+    Evas_Object* open = filled();
+    const auto large = places(open);
+    elm_config_scale_set(800 / 1920.0);
+    evas_object_resize(m_window, 800, 600);
     toolkit::settle();
-    EXPECT_EQ(button(one, 0), nullptr);
-    EXPECT_EQ(focused(), button(one, 1)) << "the keys went with the button";
-    EXPECT_TRUE(elm_flux_popup_button_set(one, elm_flux_button_add(one), 0));
-    evas_object_del(button(one, 1));
-    evas_object_del(one);
+    const auto followed = places(open);
+    EXPECT_NE(followed, large);
+    evas_object_hide(open);
+    EXPECT_EQ(followed, places(filled()));
+    evas_object_show(open);
+    elm_config_scale_set(1.0);
+    evas_object_resize(m_window, 1920, 1080);
     toolkit::settle();
+    EXPECT_EQ(places(open), large);
+}
+
+TEST_F(AnOpenPopup, IsNeverNarrowerThanItsButtons)
+{
+    for (const auto& labels : {std::initializer_list<const char*> {"OK"}, {"Yes", "No"}}) {
+        Evas_Object* narrow = popup(labels);
+        Evas_Object* content = elm_flux_textbox_add(narrow);
+        ASSERT_TRUE(elm_flux_popup_content_set(narrow, content, 100, 100));
+        show(narrow);
+        const Box around = cardOf(narrow);
+        for (int slot = 0; slot < static_cast<int>(labels.size()); ++slot) {
+            const Box inside = boxOf(button(narrow, slot));
+            EXPECT_GE(inside.x, around.x);
+            EXPECT_LE(inside.x + inside.width, around.x + around.width);
+        }
+        EXPECT_EQ(boxOf(content).width, 100) << "the content has another size than it was given";
+        EXPECT_EQ(boxOf(content).x + 50, around.x + around.width / 2);
+    }
 }
 
 class ATooltip : public AStyledLayout {
@@ -173,17 +223,15 @@ TEST_F(ATooltip, FollowsItsTargetAndForgetsADeletedOne)
     toolkit::settle();
     EXPECT_FALSE(evas_object_visible_get(bubble));
     EXPECT_FALSE(elm_flux_object_tooltip_show(bubble));
-    EXPECT_TRUE(elm_flux_object_tooltip_size_set(bubble, 10, 10));
 }
 
 TEST_F(ATooltip, NeverCoversAText)
 {
     Evas_Object* stack = layout(ELM_FLUX_LAYOUT_VERTICAL, 151, 63);
-    Evas_Object* above = appendText(stack, 12, "above");
-    Evas_Object* image = elm_flux_imagebox_add(stack);
-    elm_flux_layout_append(stack, image, 256, 304);
-    Evas_Object* empty = appendText(stack, 4, "");
-    Evas_Object* below = appendText(stack, 4, "below");
+    Evas_Object* above = append(stack, 151, 12, "above");
+    Evas_Object* image = append(stack, 32, 38);
+    Evas_Object* empty = append(stack, 151, 4, "");
+    Evas_Object* below = append(stack, 151, 4, "below");
     toolkit::settle();
     Evas_Object* bubble = shownFor(image);
     toolkit::settle();
@@ -191,7 +239,6 @@ TEST_F(ATooltip, NeverCoversAText)
     EXPECT_LE(hint.y + hint.height, boxOf(below).y);
     EXPECT_GE(hint.y, boxOf(above).y + boxOf(above).height);
     EXPECT_GT(hint.y + hint.height, boxOf(image).y + boxOf(image).height) << "it hangs below its picture";
-
     elm_flux_textbox_text_set(empty, "now there is one");
     elm_flux_object_tooltip_show(bubble);
     EXPECT_LE(boxOf(bubble).y + boxOf(bubble).height, boxOf(empty).y);

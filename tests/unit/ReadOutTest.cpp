@@ -1,12 +1,11 @@
 /// What the screen reader is given.
 #include "Fixtures.h"
+#include "Folders.h"
 #include "NetUtilAccessibility.h"
-#include "SpeechServer.h"
 #include "elm_flux.h"
 #include "vconf.h"
 
 #include <cstring>
-#include <fstream>
 #include <unistd.h>
 
 namespace {
@@ -35,21 +34,16 @@ TEST(TheReadOutRecord, GivesTheContextOnceAndThenTheNameAlone)
     delaccessObject();
 }
 
-class TheReadOut : public WindowTest { };
+using TheReadOut = WindowTest;
 
 TEST_F(TheReadOut, SpeaksOneLineForEachChangeOfTheFocus)
 {
-    const char* home = getenv("HOME");
-    ASSERT_NE(home, nullptr);
-    const std::string log = std::string(home) + "/speech";
+    const std::string log = std::string(getenv("HOME")) + "/speech";
     setenv("ORBIS_SPEECH_LOG", log.c_str(), 1);
     vconf_set_int("db/menu/system/accessibility/screenreader", 1);
     const auto spoken = [&log] { // since the last call
         toolkit::settle();
-        Lines lines;
-        std::ifstream file(log);
-        for (std::string line; std::getline(file, line);)
-            lines.push_back(line);
+        Lines lines = tv::readLines(log);
         unlink(log.c_str());
         return lines;
     };
@@ -73,29 +67,6 @@ TEST_F(TheReadOut, SpeaksOneLineForEachChangeOfTheFocus)
     evas_object_del(m_window);
     EXPECT_EQ(spoken(), Lines()) << "of a window that is gone";
     unsetenv("ORBIS_SPEECH_LOG");
-}
-
-TEST_F(TheReadOut, EndsWithThePopupThatItIsOfWhileTheWindowStays)
-{
-    const std::string socket = std::string(getenv("HOME")) + "/speech-service";
-    setenv("SPEECHD_ADDRESS", ("unix_socket:" + socket).c_str(), 1);
-    const tv::SpeechServer service(socket);
-    vconf_set_int("db/menu/system/accessibility/screenreader", 1);
-    const auto hears = [&service](const std::string& last) {
-        return toolkit::runUntil([&] { return !service.told().empty() && service.told().back() == last; });
-    };
-    Evas_Object* below = popup({"Below"});
-    show(below);
-    ASSERT_TRUE(hears("> Below"));
-    // One without a button to read.
-    Evas_Object* above = popup({});
-    evas_object_show(above);
-    EXPECT_TRUE(hears("CANCEL SELF")) << "what is read is covered";
-    evas_object_hide(above);
-    ASSERT_TRUE(hears("> Below"));
-    evas_object_hide(below);
-    EXPECT_TRUE(hears("CANCEL SELF")) << "what is read is gone";
-    unsetenv("SPEECHD_ADDRESS");
 }
 
 } // namespace

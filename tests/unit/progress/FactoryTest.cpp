@@ -1,14 +1,11 @@
-/// The widget factory that the shared library hands out.
+/// The widget factory that the shared library hands out, and its focus chains.
 #include "Common_Widget_Function.h"
 #include "Paths.h"
 #include "PopupTest.h"
 
 #include <array>
-#include <functional>
 
 namespace {
-
-using toolkit::settle;
 
 class TheFactory : public WindowTest {
 protected:
@@ -46,7 +43,7 @@ TEST_F(TheFactory, MakesNothingWithoutAParent)
     }
 }
 
-TEST_F(TheFactory, PlacesALayoutAsGivenAndScalesItsSize)
+TEST_F(TheFactory, PlacesALayoutAsGivenScalesItsSizeAndTellsItTheContrastColour)
 {
     const double scale = elm_config_scale_get();
     elm_config_scale_set(1.5);
@@ -60,36 +57,43 @@ TEST_F(TheFactory, PlacesALayoutAsGivenAndScalesItsSize)
     elm_layout_file_get(placed, &file, &group);
     EXPECT_STREQ(file, TesselUI::kThemeFile);
     EXPECT_STREQ(group, "dim");
-
     const toolkit::Box untouched = toolkit::boxOf(elm_layout_add(m_window));
     const std::array<int, 4> partly[] = {{-1, 40, -1, 77}, {30, -1, 101, -1}, {-1, -1, -1, -1}};
     for (const auto& [x, y, width, height] : partly)
         EXPECT_EQ(toolkit::boxOf(createLayout(m_window, "dim", x, y, width, height)), untouched);
     EXPECT_NE(createLayout(m_window, "no such group", -1, -1, -1, -1), nullptr);
+
+    ASSERT_TRUE(elm_layout_file_set(placed, CONTRAST_THEME, "contrast"));
+    std::vector<int> received;
+    const auto onMessage = [](void* numbers, Evas_Object*, Edje_Message_Type, int id, void* message) {
+        const auto* set = static_cast<Edje_Message_Int_Set*>(message);
+        auto& result = *static_cast<std::vector<int>*>(numbers) = {id};
+        result.insert(result.end(), set->val, set->val + set->count);
+    };
+    edje_object_message_handler_set(elm_layout_edje_get(placed), onMessage, &received);
+    SetHigh_ContrastBg(placed);
+    toolkit::settle();
+    // The message's number, how many numbers came, and the numbers.
+    EXPECT_EQ(received, (std::vector<int> {1, 4, 15, 24, 39, 255}));
+    SetHigh_ContrastBg(nullptr);
 }
 
 TEST_F(TheFactory, NotesTheViewersActivity)
 {
     Evas_Object* layout = createLayout(m_window, "dim", 0, 0, 500, 500);
     elm_layout_file_set(layout, CONTRAST_THEME, "contrast"); // the backdrop lets the pointer through
-    evas_object_show(layout);
-    settle();
-    EXPECT_FALSE(activity()) << "nobody touched anything";
-    elm_object_focus_set(layout, EINA_TRUE);
-    toolkit::press(m_window, "Left");
-    EXPECT_TRUE(activity());
-    evas_event_feed_mouse_move(evas_object_evas_get(m_window), 100, 100, 1000, nullptr);
-    EXPECT_TRUE(activity());
-    evas_object_del(layout);
-
     Evas_Object* popup = createPopup(m_window, "default");
     EXPECT_STREQ(elm_object_style_get(popup), "default");
-    evas_object_show(popup);
-    settle();
-    evas_object_focus_set(popup, EINA_TRUE);
-    toolkit::press(m_window, "Left");
-    EXPECT_TRUE(activity());
-    evas_object_del(popup);
+    for (Evas_Object* object : {layout, popup}) {
+        show(object);
+        EXPECT_FALSE(activity()) << "nobody touched anything";
+        evas_object_focus_set(object, EINA_TRUE);
+        toolkit::press(m_window, "Left");
+        EXPECT_TRUE(activity());
+        evas_event_feed_mouse_move(evas_object_evas_get(m_window), 100, 100, 1000, nullptr);
+        EXPECT_EQ(activity(), object == layout);
+        evas_object_del(object);
+    }
     TesselUI::Reset_Time();
     TesselUI::Reset_Time_Flag(nullptr, nullptr, nullptr, nullptr);
     EXPECT_TRUE(activity());
@@ -97,21 +101,18 @@ TEST_F(TheFactory, NotesTheViewersActivity)
 
 TEST_F(TheFactory, ReportsPicturesItCannotLoadAndStillReturnsThem)
 {
-    const std::string longName(1000, 'x');
-    const char* cut = longName.c_str();
-    for (const char* name : {"no-such-picture.png", "", cut}) {
+    for (const std::string& name :
+        {std::string("no-such-picture.png"), std::string(), std::string(1000, 'x')}) {
         journal::clear();
-        Evas_Object* image = createImage(m_window, name, "part");
+        Evas_Object* image = createImage(m_window, name.c_str(), "part");
         EXPECT_EQ(journal::missing({"I START", "E Failed to Set image Path", "", "I END"}), "") << name;
         EXPECT_TRUE(evas_object_visible_get(image));
-        Evas_Object* icon = createIcon(m_window, name);
+        Evas_Object* icon = createIcon(m_window, name.c_str());
         EXPECT_EQ(journal::missing({"I START", "E Failed to Set File in Create Icon", "I END"}), "") << name;
         EXPECT_FALSE(evas_object_visible_get(icon));
     }
     journal::clear();
-    Evas_Object* empty = createImage(m_window, nullptr, "part");
-    ASSERT_NE(empty, nullptr);
-    EXPECT_FALSE(evas_object_visible_get(empty));
+    EXPECT_FALSE(evas_object_visible_get(createImage(m_window, nullptr, "part")));
     EXPECT_EQ(programLines(), (std::vector<std::string> {"I START", "I END"}));
 }
 
@@ -121,8 +122,7 @@ TEST_F(TheFactory, MakesBoxesLabelsAndTimers)
     Evas_Object* label = createLabel(m_window, nullptr, "Some text");
     EXPECT_STREQ(elm_object_text_get(label), "Some text");
     EXPECT_TRUE(evas_object_visible_get(label));
-    label = createLabel(m_window, "marker", nullptr);
-    EXPECT_STREQ(elm_object_style_get(label), "marker");
+    EXPECT_STREQ(elm_object_style_get(createLabel(m_window, "marker", nullptr)), "marker");
 
     int ticks = 0;
     const auto onTick = [](void* count) -> Eina_Bool { return ++*static_cast<int*>(count) < 3; };
@@ -144,45 +144,83 @@ TEST_F(TheFactory, MakesButtonsForTheRemoteAndThePointer)
     EXPECT_TRUE(fills(first));
     evas_object_geometry_set(first, 0, 0, 200, 100);
     evas_object_geometry_set(second, 0, 200, 200, 100);
-    settle();
-
+    toolkit::settle();
     evas_event_feed_mouse_move(evas_object_evas_get(m_window), 100, 250, 1000, nullptr);
     EXPECT_EQ(focused(), second) << "pointing at a button focuses it";
     elm_object_focus_set(first, EINA_TRUE);
     toolkit::press(m_window, "Return");
-    EXPECT_EQ(clicks, 1);
 
-    const std::pair<const char*, const char*> keys[] = {{"XF86Back", "D Exit Key is Pressed,Exiting..."},
-        {"XF86Close", "D Return Key is Pressed,Exiting..."}};
-    for (const auto& [key, line] : keys) {
+    const std::pair<const char*, std::vector<std::string>> keys[] = {
+        {"XF86Back", {"D Exit Key is Pressed,Exiting..."}},
+        {"XF86Close", {"D Return Key is Pressed,Exiting..."}},
+        {"Escape", {}},
+    };
+    for (const auto& [key, lines] : keys) {
         journal::clear();
         toolkit::press(m_window, key);
-        EXPECT_EQ(programLines(), std::vector<std::string> {line});
+        EXPECT_EQ(programLines(), lines) << "nothing more, and no exit";
     }
-    journal::clear();
-    toolkit::press(m_window, "Escape");
-    EXPECT_FALSE(journal::has("T exit"));
-    EXPECT_EQ(programLines(), std::vector<std::string> {});
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(TheFactory, TellsTheThemeTheContrastColour)
+class AFocusChain : public WindowTest {
+protected:
+    using Chain = std::vector<Evas_Object*>;
+
+    Chain buttons(size_t count)
+    {
+        Chain result(count);
+        for (Evas_Object*& button : result)
+            button = createButton(m_window, "default", nullptr, "", nullptr);
+        return result;
+    }
+    /// Per button, where down, up, right and left lead: an index, or "-" for nowhere.
+    static std::string leads(const Chain& chain)
+    {
+        std::string result;
+        for (Elm_Focus_Direction direction :
+            {ELM_FOCUS_DOWN, ELM_FOCUS_UP, ELM_FOCUS_RIGHT, ELM_FOCUS_LEFT}) {
+            for (const Evas_Object* button : chain) {
+                const auto* next = button ? elm_object_focus_next_object_get(button, direction) : nullptr;
+                const auto found = std::find(chain.begin(), chain.end(), next);
+                result += next && found != chain.end() ? std::to_string(found - chain.begin()) : "-";
+            }
+            result += direction == ELM_FOCUS_LEFT ? "" : " ";
+        }
+        return result;
+    }
+};
+
+TEST_F(AFocusChain, LeadsInItsTwoDirectionsOnlyAndSkipsGaps)
 {
-    Evas_Object* layout = elm_layout_add(m_window);
-    ASSERT_TRUE(elm_layout_file_set(layout, CONTRAST_THEME, "contrast"));
-    std::vector<int> received;
-    const auto onMessage = [](void* data, Evas_Object*, Edje_Message_Type type, int id, void* message) {
-        auto& numbers = *static_cast<std::vector<int>*>(data);
-        const auto* set = static_cast<Edje_Message_Int_Set*>(message);
-        numbers = {type == EDJE_MESSAGE_INT_SET ? 1 : 0, id};
-        numbers.insert(numbers.end(), set->val, set->val + set->count);
+    const struct {
+        void (*chain)(Evas_Object**, int);
+        const char* buttons; ///< one each; '-' is a gap
+        const char* leads;
+    } rows[] = {
+        {set_focus_chain_up_down, "b", "0 0 - -"},
+        {set_focus_chain_up_down, "bb", "10 10 -- --"},
+        {set_focus_chain_up_down, "bbbb", "1230 3012 ---- ----"},
+        {set_focus_chain_up_down, "b-bb", "--30 3--2 ---- ----"},
+        {set_focus_chain_left_right, "b", "- - 0 0"},
+        {set_focus_chain_left_right, "bbb", "--- --- 120 201"},
+        {set_focus_chain_left_right, "---", "--- --- --- ---"},
+        {single_chain_set_focus_LEFTRIGHT, "bbb", "--- --- 012 012"},
+        {single_chain_set_focus_LEFTRIGHT, "---", "--- --- --- ---"},
+        {single_chain_set_focus_DOWNUP, "bb", "01 01 -- --"},
     };
-    edje_object_message_handler_set(elm_layout_edje_get(layout), onMessage, &received);
-    SetHigh_ContrastBg(layout);
-    settle();
-    // Kind and number of the message, how many numbers came, and the numbers.
-    EXPECT_EQ(received, (std::vector<int> {1, 1, 4, 15, 24, 39, 255}));
-    SetHigh_ContrastBg(nullptr);
+    for (const auto& row : rows) {
+        const std::string places = row.buttons;
+        Chain chain = buttons(places.size());
+        std::transform(chain.begin(), chain.end(), places.begin(), chain.begin(),
+            [](Evas_Object* button, char place) { return place == '-' ? nullptr : button; });
+        for (int none : {0, -1})
+            row.chain(chain.data(), none);
+        row.chain(nullptr, 0);
+        EXPECT_EQ(leads(chain).find_first_not_of("- "), std::string::npos) << "of no buttons";
+        row.chain(chain.data(), static_cast<int>(chain.size()));
+        EXPECT_EQ(leads(chain), row.leads) << row.buttons;
+    }
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-/// The network test's own: its log, its timer and its text helpers.
+/// The network test's own: its timer and its text helpers.
 #include "NetworkTestPopup.h"
 #include "PopupTest.h"
 
@@ -18,75 +18,62 @@ protected:
     /// A tenth of a second from now, like the popup's own tick.
     void deleteWithTheTick()
     {
-        ecore_timer_add(
-            0.1,
-            [](void* owner) -> Eina_Bool {
-                static_cast<std::unique_ptr<CNetwokTestPopup>*>(owner)->reset();
-                return ECORE_CALLBACK_CANCEL;
-            },
-            &m_popup);
+        const auto onTick = [](void* owner) -> Eina_Bool {
+            static_cast<std::unique_ptr<CNetwokTestPopup>*>(owner)->reset();
+            return ECORE_CALLBACK_CANCEL;
+        };
+        ecore_timer_add(0.1, onTick, &m_popup);
     }
 };
-
-TEST_F(ANetworkTestPopup, LogsItsLifeInOrder)
-{
-    make();
-    m_popup.reset();
-    EXPECT_EQ(journal::missing({"I START", "I AP Name :: Attic", "", "I END", "I END", "I END", "I START",
-                  "D Deleted NW_Test_Popup", "", "I END"}),
-        "");
-    EXPECT_EQ(journal::count("I START"), 2);
-    EXPECT_EQ(journal::count("I END"), 4);
-}
 
 TEST_F(ANetworkTestPopup, LooksAfterItsFocusTwentyTimesAndChangesNothing)
 {
     make();
     toolkit::settle();
-    Evas_Object* cancel = toolkit::topPopup(m_window)->buttons[0];
-    EXPECT_EQ(focused(), cancel) << "the keys wait for the timer";
+    EXPECT_EQ(focused(), toolkit::topPopup(m_window)->buttons[0]) << "the keys wait for the timer";
     Evas_Object* other = popup({"OK"});
     show(other);
-    toolkit::advance(1.9, 0.1);
-    EXPECT_EQ(journal::count(kTick), 19);
-    EXPECT_EQ(focused(), button(other, 0)) << "the timer takes the keys";
-    toolkit::advance(0.1, 0.1);
-    EXPECT_EQ(journal::count(kTick), 20);
-    toolkit::advance(10, 0.1);
-    EXPECT_EQ(journal::count(kTick), 20);
+    for (const auto& [seconds, ticks] : {std::pair(1.9, 19), {0.1, 20}, {10.0, 20}}) {
+        toolkit::advance(seconds, 0.1);
+        EXPECT_EQ(journal::count(kTick), ticks);
+        EXPECT_EQ(focused(), button(other, 0)) << "the timer takes the keys";
+    }
     EXPECT_EQ(CNetwokTestPopup::focusTimerExpired(nullptr), ECORE_CALLBACK_RENEW);
     m_popup.reset(); // the timer is gone already
     evas_object_del(other);
+    EXPECT_EQ(journal::missing({"I START", "I AP Name :: Attic", "", "I END", "I END", "I END", kTick,
+                  "I START", "D Deleted NW_Test_Popup", "", "I END"}),
+        "");
+    EXPECT_EQ(journal::count("I START"), 2);
+    EXPECT_EQ(journal::count("I END"), 4);
 }
 
 TEST_F(ANetworkTestPopup, MayBeDeletedInTheTurnOfItsTick)
 {
-    deleteWithTheTick();
-    make();
-    toolkit::advance(0.5, 0.1);
-    EXPECT_EQ(m_popup, nullptr);
-    EXPECT_LE(journal::count(kTick), 1);
-    journal::clear();
-    make();
-    deleteWithTheTick();
-    toolkit::advance(0.5, 0.1);
-    EXPECT_EQ(m_popup, nullptr);
-    EXPECT_LE(journal::count(kTick), 1);
+    for (bool before : {true, false}) {
+        journal::clear();
+        if (before)
+            deleteWithTheTick();
+        make();
+        if (!before)
+            deleteWithTheTick();
+        toolkit::advance(0.5, 0.1);
+        EXPECT_EQ(m_popup, nullptr);
+        EXPECT_LE(journal::count(kTick), 1);
+    }
 }
 
 TEST_F(ANetworkTestPopup, EscapesAmpersandsAndMarksTheDirection)
 {
-    const std::pair<std::string, std::string> escapes[] = {{"", ""}, {"&", "&amp;"},
-        {"a&b&&", "a&amp;b&amp;&amp;"}, {"&amp;", "&amp;amp;"}, {"<b>&lt;", "<b>&amp;lt;"},
-        {"\xFF\xC3&", "\xFF\xC3&amp;"}};
+    const std::pair<std::string, std::string> escapes[] = {{"", ""}, {"a&b&&", "a&amp;b&amp;&amp;"},
+        {"&amp;", "&amp;amp;"}, {"<b>&lt;", "<b>&amp;lt;"}, {"\xFF\xC3&", "\xFF\xC3&amp;"}};
     for (auto [plain, escaped] : escapes)
         EXPECT_EQ(taken(CNetwokTestPopup::func(plain.data())), escaped);
-    EXPECT_EQ(CNetwokTestPopup::func(nullptr), nullptr);
-
     std::string name = "Anna";
     EXPECT_EQ(taken(CNetwokTestPopup::addLTRMarker(name.data())), "&#x200e;Anna&#x200f;");
     std::string longName(1000, 'a');
     EXPECT_EQ(taken(CNetwokTestPopup::addLTRMarker(longName.data())), "&#x200e;" + std::string(246, 'a'));
+    EXPECT_EQ(CNetwokTestPopup::func(nullptr), nullptr);
     EXPECT_EQ(CNetwokTestPopup::addLTRMarker(nullptr), nullptr);
     EXPECT_EQ(CNetwokTestPopup::power(7, 0), 1);
     EXPECT_EQ(CNetwokTestPopup::power(-3, 3), -27);

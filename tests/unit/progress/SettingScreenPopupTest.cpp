@@ -5,16 +5,16 @@
 namespace {
 
 using namespace TesselUI;
-using toolkit::PopupRecord;
 using toolkit::settle;
 using Texts = std::vector<std::string>;
 
 class ASettingScreenPopup : public PopupTest<SettingScreenPopup> {
 protected:
-    void SetUp() override
+    void make()
     {
-        PopupTest::SetUp();
         m_popup = std::make_unique<SettingScreenPopup>(m_window, static_cast<Elm_Flux_Popup_Style>(0));
+        EXPECT_EQ(toolkit::topPopup(m_window), nullptr) << "shown without being asked to";
+        showIt();
     }
     void showIt()
     {
@@ -27,7 +27,7 @@ protected:
         std::string result;
         for (const std::string& one : toolkit::textsOf(m_window))
             result += one + " ";
-        const PopupRecord* popup = toolkit::topPopup(m_window);
+        const auto* popup = toolkit::topPopup(m_window);
         for (const std::string& label : popup ? toolkit::labelsOf(*popup) : Texts {})
             result += "[" + label + "]";
         return result + " " + std::to_string(left()) + " " + focusedLabel();
@@ -40,34 +40,31 @@ protected:
     {
         return text("TV_SID_NOT_ABLE_USE_INFO_RECEIVED_PHONE") + " [Yes][No] 3 No";
     }
+    /// Clicks that come twice before the toolkit has seen to the first.
+    static void clickTwice(void (*onClicked)(void*, Evas_Object*, void*), SettingScreenPopup* popup)
+    {
+        onClicked(popup, nullptr, nullptr);
+        onClicked(popup, nullptr, nullptr);
+        settle();
+    }
 };
 
-TEST_F(ASettingScreenPopup, TurnsBackAndForthWithoutLeavingAButton)
+TEST_F(ASettingScreenPopup, TurnsBackAndForthWithoutLeavingAButtonAlsoWhenShownAgain)
 {
-    EXPECT_EQ(toolkit::topPopup(m_window), nullptr) << "shown without being asked to";
-    showIt();
+    make();
     EXPECT_GT(toolkit::strength(toolkit::topPopup(m_window)->object, "dim"), 0)
         << "the picture is not dimmed";
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(state(), informing());
         toolkit::press(m_window, "Return");
         EXPECT_EQ(state(), asking());
         toolkit::press(m_window, "Return");
     }
-    EXPECT_EQ(state(), informing());
-    // A click that comes twice before the toolkit has seen to the first.
-    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
-    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
-    settle();
+    clickTwice(SettingScreenPopup::m_OnCancelButtonClicked, m_popup.get());
     EXPECT_EQ(state(), asking());
-    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
-    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
-    settle();
+    clickTwice(SettingScreenPopup::m_OnNoButtonClicked, m_popup.get());
     EXPECT_EQ(state(), informing());
-}
 
-TEST_F(ASettingScreenPopup, BuildsItselfAgainWhenShownAgain)
-{
     showIt();
     showIt();
     EXPECT_EQ(state(), informing());
@@ -79,15 +76,13 @@ TEST_F(ASettingScreenPopup, BuildsItselfAgainWhenShownAgain)
 
 TEST_F(ASettingScreenPopup, LogsItsStepsAndLowersTheWindowAtItsEnd)
 {
-    journal::clear();
-    showIt();
-    EXPECT_EQ(journal::count("I START"), 3);
+    make();
     EXPECT_EQ(journal::missing({"I START", "I START", "I END", "I w=101,h=28", "I START", "I END",
                   "D TTS DATA :  TTS1 = Setting up your TV with your phone, TTS2 = ,  TTS3 =  ", "I END"}),
         "");
     journal::clear();
-    SettingScreenPopup::m_OnCancelButtonClicked(nullptr, nullptr, nullptr);
-    SettingScreenPopup::m_OnNoButtonClicked(nullptr, nullptr, nullptr);
+    clickTwice(SettingScreenPopup::m_OnCancelButtonClicked, nullptr);
+    clickTwice(SettingScreenPopup::m_OnNoButtonClicked, nullptr);
     EXPECT_EQ(programLines(), Texts {}) << "without a popup there is nothing to do";
     m_popup.reset();
     EXPECT_EQ(journal::missing({"I START", "T lower", "I END", "I ~CNetworkPopup"}), "");
@@ -97,19 +92,18 @@ TEST_F(ASettingScreenPopup, LogsItsStepsAndLowersTheWindowAtItsEnd)
 
 TEST_F(ASettingScreenPopup, MayBeDeletedInItsOwnClickAndOutlivesItsWindow)
 {
-    showIt();
+    make();
     toolkit::press(m_window, "Return");
     deleteInClickOf(toolkit::topPopup(m_window)->buttons[1]);
     toolkit::press(m_window, "Return");
     EXPECT_EQ(m_popup, nullptr);
     EXPECT_EQ(state(), " 0 none");
 
-    m_popup = std::make_unique<SettingScreenPopup>(m_window, static_cast<Elm_Flux_Popup_Style>(0));
-    showIt();
+    make();
     evas_object_del(std::exchange(m_window, nullptr));
     settle();
-    SettingScreenPopup::m_OnCancelButtonClicked(m_popup.get(), nullptr, nullptr);
-    SettingScreenPopup::m_OnNoButtonClicked(m_popup.get(), nullptr, nullptr);
+    clickTwice(SettingScreenPopup::m_OnCancelButtonClicked, m_popup.get());
+    clickTwice(SettingScreenPopup::m_OnNoButtonClicked, m_popup.get());
     m_popup->show();
     m_popup.reset();
     SettingScreenPopup nowhere(nullptr, static_cast<Elm_Flux_Popup_Style>(0));
