@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <dlfcn.h>
 #include <fstream>
 #include <unistd.h>
 
@@ -21,26 +20,10 @@ std::string withoutPlace(const std::string& line)
     return line.substr(0, 1) + line.substr(end + 1);
 }
 
-/// Each sanitizer is a library with a report descriptor of its own; without sanitizers there is none.
-void keepReportsOnTerminal()
-{
-    const int terminal = dup(STDERR_FILENO);
-    for (const char* library : {"libasan.so.8", "libubsan.so.1"}) {
-        void* handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
-        void* setter = handle ? dlsym(handle, "__sanitizer_set_report_fd") : nullptr;
-        if (setter)
-            reinterpret_cast<void (*)(void*)>(setter)(
-                reinterpret_cast<void*>(static_cast<intptr_t>(terminal)));
-        if (handle)
-            dlclose(handle);
-    }
-}
-
 } // namespace
 
 void open()
 {
-    keepReportsOnTerminal();
     FILE* file = tmpfile();
     if (!file || dup2(fileno(file), STDERR_FILENO) < 0)
         abort();

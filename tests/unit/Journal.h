@@ -7,7 +7,7 @@
 
 namespace journal {
 
-/// From here on standard error goes to a file without a name; sanitizers keep the terminal.
+/// From here on standard error goes to a file without a name.
 void open();
 
 /// Forgets what was written before.

@@ -8,7 +8,6 @@
 #include <chrono>
 #include <cstdarg>
 #include <dlfcn.h>
-#include <time.h>
 
 namespace toolkit {
 
@@ -21,9 +20,8 @@ unsigned int s_timestamp = 1; ///< of the last key, milliseconds
 
 double machineTime()
 {
-    timespec now {};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+    using std::chrono::steady_clock;
+    return std::chrono::duration<double>(steady_clock::now().time_since_epoch()).count();
 }
 
 double loopTime()
@@ -41,6 +39,11 @@ Function* original(const char* name)
 Ecore_Evas* canvasOf(const Evas_Object* window)
 {
     return ecore_evas_ecore_evas_get(evas_object_evas_get(window));
+}
+
+bool isOfType(const Evas_Object* object, const char* type)
+{
+    return eina_streq(evas_object_type_get(object), type);
 }
 
 void collect(Evas_Object* object, std::vector<Evas_Object*>& result)
@@ -134,14 +137,13 @@ void advance(double seconds, double step)
 
 bool runUntil(const std::function<bool()>& condition, double seconds)
 {
-    using Clock = std::chrono::steady_clock;
     const RealTime real;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    const double end = machineTime() + seconds;
     // Some conditions come without an event that would end the loop's sleep.
     Ecore_Timer* look = ecore_timer_add(
         0.01, [](void*) -> Eina_Bool { return ECORE_CALLBACK_RENEW; }, nullptr);
     bool holds = condition();
-    while (!holds && Clock::now() < end) {
+    while (!holds && machineTime() < end) {
         ecore_main_loop_iterate_may_block(1);
         holds = condition();
     }
@@ -190,8 +192,7 @@ std::vector<Evas_Object*> windows()
     {
         Evas* canvas = ecore_evas_get(static_cast<Ecore_Evas*>(entry));
         for (Evas_Object* o = evas_object_bottom_get(canvas); o; o = evas_object_above_get(o)) {
-            const char* type = evas_object_type_get(o);
-            if (type && std::string(type) == "elm_win")
+            if (isOfType(o, "elm_win"))
                 result.push_back(o);
         }
     }
@@ -243,9 +244,8 @@ std::vector<std::string> textsOf(const Evas_Object* window)
 bool showsGroup(const Evas_Object* window, const std::string& group)
 {
     for (Evas_Object* object : objects(window)) {
-        const char* type = evas_object_type_get(object);
         const char* name = nullptr;
-        if (type && std::string(type) == "edje")
+        if (isOfType(object, "edje"))
             edje_object_file_get(object, nullptr, &name);
         if (name && group == name && evas_object_visible_get(object))
             return true;

@@ -9,25 +9,6 @@ namespace {
 
 using TesselUI::TSUtil;
 
-class AText : public WindowTest { };
-
-TEST_F(AText, IsMeasuredInLinesAtAWidth)
-{
-    const auto lines = [this](const std::string& text, int width = 808) {
-        return TSUtil::m_GetTextNumLines(m_window,
-            "DEFAULT='font=NorvaleSans-500 font_size=28 align=left color=#ffffff wrap=word'", text.c_str(),
-            width);
-    };
-    EXPECT_EQ(lines(""), 0);
-    EXPECT_EQ(lines("one<br>two<br>three"), 3);
-    EXPECT_EQ(TSUtil::m_GetTextNumLines(nullptr, nullptr, nullptr, 808), 0);
-    std::string text = "mmm";
-    while (lines(text) == 1 && text.size() < 500)
-        text += " mmm";
-    EXPECT_EQ(lines(text), 2) << text;
-    EXPECT_EQ(lines(text, 1700), 1) << "the text that just wraps at 808 pixels";
-}
-
 TEST(AName, IsMarkedAndCutAt254Bytes)
 {
     const auto marked = [](std::string name) { return taken(TSUtil::AddLTRMarker(name.data())); };

