@@ -174,31 +174,4 @@ TEST_F(APinPopup, PutsALostFocusBackWhileItCounts)
     EXPECT_EQ(elm_object_focused_object_get(m_window), elsewhere) << "after it gave up it lets go";
 }
 
-TEST_F(APinPopup, NeedsNeitherParentNorManagerNorWindow)
-{
-    for (const Face& face : kFaces) {
-        PinPopup popup(nullptr, face.type, nullptr, ELM_FLUX_POPUP_STYLE_DEFAULT);
-        popup.show();
-        popup.t_Button1Clicked();
-        toolkit::advance(2);
-        popup.t_CenterButtonClicked();
-        popup.t_Button2Clicked();
-    }
-    open(TS_POPUP_GUIDE);
-    evas_object_del(m_window);
-    toolkit::settle();
-    toolkit::advance(2);
-    m_popup->t_CenterButtonClicked();
-    m_popup->show();
-    m_popup.reset();
-    std::string pin = "0042";
-    letTheGuideBeShown();
-    m_manager->showGuidePopup(pin);
-    m_manager->showPinPopup(pin, pin);
-    m_manager->showTncPopup();
-    toolkit::advance(3);
-    EXPECT_EQ(m_manager->hidePopup(), 0);
-    EXPECT_TRUE(toolkit::windows().empty());
-}
-
 } // namespace

@@ -14,8 +14,7 @@ namespace toolkit {
 namespace {
 
 double s_clock = 1000.0; ///< what the loop takes for the time, seconds
-double s_started = 0.0; ///< the machine's time when s_clock began to follow it
-int s_running = 0; ///< how many want it to
+double s_started = 0.0; ///< the machine's time when s_clock began to follow it; 0 while it stands still
 unsigned int s_timestamp = 1; ///< of the last key, milliseconds
 
 double machineTime()
@@ -26,7 +25,7 @@ double machineTime()
 
 double loopTime()
 {
-    return s_running > 0 ? s_clock + machineTime() - s_started : s_clock;
+    return s_started > 0 ? s_clock + machineTime() - s_started : s_clock;
 }
 
 /// @return the toolkit's own function that one of this file stands before
@@ -111,19 +110,6 @@ void settle()
     }
 }
 
-RealTime::RealTime()
-{
-    if (s_running == 0)
-        s_started = machineTime();
-    ++s_running;
-}
-
-RealTime::~RealTime()
-{
-    s_clock = s_running == 1 ? loopTime() : s_clock;
-    --s_running;
-}
-
 void advance(double seconds, double step)
 {
     while (seconds > 1e-6) {
@@ -137,8 +123,8 @@ void advance(double seconds, double step)
 
 bool runUntil(const std::function<bool()>& condition, double seconds)
 {
-    const RealTime real;
-    const double end = machineTime() + seconds;
+    s_started = machineTime();
+    const double end = s_started + seconds;
     // Some conditions come without an event that would end the loop's sleep.
     Ecore_Timer* look = ecore_timer_add(
         0.01, [](void*) -> Eina_Bool { return ECORE_CALLBACK_RENEW; }, nullptr);
@@ -148,6 +134,8 @@ bool runUntil(const std::function<bool()>& condition, double seconds)
         holds = condition();
     }
     ecore_timer_del(look);
+    s_clock = loopTime();
+    s_started = 0;
     return holds;
 }
 

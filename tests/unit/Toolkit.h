@@ -18,17 +18,8 @@ namespace toolkit {
 /// Serves what is due, with jobs and layouts, and does not wait.
 void settle();
 
-/// The loop's clock stands still, however slow the machine is, but for advance() and while one of these
-/// lives.
-class RealTime {
-public:
-    RealTime();
-    ~RealTime();
-    RealTime(const RealTime&) = delete;
-    RealTime& operator=(const RealTime&) = delete;
-};
-
-/// Moves the loop's clock ahead in steps of at most @p step seconds and serves what comes due at each.
+/// The loop's clock stands still, however slow the machine is, but for this and in runUntil(): moves it ahead
+/// in steps of at most @p step seconds and serves what comes due at each.
 void advance(double seconds, double step = 1.0);
 
 /// Runs the loop in real time until the condition holds. @return false when it does not in time

@@ -1,9 +1,6 @@
-/// What cuts and measures texts.
+/// What marks names.
 #include "Util.h"
 #include "Fixtures.h"
-#include "combinate.h"
-
-#include <cstring>
 
 namespace {
 
@@ -17,18 +14,6 @@ TEST(AName, IsMarkedAndCutAt254Bytes)
     EXPECT_EQ(marked(std::string(248, 'n')).size(), 254U);
     EXPECT_EQ(marked(std::string(249, 'n')), "\xE2\x80\x8E" + std::string(249, 'n') + "\xE2\x80");
     EXPECT_EQ(marked(std::string(1 << 20, 'n')), "\xE2\x80\x8E" + std::string(251, 'n'));
-}
-
-TEST(ACombinedSentence, IsCutAtTheEndOfTheCallersBuffer)
-{
-    char buffer[TesselUI::kCombinedTextSize + 1];
-    memset(buffer, '#', sizeof buffer);
-    combinate_string("%1, %2", "a", std::string(1000, 'x').c_str(), buffer);
-    EXPECT_EQ(buffer, "a, " + std::string(TesselUI::kCombinedTextSize - 4, 'x'));
-    EXPECT_EQ(buffer[TesselUI::kCombinedTextSize], '#') << "written behind the buffer";
-    combinate_string("%1%2", "a", nullptr, buffer);
-    EXPECT_STREQ(buffer, "a");
-    combinate_string("%1", "a", nullptr, nullptr);
 }
 
 } // namespace

@@ -136,32 +136,6 @@ TYPED_TEST(AProgressPopup, MayBeDeletedInTheClicksOfItsButtons)
     EXPECT_EQ(this->left(), 0);
 }
 
-TYPED_TEST(AProgressPopup, NeedsNoWindowAndOutlivesIt)
-{
-    {
-        TypeParam popup(nullptr, "Anna's phone", "Attic");
-        popup.show();
-        TypeParam::cancelBtnCB(&popup, nullptr, nullptr);
-        TypeParam::noBtnCb(&popup, nullptr, nullptr);
-        TypeParam::noBtnCb(nullptr, nullptr, nullptr);
-        TypeParam::cancelBtnCB(nullptr, nullptr, nullptr);
-        popup.destroy();
-    }
-    EXPECT_TRUE(journal::has(this->kIsSignIn ? "E Failed to Allocate Memory" : "E Invalid input argument"));
-
-    this->make();
-    this->ask();
-    this->ask();
-    evas_object_del(std::exchange(this->m_window, nullptr));
-    settle();
-    toolkit::advance(1.0, 0.1);
-    TypeParam::cancelBtnCB(this->m_popup.get(), nullptr, nullptr);
-    TypeParam::noBtnCb(this->m_popup.get(), nullptr, nullptr);
-    this->m_popup->show();
-    this->m_popup->destroy();
-    this->m_popup.reset();
-}
-
 using ASignInPopup = AProgressPopup<CSSOPopup>;
 
 TEST_F(ASignInPopup, IsThePopupTypeWhileItExistsAndLowersTheWindowAtItsEnd)
