@@ -121,12 +121,13 @@ void ApplicationTest::SetUp()
 
 std::vector<std::string> ApplicationTest::told(size_t calls) const
 {
+    const std::string mark = "received ";
     std::vector<std::string> result;
     tv::waitUntil([&] {
         result.clear();
         for (const std::string& line : m_daemon->output()) {
-            if (line.rfind("received ", 0) == 0)
-                result.push_back(line.substr(line.find(' ') + 1));
+            if (line.rfind(mark, 0) == 0)
+                result.push_back(line.substr(mark.size()));
         }
         return result.size() >= calls;
     });
@@ -166,10 +167,7 @@ std::string taken(char* text)
 std::string setting(const char* key)
 {
     int number = 0;
-    if (vconf_get_int(key, &number) == VCONF_OK)
-        return std::to_string(number);
-    const std::string value = taken(vconf_get_str(key));
-    return value == "(null)" ? "none" : value;
+    return vconf_get_int(key, &number) == VCONF_OK ? std::to_string(number) : "none";
 }
 
 void letTheGuideBeShown()

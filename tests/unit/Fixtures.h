@@ -64,7 +64,7 @@ std::string text(const char* id);
 /// Takes a text that the caller has to free. @return "(null)" for none
 std::string taken(char* text);
 
-/// @return what the key holds, "none" for a missing one
+/// @return the number that the key holds, or "none"
 std::string setting(const char* key);
 
 /// Lets the wizard's mode be one in which the guide is shown without asking further.

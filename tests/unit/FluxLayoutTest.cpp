@@ -78,23 +78,6 @@ TEST_F(AStyledLayout, FillsARowInReadingOrderAndAStackWithItsGapsAndPadding)
 
 using AStyledPopup = AStyledLayout;
 
-TEST_F(AStyledPopup, CoversTheWindowWithItsContentInTheMiddle)
-{
-    Evas_Object* small = elm_box_add(m_window);
-    Evas_Object* one = elm_flux_popup_add(small);
-    Evas_Object* layout = elm_flux_layout_add(one);
-    elm_flux_popup_content_set(one, layout, 808, 224);
-    show(one);
-    EXPECT_EQ(boxOf(one), (Box {0, 0, 1920, 1080})) << "whatever the parent's size";
-    EXPECT_EQ(boxOf(layout), (Box {960 - 404, boxOf(layout).y, 808, 224}));
-    evas_object_del(small);
-    toolkit::settle();
-    EXPECT_TRUE(elm_flux_popup_title_set(one, "t")) << "the popup went with a box it was made on";
-    evas_object_del(one);
-    toolkit::settle();
-    EXPECT_FALSE(elm_flux_layout_gap_set(layout, 1));
-}
-
 TEST_F(AStyledPopup, ReplacesItsContentAndItsButtons)
 {
     Evas_Object* one = popup({"Yes", "No"});

@@ -75,11 +75,8 @@ TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
         return line.rfind("E/orbis: The toolkit's libraries come", 0) == 0;
     };
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isComplaint), 1) << testing::PrintToString(lines);
-    const auto own = journal::lines();
-    EXPECT_EQ(std::count_if(own.begin(), own.end(),
-                  [](const std::string& line) { return line.find("libraries come") != std::string::npos; }),
-        0)
-        << "this program is linked as it should be";
+    for (const std::string& line : journal::lines())
+        EXPECT_EQ(line.find("libraries come"), std::string::npos) << "this one is linked as it should be";
 }
 
 } // namespace

@@ -112,21 +112,4 @@ TEST_F(ARequest, IsCutBetweenCharactersWhereItIsCut)
     EXPECT_EQ(bounded(static_cast<const char*>(nullptr)), "");
 }
 
-TEST_F(ARequest, IsServedAtEachWriteAndNoLongerAfterTheEnd)
-{
-    for (int round = 1; round <= 2; ++round) {
-        vconf_set_str(TESSEL_VCONF, R"({"page":"tnc"})");
-        EXPECT_TRUE(toolkit::runUntil([=] { return journal::count("I showTncText popup") == round; }))
-            << "the same value once more shows the popup once more";
-    }
-    CTesselUI::OnTerminate(nullptr);
-    journal::clear();
-    vconf_set_str(TESSEL_VCONF, R"({"page":"pin"})");
-    toolkit::runUntil([] { return false; }, 0.2);
-    EXPECT_FALSE(journal::has(R"(D Vconf for POPUP TESSEL: [{"page":"pin"}])")) << "the watch goes on";
-    CTesselUI::m_OnMethodPopup(nullptr, nullptr);
-    CTesselUI::m_OnDeviceOwned(nullptr, nullptr);
-    EXPECT_EQ(journal::count("E Instance NULL, exit app"), 1);
-}
-
 } // namespace
