@@ -27,14 +27,8 @@ std::string whole(const std::string& format, const std::string (&arguments)[4])
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    fuzz::Input input(data, size);
     const int room = static_cast<int>(input.number(256)) + 1;
     const std::string format = input.text();
     const std::string arguments[4] = {input.text(), input.text(), input.text(), input.text()};
@@ -53,5 +47,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     std::vector<char> sentence(TesselUI::kCombinedTextSize);
     combinate_string(format.c_str(), arguments[0].c_str(), arguments[1].c_str(), sentence.data());
     fuzz::demand(strnlen(sentence.data(), sentence.size()) < sentence.size(), "it ends");
-    return 0;
 }

@@ -4,7 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <glib.h>
 #include <unistd.h>
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace fuzz {
 
@@ -12,6 +16,19 @@ namespace {
 
 FILE* s_report = stderr;
 std::string s_folder;
+
+void useOwnStore()
+{
+    const bool hasMemory = access("/dev/shm", W_OK) == 0;
+    s_folder = hasMemory ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
+    if (!mkdtemp(s_folder.data()))
+        abort();
+    atexit([] { std::filesystem::remove_all(s_folder); });
+    for (const char* part : {"/db", "/memory"})
+        std::filesystem::create_directories(s_folder + part);
+    for (const char* variable : {"ORBIS_STATE_DIR", "ORBIS_RUNTIME_DIR", "HOME", "XDG_RUNTIME_DIR"})
+        setenv(variable, s_folder.c_str(), 1);
+}
 
 } // namespace
 
@@ -50,42 +67,29 @@ std::string Input::rest()
 
 bool isUtf8(std::string_view text)
 {
-    for (size_t i = 0; i < text.size();) {
-        const auto first = static_cast<unsigned char>(text[i]);
-        const size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-        if (length == 0 || first > 0xF4 || text.size() - i < length)
-            return false;
-        for (size_t next = 1; next < length; ++next) {
-            if ((static_cast<unsigned char>(text[i + next]) & 0xC0U) != 0x80U)
-                return false;
-        }
-        i += length;
-    }
-    return true;
+    return g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr);
 }
 
-void silenceOutput()
+std::string keysFolder()
+{
+    return s_folder + "/db";
+}
+
+} // namespace fuzz
+
+int LLVMFuzzerInitialize(int*, char***)
 {
     // The fuzzer has kept the former one for its own use.
     FILE* nowhere = fopen("/dev/null", "w");
     stderr = nowhere;
     stdout = nowhere;
+    fuzz::useOwnStore();
+    return 0;
 }
 
-std::string useOwnStore()
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const bool hasMemory = access("/dev/shm", W_OK) == 0;
-    s_folder = hasMemory ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
-    if (!mkdtemp(s_folder.data()))
-        abort();
-    atexit([] { std::filesystem::remove_all(s_folder); });
-    for (const char* part : {"/db", "/memory"})
-        std::filesystem::create_directories(s_folder + part);
-    setenv("ORBIS_STATE_DIR", s_folder.c_str(), 1);
-    setenv("ORBIS_RUNTIME_DIR", s_folder.c_str(), 1);
-    setenv("HOME", s_folder.c_str(), 1);
-    setenv("XDG_RUNTIME_DIR", s_folder.c_str(), 1);
-    return s_folder + "/db";
+    fuzz::Input input(data, size);
+    fuzz::tryInput(input);
+    return 0;
 }
-
-} // namespace fuzz

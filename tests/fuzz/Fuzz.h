@@ -1,4 +1,4 @@
-/// What the fuzz targets share.
+/// What the fuzz targets share: each defines tryInput().
 #ifndef TESTS_FUZZ_H
 #define TESTS_FUZZ_H
 
@@ -31,21 +31,17 @@ private:
     std::string_view m_rest;
 };
 
+/// One input of the target. What it and its libraries print does not reach the report.
+void tryInput(Input& input);
+
 bool isUtf8(std::string_view text);
 
-/// Keeps what the target and its libraries print off the report, which goes where it went.
-void silenceOutput();
+/// @return the folder of the keys "db/…" in a settings store of this process's own, removed at its end
+std::string keysFolder();
 
-/// Makes folders of this process's own, removed at its end, the ones of the settings store.
-/// @return the folder of the keys "db/…"
-std::string useOwnStore();
-
-/// Starts the toolkit without a screen; its error messages end the process from now on.
+/// Starts the toolkit without a screen, once; its error messages end the process from now on.
 void startToolkit();
 
 } // namespace fuzz
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 #endif

@@ -8,20 +8,30 @@
 
 namespace {
 
-int s_ends[2] = {-1, -1};
-int s_report = -1; ///< standard error while no line is written
-
 /// A datagram socket stands for standard error, so that each write arrives as one piece.
+struct Line {
+    Line()
+    {
+        const int room = 1 << 20;
+        fuzz::demand(socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, ends) == 0, "a socket");
+        setsockopt(ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
+    }
+
+    const int report = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
+    int ends[2] = {-1, -1};
+};
+
 template <typename Write>
 std::string written(const Write& write)
 {
+    static const Line s_line;
     static char bytes[1 << 20];
-    dup2(s_ends[1], STDERR_FILENO);
+    dup2(s_line.ends[1], STDERR_FILENO);
     const int result = write();
-    dup2(s_report, STDERR_FILENO);
-    const ssize_t size = recv(s_ends[0], bytes, sizeof bytes, MSG_DONTWAIT);
+    dup2(s_line.report, STDERR_FILENO);
+    const ssize_t size = recv(s_line.ends[0], bytes, sizeof bytes, MSG_DONTWAIT);
     fuzz::demand(size > 0 && size == result, "a line is written");
-    fuzz::demand(recv(s_ends[0], bytes + size, 1, MSG_DONTWAIT) < 0, "and nothing else");
+    fuzz::demand(recv(s_line.ends[0], bytes + size, 1, MSG_DONTWAIT) < 0, "and nothing else");
     return {bytes, static_cast<size_t>(size)};
 }
 
@@ -44,19 +54,8 @@ void check(const std::string& line, const std::string& begin, const std::string&
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    s_report = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
-    const int room = 1 << 20;
-    if (socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, s_ends) != 0)
-        return 1;
-    setsockopt(s_ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    fuzz::Input input(data, size);
     const std::string first = input.text();
     const std::string second = input.text();
     const char* one = first.c_str();
@@ -64,5 +63,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     check(written([=] { return dlog_print(DLOG_INFO, "tag", "%s", one); }), "I/tag: ", "\n");
     check(written([=] { return dlog_print(DLOG_ERROR, "tag", "[%s] x\n\n", one); }), "E/tag: [", "] x\n\n\n");
     check(written([=] { return dlog_print(DLOG_DEBUG, other, "%s%s\n", one, other); }), "D/", "\n\n");
-    return 0;
 }

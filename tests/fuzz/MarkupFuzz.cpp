@@ -64,16 +64,9 @@ void check(const std::string& text, const TextColours& colours)
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
-{
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void fuzz::tryInput(Input& input)
 {
     const TextColours kinds[] = {{"14 21 32 255", ""}, {"14 21 32 255", "#FFE566"}, {}};
-    fuzz::Input input(data, size);
     const TextColours& colours = kinds[input.number(3)];
     check(input.rest(), colours);
-    return 0;
 }

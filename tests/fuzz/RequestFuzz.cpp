@@ -3,22 +3,13 @@
 #include "TesselUI.h"
 #include "vconf.h"
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    fuzz::silenceOutput();
-    fuzz::useOwnStore();
     TesselUI::CTesselUI::createInstance();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    fuzz::Input input(data, size);
     std::string text = input.rest();
     text = text.substr(0, text.find('\0'));
     fuzz::demand(vconf_set_str(TesselUI::TESSEL_VCONF, text.c_str()) == VCONF_OK, "room");
     TesselUI::CTesselUI::m_OnMethodPopup(nullptr, nullptr);
     for (const char* member : {"page", "pin", "mobilename", "ssid"})
         TesselUI::CTesselUI::getInstance()->GetJsonData(member);
-    return 0;
 }

@@ -4,13 +4,10 @@
 #include "Fuzz.h"
 #include "Scenario.h"
 
-#include <cstdio>
 #include <deque>
-#include <unistd.h>
+#include <fstream>
 
 namespace {
-
-std::string s_file; // NOLINT(cert-err58-cpp)
 
 void checkLine(const std::string& line)
 {
@@ -31,28 +28,19 @@ void checkLine(const std::string& line)
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    fuzz::silenceOutput();
-    s_file = fuzz::useOwnStore() + "/scenario";
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string text = input.rest();
     size_t begin = 0;
     for (size_t end = 0; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1)
         checkLine(text.substr(begin, end - begin));
     checkLine(text.substr(begin));
 
-    if (size % 64 != 0) // the reader takes room for the largest file each time
-        return 0;
-    FILE* file = fopen(s_file.c_str(), "w");
-    fwrite(text.data(), 1, text.size(), file);
-    fclose(file);
+    if (text.size() % 64 != 0) // the reader takes room for the largest file each time
+        return;
+    const std::string file = fuzz::keysFolder() + "/scenario";
+    std::ofstream(file) << text;
     DaemonSim::EventLog log(false);
     std::deque<DaemonSim::Step> steps;
-    DaemonSim::loadScenario(log, s_file, steps);
-    return 0;
+    DaemonSim::loadScenario(log, file, steps);
 }

@@ -3,21 +3,15 @@
 #include "vconf.h"
 
 #include <cstdlib>
-#include <fcntl.h>
+#include <fstream>
 #include <memory>
 #include <unistd.h>
 
 namespace {
 
-std::string s_folder; // NOLINT(cert-err58-cpp)
-
 void writeFile(const std::string& name, const std::string& bytes)
 {
-    const int file = open((s_folder + "/" + name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (file < 0)
-        return;
-    fuzz::demand(write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "room");
-    close(file);
+    std::ofstream(fuzz::keysFolder() + "/" + name) << bytes;
 }
 
 /// The reader must take what is right and nothing else.
@@ -52,7 +46,7 @@ void checkName(const std::string& name)
                 "a key that is listed can be read", key);
         },
         nullptr);
-    unlink((s_folder + "/" + name).c_str());
+    unlink((fuzz::keysFolder() + "/" + name).c_str());
 }
 
 void checkKey(const std::string& key)
@@ -66,15 +60,8 @@ void checkKey(const std::string& key)
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    s_folder = fuzz::useOwnStore();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    fuzz::Input input(data, size);
     switch (input.number(4)) {
     case 0:
         checkName(input.text());
@@ -85,5 +72,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     default:
         checkValue(input.rest());
     }
-    return 0;
 }

@@ -29,17 +29,9 @@ void checkLine(const std::string& text)
 
 } // namespace
 
-int LLVMFuzzerInitialize(int*, char***)
+void fuzz::tryInput(Input& input)
 {
-    fuzz::silenceOutput();
-    fuzz::useOwnStore();
     fuzz::startToolkit();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
-    fuzz::Input input(data, size);
     const bool flag = input.number(2) == 1;
     const std::string first = input.text();
     const std::string second = input.text();
@@ -48,5 +40,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     fuzz::demand(spoken != nullptr, "there is something to say");
     checkLine(spoken.get());
     checkLine(first);
-    return 0;
 }

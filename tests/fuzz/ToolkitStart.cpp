@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace fuzz {
 
@@ -29,6 +30,9 @@ void on_message(const Eina_Log_Domain*, Eina_Log_Level level, const char* file, 
 
 void startToolkit()
 {
+    static bool s_runs = false;
+    if (std::exchange(s_runs, true))
+        return;
     for (const char* variable : {"ELM_DISPLAY=buffer", "ELM_ENGINE=buffer", "ECORE_NO_SYSTEM_MODULES=1",
              "EINA_FREEQ_BYPASS=1", "LC_ALL=C.UTF-8", "LANGUAGE=en",
              "DBUS_SESSION_BUS_ADDRESS=disabled:", "DBUS_SYSTEM_BUS_ADDRESS=disabled:"})
