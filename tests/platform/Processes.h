@@ -2,26 +2,49 @@
 #ifndef TESTS_PROCESSES_H
 #define TESTS_PROCESSES_H
 
+#include <csignal>
 #include <functional>
 #include <optional>
-#include <sys/types.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 /// A forked child that ends with the action's result; killed and reaped with its owner.
 class Child {
 public:
-    explicit Child(const std::function<int()>& action);
+    explicit Child(const std::function<int()>& action)
+        : m_process(fork())
+    {
+        if (m_process == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL); // nothing outlives a test that was killed
+            _exit(action());
+        }
+    }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
-    ~Child();
+    ~Child()
+    {
+        kill();
+        wait();
+    }
 
     pid_t process() const { return m_process; }
-    void kill() const;
+    void kill() const
+    {
+        if (!m_status)
+            ::kill(m_process, SIGKILL);
+    }
+    /// @param options  WNOHANG does not wait
     /// @return the exit status, 128 + N for signal N, or nothing while it runs
-    std::optional<int> poll();
-    int wait();
+    std::optional<int> wait(int options = 0)
+    {
+        int status = 0;
+        if (!m_status && waitpid(m_process, &status, options) == m_process)
+            m_status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        return m_status;
+    }
 
 private:
-    std::optional<int> collect(int options);
     pid_t m_process;
     std::optional<int> m_status;
 };

@@ -42,9 +42,8 @@ TEST_F(AStoreInTrouble, LeavesAloneWhatIsNoFile)
     EXPECT_EQ(ioctl(opened, FIONREAD, &bytes), 0);
     EXPECT_EQ(bytes, 0) << "something was opened";
     close(opened);
-    EXPECT_EQ(vconf_list(
-                  "db/", [](const char*, void*) {}, nullptr),
-        1);
+    const auto ignored = [](const char*, void*) {};
+    EXPECT_EQ(vconf_list("db/", ignored, nullptr), 1);
 
     for (const std::string& key : keys) {
         const bool isFolder = key == "db/folder";
@@ -78,12 +77,11 @@ TEST_F(AStoreInTrouble, KeepsTheOldValueWhenTheDiskIsFullOrReadOnly)
     shell->tell("rm file*; settings set -t string db/k new; mount -o remount,ro . ");
     shell->tell("settings set -t int db/k 1; a=$?; settings unset db/k; echo $a $? $(settings get db/k)");
     ASSERT_TRUE(tells(*shell, "1 1 new"));
-    const Words& errors = shell->errors();
-    ASSERT_EQ(errors.size(), 4U) << testing::PrintToString(errors);
-    EXPECT_EQ(errors[0], "orbis-settings: cannot write db/k: No space left on device");
-    EXPECT_EQ(errors[1], "orbis-settings: cannot write db/k: No space left on device");
-    EXPECT_EQ(errors[2], "orbis-settings: cannot write db/k: Read-only file system");
-    EXPECT_EQ(errors[3], "orbis-settings: cannot remove db/k: Read-only file system");
+    EXPECT_EQ(shell->errors(),
+        (Words {"orbis-settings: cannot write db/k: No space left on device",
+            "orbis-settings: cannot write db/k: No space left on device",
+            "orbis-settings: cannot write db/k: Read-only file system",
+            "orbis-settings: cannot remove db/k: Read-only file system"}));
 }
 
 TEST_F(AStoreInTrouble, FollowsWhatIsMountedOverItsFolder)

@@ -12,15 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct DeleteTimer {
-    void operator()(Ecore_Timer* timer) const { ecore_timer_del(timer); }
-};
-
-Eina_Bool on_tick(void*)
-{
-    return ECORE_CALLBACK_RENEW;
-}
-
 /// The search for leaks stops a process to look at it, which a change of user and a box prevent.
 Words withoutLeakSearch(Words environment)
 {
@@ -49,8 +40,8 @@ std::unique_ptr<tv::Process> StoreFixture::tool(Words arguments) const
 
 std::unique_ptr<tv::Process> StoreFixture::box() const
 {
-    Words arguments {"unshare", "-Urmpf", "--kill-child", "sh"};
-    auto shell = std::make_unique<tv::Process>(arguments, withoutLeakSearch(m_folders.environment()));
+    auto shell = std::make_unique<tv::Process>(
+        Words {"unshare", "-Urmpf", "--kill-child", "sh"}, withoutLeakSearch(m_folders.environment()));
     shell->tell("settings() { " ORBIS_SETTINGS_TOOL " \"$@\"; }");
     return shell;
 }
@@ -100,13 +91,12 @@ Words namesIn(const std::string& folder)
 
 bool runUntil(const std::function<bool()>& condition, double seconds)
 {
-    constexpr double kTick = 0.05; // the loop wakes for the deadline
-    const std::unique_ptr<Ecore_Timer, DeleteTimer> timer(ecore_timer_add(kTick, on_tick, nullptr));
     const double deadline = ecore_time_get() + seconds;
     while (!condition()) {
         if (ecore_time_get() > deadline)
             return false;
-        ecore_main_loop_iterate_may_block(1);
+        ecore_main_loop_iterate();
+        usleep(1000); // it may sleep through the deadline
     }
     return true;
 }
@@ -153,20 +143,14 @@ void settle()
 
 std::optional<std::string> text(const std::string& key)
 {
-    char* value = vconf_get_str(key.c_str());
-    std::optional<std::string> result;
-    if (value)
-        result = value;
-    std::free(value);
-    return result;
+    const std::unique_ptr<char, decltype(&std::free)> value(vconf_get_str(key.c_str()), std::free);
+    return value ? std::make_optional<std::string>(value.get()) : std::nullopt;
 }
 
 bool listens(const tv::Process& tool, const char* key)
 {
     return tv::waitUntil([&] {
-        const bool told = !tool.output().empty();
-        if (!told)
-            vconf_set_int(key, 0);
-        return told;
+        vconf_set_int(key, 0);
+        return !tool.output().empty();
     });
 }

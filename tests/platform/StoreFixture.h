@@ -68,6 +68,8 @@ public:
     ~Watch() { end(); }
 
     static void on_changed(keynode_t* node, void* data);
+    /// The same for a second watch of a key: there is one for each callback.
+    static void also(keynode_t* node, void* data) { on_changed(node, data); }
 
     bool active() const { return m_active; }
     int end();

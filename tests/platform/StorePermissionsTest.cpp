@@ -9,20 +9,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class Umask {
-public:
-    explicit Umask(mode_t mask)
-        : m_before(umask(mask))
-    {
-    }
-    Umask(const Umask&) = delete;
-    Umask& operator=(const Umask&) = delete;
-    ~Umask() { umask(m_before); }
-
-private:
-    mode_t m_before;
-};
-
 struct stat statusOf(const std::string& path)
 {
     struct stat status = {};
@@ -35,20 +21,24 @@ constexpr gid_t kGroup = 4242;
 
 } // namespace
 
-class ASharedStore : public StoreFixture { };
+class ASharedStore : public StoreFixture {
+protected:
+    ~ASharedStore() override { umask(m_umask); }
+
+    const mode_t m_umask = umask(022);
+    const std::string m_area = state() + "/db";
+};
 
 TEST_F(ASharedStore, KeepsNewKeysFromOthersAndTheModeOfOldOnes)
 {
     const std::string path = state() + "/db/k";
-    {
-        const Umask open(0);
-        vconf_set_str("db/k", "secret");
-        vconf_set_int("memory/k", 1);
-    }
+    umask(0);
+    vconf_set_str("db/k", "secret");
+    vconf_set_int("memory/k", 1);
     EXPECT_EQ(modeOf(path), 0640U);
     EXPECT_EQ(modeOf(runtime() + "/memory/k"), 0640U);
-    EXPECT_EQ(modeOf(state() + "/db"), 0755U);
-    const Umask narrow(077);
+    EXPECT_EQ(modeOf(m_area), 0755U);
+    umask(077);
     vconf_set_int("db/narrow", 1);
     EXPECT_EQ(modeOf(state() + "/db/narrow"), 0600U);
     for (const mode_t mode : {0666U, 0640U, 0604U, 0600U, 0440U}) {
@@ -63,10 +53,10 @@ TEST_F(ASharedStore, KeepsNewKeysFromOthersAndTheModeOfOldOnes)
 
 TEST_F(ASharedStore, LetsThePlaceOfTheDraftsFollowTheFolder)
 {
-    const Umask narrow(077);
-    fs::create_directories(state() + "/db");
+    umask(077);
+    fs::create_directories(m_area);
     for (const mode_t mode : {02775U, 0755U, 0700U, 01777U}) {
-        ASSERT_EQ(chmod((state() + "/db").c_str(), mode), 0);
+        ASSERT_EQ(chmod((m_area).c_str(), mode), 0);
         EXPECT_EQ(vconf_set_int("db/k", 1), VCONF_OK);
         EXPECT_EQ(modeOf(drafts()), mode);
     }
@@ -81,38 +71,36 @@ TEST_F(ASharedStore, KeepsTheGroupOfAFolderAndTheOwnerOfAKey)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can give files to other users and groups";
-    const std::string folder = state() + "/db";
-    fs::create_directories(folder);
-    ASSERT_EQ(chown(folder.c_str(), 0, kGroup), 0);
+    fs::create_directories(m_area);
+    ASSERT_EQ(chown(m_area.c_str(), 0, kGroup), 0);
     ASSERT_EQ(vconf_set_int("db/own", 1), VCONF_OK);
-    EXPECT_EQ(statusOf(folder + "/own").st_gid, getegid()) << "the folder hands on no group";
+    EXPECT_EQ(statusOf(m_area + "/own").st_gid, getegid()) << "the folder hands on no group";
     EXPECT_EQ(statusOf(drafts()).st_gid, kGroup);
-    ASSERT_EQ(chmod(folder.c_str(), 02775), 0);
+    ASSERT_EQ(chmod(m_area.c_str(), 02775), 0);
     ASSERT_EQ(chmod(drafts().c_str(), 0755), 0);
     ASSERT_EQ(chown(drafts().c_str(), 0, 0), 0); // as an earlier writer left it
     EXPECT_EQ(vconf_set_int("db/k", 1), VCONF_OK);
-    EXPECT_EQ(statusOf(folder + "/k").st_gid, kGroup);
+    EXPECT_EQ(statusOf(m_area + "/k").st_gid, kGroup);
     EXPECT_EQ(statusOf(drafts()).st_gid, kGroup);
 
-    ASSERT_EQ(chown((folder + "/k").c_str(), kNobody, kNobody), 0);
-    ASSERT_EQ(chmod((folder + "/k").c_str(), 0640), 0);
+    ASSERT_EQ(chown((m_area + "/k").c_str(), kNobody, kNobody), 0);
+    ASSERT_EQ(chmod((m_area + "/k").c_str(), 0640), 0);
     EXPECT_EQ(vconf_set_int("db/k", 2), VCONF_OK);
-    EXPECT_EQ(statusOf(folder + "/k").st_uid, kNobody);
-    EXPECT_EQ(statusOf(folder + "/k").st_gid, kNobody);
-    EXPECT_EQ(modeOf(folder + "/k"), 0640U);
+    EXPECT_EQ(statusOf(m_area + "/k").st_uid, kNobody);
+    EXPECT_EQ(statusOf(m_area + "/k").st_gid, kNobody);
+    EXPECT_EQ(modeOf(m_area + "/k"), 0640U);
 }
 
 TEST_F(ASharedStore, ServesAUserWhoseFolderRootWroteIn)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can write in other users' folders";
-    const std::string folder = state() + "/db";
-    fs::create_directories(folder);
-    ASSERT_EQ(chown(folder.c_str(), kNobody, kNobody), 0);
+    fs::create_directories(m_area);
+    ASSERT_EQ(chown(m_area.c_str(), kNobody, kNobody), 0);
     ASSERT_EQ(chmod(m_folder.c_str(), 0755), 0);
     ASSERT_EQ(chmod(state().c_str(), 0755), 0);
     EXPECT_EQ(vconf_set_int("db/k", 1), VCONF_OK);
-    ASSERT_EQ(chmod((folder + "/k").c_str(), 0600), 0);
+    ASSERT_EQ(chmod((m_area + "/k").c_str(), 0600), 0);
     fs::create_directory(m_folder + "/user");
     {
         const Unprivileged user(m_folder + "/user");
@@ -121,7 +109,7 @@ TEST_F(ASharedStore, ServesAUserWhoseFolderRootWroteIn)
         EXPECT_EQ(errno, EACCES);
         EXPECT_EQ(vconf_set_int("db/k", 2), VCONF_OK) << "the folder is the user's";
         EXPECT_EQ(vconf_get_type("db/k"), VCONF_TYPE_INT);
-        EXPECT_EQ(modeOf(folder + "/k"), 0600U);
+        EXPECT_EQ(modeOf(m_area + "/k"), 0600U);
     }
     fs::remove_all(drafts());
     ASSERT_EQ(mkdir(drafts().c_str(), 0755), 0); // root's, as an older writer made it
@@ -133,8 +121,7 @@ TEST_F(ASharedStore, RefusesAWriterWhoMayNotAndLeavesNothing)
 {
     ASSERT_EQ(vconf_set_str("db/k", "old"), VCONF_OK);
     const Unprivileged user(m_folder);
-    const std::string folder = state() + "/db";
-    ASSERT_EQ(chmod(folder.c_str(), 0500), 0);
+    ASSERT_EQ(chmod(m_area.c_str(), 0500), 0);
     for (const mode_t mode : {0700U, 0500U}) { // of the drafts: the rename fails, or already the draft
         ASSERT_EQ(chmod(drafts().c_str(), mode), 0);
         errno = 0;
@@ -144,15 +131,11 @@ TEST_F(ASharedStore, RefusesAWriterWhoMayNotAndLeavesNothing)
         EXPECT_EQ(text("db/k"), "old");
         EXPECT_EQ(namesIn(drafts()), Words {});
     }
-    ASSERT_EQ(chmod(folder.c_str(), 0300), 0);
+    ASSERT_EQ(chmod(m_area.c_str(), 0300), 0);
+    const auto ignored = [](const char*, void*) {};
     errno = 0;
-    EXPECT_EQ(vconf_list(
-                  "", [](const char*, void*) {}, nullptr),
-        VCONF_ERROR);
+    EXPECT_EQ(vconf_list("", ignored, nullptr), VCONF_ERROR);
     EXPECT_EQ(errno, EACCES);
-    EXPECT_EQ(vconf_list(
-                  "memory/", [](const char*, void*) {}, nullptr),
-        0)
-        << "not asked about";
-    ASSERT_EQ(chmod(folder.c_str(), 0700), 0);
+    EXPECT_EQ(vconf_list("memory/", ignored, nullptr), 0) << "not asked about";
+    ASSERT_EQ(chmod(m_area.c_str(), 0700), 0);
 }
