@@ -4,48 +4,41 @@
 
 namespace monkey {
 
-std::vector<Action> Choice::all()
+namespace {
+
+Actions::const_iterator find(const Actions& actions, const std::string& name)
 {
-    std::vector<Action> result;
-    for (const auto* part : {&requestActions(), &viewerActions(), &surroundingActions()})
-        result.insert(result.end(), part->begin(), part->end());
-    return result;
+    const auto found = std::find_if(
+        actions.begin(), actions.end(), [&](const Action& action) { return action.name == name; });
+    if (found == actions.end())
+        throw std::runtime_error("there is no action " + name);
+    return found;
 }
 
-Choice::Choice(const Arguments& without)
-    : m_actions(all())
+} // namespace
+
+Actions actionsWithout(const Arguments& names)
 {
-    for (const std::string& name : without) {
-        const auto isNamed = [&name](const Action& action) { return name == action.name; };
-        const auto rest = std::remove_if(m_actions.begin(), m_actions.end(), isNamed);
-        if (rest == m_actions.end())
-            throw std::runtime_error("there is no action " + name);
-        m_actions.erase(rest, m_actions.end());
-    }
-    for (const Action& action : m_actions)
-        m_weight += action.weight;
+    Actions actions;
+    for (const Actions& part : {requestActions(), viewerActions(), surroundingActions()})
+        actions.insert(actions.end(), part.begin(), part.end());
+    for (const std::string& name : names)
+        actions.erase(find(actions, name));
+    return actions;
 }
 
-Step Choice::next(Random& random) const
+Step someStep(const Actions& actions, Random& random)
 {
-    size_t at = random.below(m_weight);
-    for (const Action& action : m_actions) {
-        if (at < action.weight)
-            return {action.name, action.make(random)};
-        at -= action.weight;
-    }
-    throw std::logic_error("no action");
+    std::vector<const Action*> choice;
+    for (const Action& action : actions)
+        choice.insert(choice.end(), action.weight, &action);
+    const Action* chosen = random.pick(choice);
+    return {chosen->name, chosen->make(random)};
 }
 
-void Choice::perform(World& world, const Step& step)
+void perform(const Actions& actions, World& world, const Step& step)
 {
-    for (const Action& action : all()) {
-        if (step.action == action.name) {
-            action.perform(world, step.arguments);
-            return;
-        }
-    }
-    throw std::runtime_error("there is no action " + step.action);
+    find(actions, step.action)->perform(world, step.arguments);
 }
 
 } // namespace monkey

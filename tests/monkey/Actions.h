@@ -15,25 +15,19 @@ struct Action {
     void (*perform)(World& world, const Arguments& arguments);
 };
 
-const std::vector<Action>& requestActions();
-const std::vector<Action>& viewerActions();
-const std::vector<Action>& surroundingActions();
+using Actions = std::vector<Action>;
 
-/// What one seed does, without those actions.
-class Choice {
-public:
-    explicit Choice(const Arguments& without);
+const Actions& requestActions();
+const Actions& viewerActions();
+const Actions& surroundingActions();
 
-    Step next(Random& random) const;
-    /// @throws std::runtime_error for an action that there is not
-    static void perform(World& world, const Step& step);
+/// @return all without those of these names. @throws std::runtime_error for one that there is not
+Actions actionsWithout(const Arguments& names);
 
-private:
-    static std::vector<Action> all();
+Step someStep(const Actions& actions, Random& random);
 
-    std::vector<Action> m_actions;
-    size_t m_weight = 0;
-};
+/// @throws std::runtime_error for an action that is not among these
+void perform(const Actions& actions, World& world, const Step& step);
 
 } // namespace monkey
 

@@ -9,24 +9,13 @@ namespace {
 /// Method and texts.
 Arguments someRequest(Random& random)
 {
-    switch (random.below(8)) {
-    case 0:
-        return {"ShowMobileGuide", somePin(random)};
-    case 1:
-        return {"ShowPinPopup", someName(random), somePin(random)};
-    case 2:
-        return {"ShowApListPopup"};
-    case 3:
-        return {"ShowTnCPopup"};
-    case 4:
-        return {"ShowFailedPopup", random.chance(50) ? "sso" : someName(random)};
-    case 5:
-        return {"ShowNetworkTest", someName(random), someName(random)};
-    case 6:
-        return {"ShowSSOLoginPopup", someName(random), someName(random)};
-    default:
-        return {"HidePopup"};
-    }
+    const std::string name = someName(random);
+    const std::string pin = somePin(random);
+    const Arguments requests[] = {{"ShowMobileGuide", pin}, {"ShowPinPopup", name, pin}, {"ShowApListPopup"},
+        {"ShowTnCPopup"}, {"ShowFailedPopup", random.chance(50) ? "sso" : name},
+        {"ShowNetworkTest", name, someName(random)}, {"ShowSSOLoginPopup", name, someName(random)},
+        {"HidePopup"}};
+    return random.pick(requests);
 }
 
 /// Texts on the bus are UTF-8; others do not get past the caller's library.
@@ -46,9 +35,8 @@ void send(World& world, const Arguments& request, size_t times)
 
 Arguments makeFlood(Random& random)
 {
-    Arguments arguments {std::to_string(2 + random.below(40))};
-    const Arguments request = someRequest(random);
-    arguments.insert(arguments.end(), request.begin(), request.end());
+    Arguments arguments = someRequest(random);
+    arguments.insert(arguments.begin(), std::to_string(2 + random.below(40)));
     return arguments;
 }
 
@@ -59,9 +47,9 @@ void flood(World& world, const Arguments& arguments)
 
 } // namespace
 
-const std::vector<Action>& requestActions()
+const Actions& requestActions()
 {
-    static const std::vector<Action> actions {
+    static const Actions actions {
         {"request", 30, someRequest,
             [](World& world, const Arguments& arguments) { send(world, arguments, 1); }},
         {"flood", 4, makeFlood, flood},

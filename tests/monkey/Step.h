@@ -13,7 +13,7 @@ struct Step {
     std::string action;
     Arguments arguments;
 
-    /// @return one line: action and arguments behind tabs, with tabs, line ends and backslashes escaped
+    /// @return one line: action and arguments behind tabs, what is not plain in them written as in C
     std::string line() const;
     static Step fromLine(const std::string& line);
 };

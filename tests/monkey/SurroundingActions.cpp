@@ -41,12 +41,21 @@ void bus(World& world, const Arguments& arguments)
 
 void folders(World& world, const Arguments& arguments)
 {
-    arguments[0] == "back" ? world.bringFolders() : world.removeFolder(arguments[0]);
+    if (arguments[0] == "back")
+        world.bringFolders();
+    else
+        arguments[0] == "locked" ? world.lockFolder() : world.removeFolder(arguments[0]);
 }
 
 void manager(World& world, const Arguments& arguments)
 {
     arguments[0] == "back" ? world.bringManager() : world.stopManager();
+}
+
+void resize(World& world, const Arguments& arguments)
+{
+    const size_t cross = arguments[0].find('x');
+    world.resizeScreen(std::stoi(arguments[0]), std::stoi(arguments[0].substr(cross + 1)));
 }
 
 void stopAndGoOn(World& world, const Arguments& arguments)
@@ -93,11 +102,12 @@ Arguments backOr(Random& random, std::initializer_list<const char*> others)
 
 } // namespace
 
-const std::vector<Action>& surroundingActions()
+const Actions& surroundingActions()
 {
     constexpr static const char* kModes[] = {"0", "5", "99", "101", "-100", "100", "100"};
+    constexpr static const char* kScreens[] = {"1920x1080", "1280x720", "800x600"};
     constexpr static const char* kSignals[] = {"1", "2", "15"};
-    static const std::vector<Action> actions {
+    static const Actions actions {
         {"answer", 6,
             [](Random& random) {
                 return Arguments {random.pick(kMethods), random.pick(kManners).name};
@@ -107,9 +117,10 @@ const std::vector<Action>& surroundingActions()
         {"bus", 1, [](Random& random) { return Arguments {random.numberBelow(1500)}; }, bus},
         {"folders", 3,
             [](Random& random) {
-                return backOr(random, {"state", "runtime"});
+                return backOr(random, {"state", "runtime", "locked"});
             },
             folders},
+        {"screen", 2, [](Random& random) { return Arguments {random.pick(kScreens)}; }, resize},
         {"manager", 2, [](Random& random) { return backOr(random, {"gone"}); }, manager},
         {"pause", 2, [](Random& random) { return Arguments {random.numberBelow(2000)}; }, stopAndGoOn},
         {"mode", 3, [](Random& random) { return Arguments {random.pick(kModes)}; }, startMode},

@@ -2,6 +2,7 @@
 #include "World.h"
 
 #include <filesystem>
+#include <sys/mount.h>
 
 namespace monkey {
 
@@ -69,8 +70,22 @@ void World::removeFolder(const std::string& name)
     m_folderWasGone = true;
 }
 
+/// By a mount, because root may write whatever the permissions say; others may not mount.
+void World::lockFolder()
+{
+    const std::filesystem::path folder = box.folders.state();
+    if (mount(folder.c_str(), folder.c_str(), nullptr, MS_BIND, nullptr) == 0)
+        mount(nullptr, folder.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr);
+    else
+        std::filesystem::permissions(folder / "db", std::filesystem::perms {0555});
+    m_folderWasGone = true;
+}
+
 void World::bringFolders()
 {
+    while (umount2(box.folders.state().c_str(), MNT_DETACH) == 0) { }
+    std::error_code missing;
+    std::filesystem::permissions(box.folders.state() / "db", std::filesystem::perms {0755}, missing);
     for (const auto& folder : {box.folders.state(), box.folders.runtime()}) {
         std::error_code ignored;
         const std::filesystem::path gone = folder.string() + kGone;
@@ -81,16 +96,24 @@ void World::bringFolders()
     }
 }
 
+void World::resizeScreen(int width, int height)
+{
+    if (m_screen == tv::Geometry {0, 0, width, height})
+        return;
+    display.resize(width, height);
+    m_screen = {0, 0, width, height};
+}
+
 void World::stopManager()
 {
-    m_display.stopManager();
+    display.stopManager();
     m_managerIsUp = false;
 }
 
 void World::bringManager()
 {
     if (!m_managerIsUp)
-        m_display.startManager();
+        display.startManager();
     m_managerIsUp = true;
 }
 

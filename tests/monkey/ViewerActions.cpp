@@ -1,6 +1,9 @@
 /// What a viewer does: keys, the pointer, and settings.
 #include "Actions.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace monkey {
 
 namespace {
@@ -14,26 +17,18 @@ constexpr const char* kLanguages[] = {"en_US.UTF-8", "de_DE", "ar_AE", "he_IL", 
 
 constexpr const char* kModes[] = {"FIRST_RUN", "NONE", "", "MENU", "nonsense"};
 
-/// Whether something of the popup may be answered by it.
-bool mayAnswer(const std::string& key)
-{
-    for (const char* harmless : {"Left", "Right", "Up", "Down", "Tab", "0", "7", "F1"}) {
-        if (key == harmless)
-            return false;
-    }
-    return true;
-}
+/// What answers nothing.
+constexpr std::string_view kHarmless[] = {"Left", "Right", "Up", "Down", "Tab", "0", "7", "F1"};
 
-void control(World& world, const Arguments& arguments)
+void control(World& world, Arguments arguments)
 {
-    Arguments all {"xdotool"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    world.display().start(all)->waitForExit();
+    arguments.insert(arguments.begin(), "xdotool");
+    world.display.start(arguments)->waitForExit();
 }
 
 void noteEnd(World& world, const std::string& key)
 {
-    if (mayAnswer(key))
+    if (std::find(std::begin(kHarmless), std::end(kHarmless), key) == std::end(kHarmless))
         world.mayEnd();
 }
 
@@ -73,11 +68,6 @@ Arguments oneOf(const char* const (&list)[N], Random& random)
     return {random.pick(list)};
 }
 
-void setFlag(World& world, const char* key, const Arguments& arguments)
-{
-    world.box.settings.setInt(key, std::stoi(arguments[0]));
-}
-
 Arguments makeFlag(Random& random)
 {
     return {random.numberBelow(2)};
@@ -85,14 +75,10 @@ Arguments makeFlag(Random& random)
 
 } // namespace
 
-const std::vector<Action>& viewerActions()
+const Actions& viewerActions()
 {
-    static const std::vector<Action> actions {
-        {"key", 25, [](Random& random) { return oneOf(kKeys, random); },
-            [](World& world, const Arguments& keys) {
-                noteEnd(world, keys[0]);
-                world.display().key(keys[0]);
-            }},
+    static const Actions actions {
+        {"key", 25, [](Random& random) { return oneOf(kKeys, random); }, pressFast},
         {"keys", 6, makeKeys, pressFast},
         {"hold", 3,
             [](Random& random) {
@@ -114,10 +100,13 @@ const std::vector<Action>& viewerActions()
             }},
         {"contrast", 3, makeFlag,
             [](World& world, const Arguments& arguments) {
-                setFlag(world, "db/menu/system/accessibility/highcontrast", arguments);
+                world.box.settings.setInt(
+                    "db/menu/system/accessibility/highcontrast", std::stoi(arguments[0]));
             }},
         {"reader", 3, makeFlag,
-            [](World& world, const Arguments& arguments) { setFlag(world, tv::kScreenReader, arguments); }},
+            [](World& world, const Arguments& arguments) {
+                world.box.settings.setInt(tv::kScreenReader, std::stoi(arguments[0]));
+            }},
         {"wizard", 3, [](Random& random) { return oneOf(kModes, random); },
             [](World& world, const Arguments& arguments) {
                 world.box.settings.setText(tv::kWizardMode, arguments[0]);

@@ -1,8 +1,8 @@
 #include "World.h"
 
 #include <algorithm>
-#include <csignal>
-#include <sstream>
+#include <sched.h>
+#include <sys/mount.h>
 
 namespace monkey {
 
@@ -56,9 +56,10 @@ std::string processesIn(const std::filesystem::path& root)
 } // namespace
 
 World::World()
-    : box(m_bus, m_display)
 {
-    box.watchScreen();
+    // What is mounted here is nobody else's, and goes with this process.
+    if (unshare(CLONE_NEWNS) == 0)
+        mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
     const char* options = std::getenv("ASAN_OPTIONS");
     box.setVariable("ASAN_OPTIONS",
         std::string(options ? options : "")
@@ -76,6 +77,7 @@ void World::makeReady()
     bringDaemon();
     bringFolders();
     bringManager();
+    resizeScreen(tv::Display::kScreen.width, tv::Display::kScreen.height);
     box.daemon->forget();
     for (const char* method : {"ServerStarted", "StopTessel"})
         answer(method, tv::Answer::Zero);
@@ -127,6 +129,8 @@ std::string World::whatIsWrongWith(const tv::Screen& screen) const
         return "more than a popup and its confirmation";
     if (screen.visible == cards.empty())
         return screen.visible ? "an empty window covers the screen" : "a popup without its window";
+    if (screen.visible && !(display.visibleWindow(box.program->pid()) == m_screen))
+        return "a window that does not cover the screen";
     if (!cards.empty() && (cards.back().buttons.empty() || cards.back().focus.empty()))
         return "a popup without a button that has the focus";
     return {};
@@ -150,7 +154,7 @@ void World::checkLiving()
         kPatience);
     readReports();
     if (!isWell)
-        throw Fault(wrong + (m_display.hasKeys(box.program->pid()) ? "" : ", and it has no keys") + shown);
+        throw Fault(wrong + (display.hasKeys(box.program->pid()) ? "" : ", and it has no keys") + shown);
     if (isRunning())
         checkResources();
 }
@@ -178,7 +182,7 @@ void World::checkEnd()
 {
     checkStatus();
     const int pid = box.program->pid();
-    const auto gone = [&] { return !box.folders.appStatus(tv::kPackage) && !m_display.visibleWindow(pid); };
+    const auto gone = [&] { return !box.folders.appStatus(tv::kPackage) && !display.visibleWindow(pid); };
     if (!waitUntil(gone))
         throw Fault(
             "after its end there is still its " + box.folders.appStatus(tv::kPackage).value_or("window"));

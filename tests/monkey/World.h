@@ -17,6 +17,9 @@ class Fault : public std::runtime_error {
 class World {
 public:
     World();
+    ~World() { bringFolders(); }
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
 
     /// Starts the program when none runs, in surroundings that were mended before. @throws Fault
     void makeReady();
@@ -41,7 +44,10 @@ public:
     void killBus();
     void bringBus();
     void removeFolder(const std::string& name);
+    /// Nobody can write to the settings that last, until they are brought back.
+    void lockFolder();
     void bringFolders();
+    void resizeScreen(int width, int height);
     void stopManager();
     void bringManager();
 
@@ -59,13 +65,13 @@ private:
     bool isUndisturbed() const { return m_busIsUp && m_daemonIsWilling && !m_folderWasGone; }
 
     tv::PrivateBus m_bus;
-    tv::Display m_display;
 
 public:
-    tv::TvBox box;
-    const tv::Display& display() const { return m_display; }
+    tv::Display display;
+    tv::TvBox box {m_bus, display};
 
 private:
+    tv::Geometry m_screen = tv::Display::kScreen;
     bool m_busIsUp = true;
     bool m_managerIsUp = true;
     bool m_daemonIsWilling = true;

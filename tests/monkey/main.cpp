@@ -2,6 +2,7 @@
 #include "Actions.h"
 
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <iostream>
 #include <random>
@@ -47,82 +48,67 @@ std::optional<Options> parse(const Arguments& arguments)
         else
             return std::nullopt;
     }
-    if (arguments.size() % 2 != 0)
-        return std::nullopt;
-    return options;
+    return arguments.size() % 2 == 0 ? std::make_optional(options) : std::nullopt;
 }
 
-/// The steps of a trace, or of a seed until the time is up.
-class Script {
-public:
-    explicit Script(const Options& options)
-        : m_options(options)
-        , m_choice(options.without)
-        , m_random(options.seed)
-        , m_end(Clock::now() + std::chrono::seconds(options.seconds))
-    {
-        if (options.replay.empty())
-            return;
-        std::ifstream file(options.replay);
-        if (!file)
-            throw std::runtime_error("cannot read " + options.replay);
-        for (std::string line; std::getline(file, line);)
-            m_lines.push_back(line);
-    }
+using Script = std::function<std::optional<Step>()>;
 
-    std::optional<Step> next()
-    {
-        if (m_options.replay.empty()) {
-            if (Clock::now() >= m_end || m_done == m_options.steps)
-                return std::nullopt;
-            ++m_done;
-            return m_choice.next(m_random);
-        }
-        if (m_done == m_lines.size())
+/// The steps of a trace.
+Script replayed(const std::string& trace)
+{
+    auto file = std::make_shared<std::ifstream>(trace);
+    if (!*file)
+        throw std::runtime_error("cannot read " + trace);
+    return [=]() -> std::optional<Step> {
+        std::string line;
+        if (!std::getline(*file, line))
             return std::nullopt;
-        return Step::fromLine(m_lines[m_done++]);
-    }
-    size_t done() const { return m_done; }
+        return Step::fromLine(line);
+    };
+}
 
-private:
-    const Options& m_options;
-    Choice m_choice;
-    Random m_random;
-    Clock::time_point m_end;
-    Arguments m_lines;
-    size_t m_done = 0;
-};
+/// The steps of a seed until the time is up, noted in the trace.
+Script played(const Options& options)
+{
+    std::cout << "seed " << options.seed << std::endl;
+    const auto end = Clock::now() + std::chrono::seconds(options.seconds);
+    auto trace = std::make_shared<std::ofstream>(options.trace);
+    return [=, random = Random(options.seed), actions = actionsWithout(options.without),
+               left = options.steps]() mutable -> std::optional<Step> {
+        if (Clock::now() >= end || left-- == 0)
+            return std::nullopt;
+        const Step step = someStep(actions, random);
+        *trace << step.line() << std::endl;
+        return step;
+    };
+}
 
 int play(const Options& options)
 {
     World world;
-    Script script(options);
-    std::ofstream trace;
-    if (options.replay.empty()) {
-        trace.open(options.trace);
-        std::cout << "seed " << options.seed << std::endl;
-    }
+    const Script script = options.replay.empty() ? played(options) : replayed(options.replay);
+    const Actions actions = actionsWithout({});
+    size_t steps = 0;
     try {
-        while (const auto step = script.next()) {
-            if (trace.is_open())
-                trace << step->line() << std::endl;
+        for (std::optional<Step> step = script(); step; step = script()) {
+            ++steps;
             world.makeReady();
-            Choice::perform(world, *step);
+            perform(actions, world, *step);
             world.check();
         }
         if (world.isRunning()) {
-            world.box.program->signal(15);
+            world.box.program->signal(SIGTERM);
             world.mustEnd("a signal");
             world.check();
         }
     } catch (const Fault& fault) {
-        std::cout << world.box.report() << "\nstep " << script.done() << ": " << fault.what() << "\n";
+        std::cout << world.box.report() << "\nstep " << steps << ": " << fault.what() << "\n";
         if (options.replay.empty())
             std::cout << "again: --seed " << options.seed << " or --replay " << options.trace << "\n";
         return 1;
     }
-    std::cout << script.done() << " steps, " << world.starts() << " starts, at most "
-              << world.mostMemory() / 1024 << " MB\n";
+    std::cout << steps << " steps, " << world.starts() << " starts, at most " << world.mostMemory() / 1024
+              << " MB\n";
     return 0;
 }
 

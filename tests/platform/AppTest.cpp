@@ -2,6 +2,7 @@
 #include "StoreFixture.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 
 namespace {
@@ -44,6 +45,20 @@ TEST_F(AnApplicationsRun, IsPausedAndResumedOnlyWhileItRunsAlsoTheSecondTime)
         (Words {"create", "resume", "terminate", "result 0", "create", "resume", "terminate", "result 0"}));
     EXPECT_FALSE(fs::exists(fs::path(runtime()) / "apps" / "app-probe"));
     EXPECT_TRUE(fs::is_empty(fs::path(runtime()) / "app-control"));
+}
+
+TEST_F(AnApplicationsRun, HasItsTimersOnTimeWhenACallbackBlocked)
+{
+    constexpr int kDueMs = 800;
+    constexpr int kLateMs = 200; // of the 500 that the callback takes
+    int fired = 0;
+    for (int attempt = 0; attempt < 3 && (fired == 0 || fired > kDueMs + kLateMs); ++attempt) {
+        const Words told = run({"timer"});
+        ASSERT_EQ(told.size(), 4U);
+        fired = std::atoi(told[1].c_str());
+    }
+    EXPECT_GE(fired, kDueMs - 10);
+    EXPECT_LE(fired, kDueMs + kLateMs);
 }
 
 TEST_F(AnApplicationsRun, NeedsNoHomeChangesNoneAndLeavesNothing)
