@@ -5,6 +5,9 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <sched.h>
+#include <set>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,6 +45,19 @@ struct stat statusOf(const std::string& path)
     return status;
 }
 
+/// Gives the calling process a file system of its own whose times are those of the kernel's last tick.
+bool mountCoarseClock(const std::string& folder)
+{
+    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
+    const std::string group = "0 " + std::to_string(getegid()) + " 1";
+    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    writeFile("/proc/self/setgroups", "deny");
+    writeFile("/proc/self/uid_map", user);
+    writeFile("/proc/self/gid_map", group);
+    return mount("none", folder.c_str(), "ramfs", 0, "mode=755") == 0;
+}
+
 void setTime(const std::string& path, const timespec& time)
 {
     const timespec times[2] = {time, time};
@@ -71,6 +87,28 @@ protected:
         return watches;
     }
 };
+
+TEST_F(AWatchInTrouble, NeverSeesOneTimeTwiceWhereTheFileSystemsClockTicksRarely)
+{
+    if (!allowsBoxes())
+        GTEST_SKIP() << "no file systems of a test's own on this machine";
+    fs::create_directories(runtime() + "/memory");
+    const std::string path = runtime() + "/memory/k";
+    Child writer([&] {
+        if (!mountCoarseClock(runtime() + "/memory"))
+            return 2;
+        std::set<std::pair<time_t, long>> times;
+        for (int i = 0; i < 1000; ++i) {
+            if (vconf_set_int("memory/k", 1) != VCONF_OK)
+                return 3;
+            const timespec time = statusOf(path).st_mtim;
+            times.emplace(time.tv_sec, time.tv_nsec);
+        }
+        return times.size() == 1000 ? 0 : 1;
+    });
+    EXPECT_EQ(writer.wait(), 0);
+    EXPECT_FALSE(fs::exists(path)) << "the file system is the child's alone";
+}
 
 TEST_F(AWatchInTrouble, TellsEveryWriteApartHoweverAlikeTheFiles)
 {
