@@ -63,31 +63,25 @@ inline Card below(const Card& card)
 /// The popup over the settings screen with its question; No is the default.
 inline const Card kOwnedQuestion {kSetUp, {kQuestion}, {"Yes", "No"}, "No"};
 
-/// A request over the bus, and what it shows.
-struct ShownRequest {
-    const char* method;
-    std::vector<std::string> texts;
-    Card card;
-};
-
-inline void PrintTo(const ShownRequest& request, std::ostream* out)
-{
-    *out << request.method;
-}
-
+inline const ShownRequest kGuideRequest {"ShowMobileGuide", {"0042"}, kGuideCard};
+inline const ShownRequest kPinRequest {
+    "ShowPinPopup", {"Anna's phone", "0042"}, pinCard("Anna's phone", "0042")};
 inline const ShownRequest kNetworkTestRequest {
     "ShowNetworkTest", {"Anna's phone", "Attic & Garden"}, kNetworkTestCard};
 inline const ShownRequest kSignInRequest {
     "ShowSSOLoginPopup", {"Anna's phone", "anna@example.com"}, kSignInCard};
 
-/// Every request there is that shows something; the guide needs a wizard that runs.
+inline const ShownRequest kTermsRequest {"ShowTnCPopup", {}, kTermsCard};
+inline const ShownRequest kAccessPointsRequest {"ShowApListPopup", {}, kAccessPointsCard};
+
+/// Every request there is that shows something.
 inline const ShownRequest kRequests[] = {
-    {"ShowMobileGuide", {"0042"}, kGuideCard},
-    {"ShowPinPopup", {"Anna's phone", "0042"}, pinCard("Anna's phone", "0042")},
+    kGuideRequest,
+    kPinRequest,
     kNetworkTestRequest,
-    {"ShowApListPopup", {}, kAccessPointsCard},
+    kAccessPointsRequest,
     kSignInRequest,
-    {"ShowTnCPopup", {}, kTermsCard},
+    kTermsRequest,
     {"ShowFailedPopup", {"sso"}, kFailedCard},
     {"ShowFailedPopup", {"wifi"}, kFailedCard},
 };

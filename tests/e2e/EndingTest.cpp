@@ -1,12 +1,12 @@
 /// The program ends when it is asked to, whatever it waits for, and when its screen is taken away; each time
 /// with nothing left behind.
-#include "SilentSocket.h"
+#include "Cards.h"
 #include "TvTest.h"
+#include "Weston.h"
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <iostream>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,23 +16,11 @@ namespace {
 namespace fs = std::filesystem;
 using tv::Answer;
 using tv::waitUntil;
-using Seconds = std::chrono::duration<double>;
 
 constexpr int kDisplayLost = 3;
 
 class AnEnd : public tv::TvTest {
 protected:
-    void SetUp() override
-    {
-        box.daemon = std::make_unique<tv::Daemon>(m_bus.address());
-        box.setVariable("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address());
-    }
-    void TearDown() override
-    {
-        m_bus.goOn();
-        TvTest::TearDown();
-    }
-
     /// @return the files that are there only while the program runs
     std::vector<std::string> traces() const
     {
@@ -40,23 +28,12 @@ protected:
         for (const char* folder : {"apps", "app-control"}) {
             std::error_code ignored;
             for (const auto& entry : fs::directory_iterator(box.folders.runtime() / folder, ignored)) {
-                if (entry.is_directory() && fs::is_empty(entry.path()))
-                    continue; // where drafts are written
-                found.push_back(entry.path().string());
+                if (!entry.is_directory() || !fs::is_empty(entry.path())) // where drafts are written
+                    found.push_back(entry.path().string());
             }
         }
         return found;
     }
-
-    /// @return how many lines the program itself, and not the libraries below it, said last
-    size_t lastWords(const std::string& beginning) const
-    {
-        const auto& lines = box.program->errors();
-        return static_cast<size_t>(std::count_if(lines.begin(), lines.end(),
-            [&](const std::string& line) { return line.rfind(beginning, 0) == 0; }));
-    }
-
-    tv::PrivateBus m_bus; // its own, since it is stopped
 };
 
 class AnEndAskedFor : public AnEnd {
@@ -64,26 +41,24 @@ protected:
     /// Sends every signal at one moment.
     void expectEnds(const std::function<bool()>& bringAbout)
     {
-        double quickest = 1e9;
+        std::chrono::duration<double> quickest {1e9};
         for (int signal : {SIGTERM, SIGINT, SIGHUP}) {
             SCOPED_TRACE(signal);
+            box.daemon->forget();
             ASSERT_TRUE(bringAbout());
             ASSERT_NE(traces(), std::vector<std::string> {}) << "it has not begun";
             const auto begin = std::chrono::steady_clock::now();
             box.program->signal(signal);
             EXPECT_TRUE(box.program->endsWith(0));
-            const double took = Seconds(std::chrono::steady_clock::now() - begin).count();
-            EXPECT_LT(took, 3.0) << "the limit for a process that a busy machine keeps from working";
+            const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+            EXPECT_LT(took.count(), 3) << "the limit for a process that a busy machine keeps from working";
             quickest = std::min(quickest, took);
-            EXPECT_EQ(traces(), std::vector<std::string> {});
-            EXPECT_TRUE(box.screenIsPlain());
-            box.program.reset();
-            m_bus.goOn();
+            display().signal(SIGCONT);
+            bus().goOn();
             box.daemon->release();
-            box.daemon->forget();
+            EXPECT_EQ(traces(), std::vector<std::string> {});
         }
-        EXPECT_LT(quickest, 1.0);
-        std::cout << "    " << quickest << " s\n";
+        EXPECT_LT(quickest.count(), 1);
     }
 
     bool isToldTo(const char* call) const
@@ -91,36 +66,46 @@ protected:
         return waitUntil([&] { return box.daemon->received(call); });
     }
 
-    void launch() { box.program = box.launch({"LAUNCH_MODE=POPUP"}); }
+    /// Launches the program. @return whether it comes to where it asks for its display
+    bool launch()
+    {
+        box.program = box.launch({"LAUNCH_MODE=POPUP"});
+        return waitUntil([&] { return !traces().empty(); });
+    }
 };
+
+TEST_F(AnEndAskedFor, ComesInOrderWhereNothingIsInItsWay)
+{
+    expectEnds([&] { return box.start() && box.show(tv::kPinRequest); });
+    EXPECT_TRUE(box.program->logsInOrder({"In CTesselUI::OnTerminate", "In CTesselUI::Main after loop"}));
+    EXPECT_TRUE(box.screenIsPlain());
+}
 
 TEST_F(AnEndAskedFor, ComesWhileTheDisplayIsStalled)
 {
-    tv::Display screen;
-    box.setVariable("DISPLAY", screen.name());
     expectEnds([&] {
-        screen.signal(SIGSTOP);
-        launch();
-        return waitUntil([&] { return !traces().empty(); })
+        display().signal(SIGSTOP);
+        return launch()
             && tv::stays([&] { return !box.program->logged("Portrait Mode = 0"); }, tv::Milliseconds(500));
     });
     expectEnds([&] {
-        screen.signal(SIGCONT);
-        if (!box.start() || !box.request("ShowTnCPopup"))
-            return false;
-        screen.signal(SIGSTOP);
-        return true;
+        const bool isUp = box.start() && box.request("ShowTnCPopup");
+        display().signal(SIGSTOP);
+        return isUp;
     });
-    screen.signal(SIGCONT);
+    display().kill(); // its window manager has missed things
 }
 
 TEST_F(AnEndAskedFor, ComesWhileTheBusIsSilent)
 {
-    tv::SilentSocket silent(box.folders.root() / "silent");
-    box.setVariable("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + silent.path().string());
     expectEnds([&] {
-        launch();
-        return silent.waitForNextGuest();
+        bus().stall();
+        return launch() && box.program->waitForLog("Portrait Mode = 0");
+    });
+    expectEnds([&] {
+        const bool isUp = box.start() && box.show(tv::kPinRequest);
+        bus().stall();
+        return isUp;
     });
 }
 
@@ -132,24 +117,17 @@ TEST_F(AnEndAskedFor, ComesWhileAFileIsAPipeThatNobodyFills)
     int end = -1;
     expectEnds([&] {
         close(end);
-        launch();
         // It can be opened as soon as somebody waits at the other end.
-        return waitUntil([&] { return (end = open(pipe.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; });
+        return launch() && waitUntil([&] { return (end = open(pipe.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; });
     });
     close(end);
 }
 
-TEST_F(AnEndAskedFor, ComesWhileTheDaemonIsSilentAtTheStart)
+TEST_F(AnEndAskedFor, ComesWhileTheDaemonIsSilent)
 {
     box.daemon->answer("ServerStarted", Answer::Held);
-    expectEnds([&] {
-        launch();
-        return isToldTo("ServerStarted(true)");
-    });
-}
-
-TEST_F(AnEndAskedFor, ComesWhileTheDaemonIsSilentAtAStop)
-{
+    expectEnds([&] { return launch() && isToldTo("ServerStarted(true)"); });
+    box.daemon->answer("ServerStarted", Answer::Zero);
     box.daemon->answer("StopTessel", Answer::Held);
     expectEnds([&] {
         if (!box.start() || !box.show("ShowFailedPopup", {"pin"}))
@@ -159,95 +137,66 @@ TEST_F(AnEndAskedFor, ComesWhileTheDaemonIsSilentAtAStop)
     });
 }
 
-TEST_F(AnEndAskedFor, ComesWhileTheBusIsStalled)
-{
-    expectEnds([&] {
-        if (!box.start() || !box.show("ShowPinPopup", {"Anna's phone", "0042"}))
-            return false;
-        m_bus.stall();
-        return true;
-    });
-}
-
-TEST_F(AnEnd, DoesNotWaitForAStalledBusEither)
-{
-    ASSERT_TRUE(box.start());
-    m_bus.stall();
-    const auto begin = std::chrono::steady_clock::now();
-    ASSERT_TRUE(box.setStartMode(100));
-    EXPECT_TRUE(box.program->endsWith(0));
-    EXPECT_LT(Seconds(std::chrono::steady_clock::now() - begin).count(), 4.0) << "of 25";
-    EXPECT_EQ(traces(), std::vector<std::string> {});
-}
-
 class ALostScreen : public AnEnd {
 protected:
     void expectLoss()
     {
         EXPECT_TRUE(box.program->endsWith(kDisplayLost));
         EXPECT_EQ(traces(), std::vector<std::string> {});
-        EXPECT_EQ(lastWords("org.orbis.tessel-UI: "), 1U) << "one message says why";
+        const auto& lines = box.program->errors();
+        EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                      [](const std::string& line) { return line.rfind("org.orbis.tessel-UI: ", 0) == 0; }),
+            1)
+            << "one message says why";
     }
 };
 
 TEST_F(ALostScreen, EndsTheProgramWithAndWithoutAPopup)
 {
-    for (bool withPopup : {true, false}) {
-        SCOPED_TRACE(withPopup);
-        tv::Display screen;
-        box.setVariable("DISPLAY", screen.name());
-        ASSERT_TRUE(box.start());
-        if (withPopup) {
-            ASSERT_TRUE(box.request("ShowPinPopup", {"Anna's phone", "0042"}));
-            ASSERT_TRUE(waitUntil(
-                [&] { return screen.visibleWindow(box.program->pid()) && screen.showsAnything(); }));
+    std::string window;
+    struct {
+        const char* what;
+        std::function<void()> lose;
+        bool isOrderly; ///< whether the loop can still run
+    } const losses[] = {
+        {"window", [&] { display().destroyWindow(window); }, true},
+        {"connection", [&] { display().disconnect(window); }, false},
+        {"display", [] { display().kill(); }, false},
+    };
+    for (const auto& [what, lose, isOrderly] : losses) {
+        for (bool withPopup : {true, false}) {
+            SCOPED_TRACE(std::string(what) + (withPopup ? " with a popup" : ""));
+            ASSERT_TRUE(box.startAgain());
+            ASSERT_TRUE(box.request("ShowTnCPopup"));
+            ASSERT_TRUE(
+                waitUntil([&] { return !(window = display().windowOf(box.program->pid())).empty(); }));
+            if (!withPopup) {
+                ASSERT_TRUE(box.request("HidePopup"));
+                ASSERT_TRUE(box.screenIsPlain());
+            }
+            lose();
+            expectLoss();
+            EXPECT_EQ(box.program->logged("In CTesselUI::OnTerminate"), isOrderly);
+            if (!display().isUp()) {
+                display().start();
+                box.setVariable("DISPLAY", display().name());
+            }
+            EXPECT_TRUE(box.screenIsPlain());
         }
-        screen.kill();
-        expectLoss();
     }
-}
-
-TEST_F(ALostScreen, IsAlsoAWindowThatSomebodyDestroys)
-{
-    for (bool withPopup : {true, false}) {
-        SCOPED_TRACE(withPopup);
-        ASSERT_TRUE(box.start());
-        ASSERT_TRUE(box.show("ShowPinPopup", {"Anna's phone", "0042"}));
-        const std::string window = display().windowOf(box.program->pid());
-        if (!withPopup) {
-            ASSERT_TRUE(box.request("HidePopup"));
-            ASSERT_TRUE(box.screenIsPlain());
-        }
-        display().destroyWindow(window);
-        expectLoss();
-        EXPECT_TRUE(box.program->logsInOrder({"In CTesselUI::OnTerminate"})) << "the loop still ran";
-        EXPECT_TRUE(box.screenIsPlain());
-    }
-    ASSERT_TRUE(box.start());
-    ASSERT_TRUE(box.show("ShowTnCPopup"));
-    display().disconnect(display().windowOf(box.program->pid()));
-    expectLoss();
 }
 
 TEST_F(ALostScreen, IsAlsoACompositorThatGoes)
 {
-    for (bool withPopup : {true, false}) {
-        SCOPED_TRACE(withPopup);
-        tv::Process compositor({"weston", "--backend=headless-backend.so", "--use-pixman", "--idle-time=0",
-                                   "--no-config", "--socket=tv", "--width=1920", "--height=1080"},
-            box.folders.environment());
-        ASSERT_TRUE(waitUntil([&] { return fs::exists(box.folders.session() / "tv"); })) << "no compositor";
-        box.setVariable("WAYLAND_DISPLAY", "tv");
-        box.setVariable("ELM_DISPLAY", "wl");
-        box.setVariable("DISPLAY", "");
+    for (const char* method : {"ShowTnCPopup", "HidePopup"}) {
+        SCOPED_TRACE(method);
+        const tv::Weston weston(box, 0);
         ASSERT_TRUE(box.start());
-        ASSERT_TRUE(box.request(withPopup ? "ShowTnCPopup" : "HidePopup"));
-        compositor.signal(SIGKILL);
-        compositor.waitForExit();
+        ASSERT_TRUE(box.request(method));
+        weston.process().signal(SIGKILL);
+        weston.process().waitForExit();
         expectLoss();
-        EXPECT_TRUE(box.program->logsInOrder({"In CTesselUI::OnTerminate"})) << "the loop still ran";
-        fs::remove(box.folders.session() / "tv");
-        fs::remove(box.folders.session() / "tv.lock");
+        EXPECT_TRUE(box.program->logged("In CTesselUI::OnTerminate")) << "the loop still ran";
     }
 }
 

@@ -2,26 +2,16 @@
 #include "Cards.h"
 #include "TvTest.h"
 
+#include <unistd.h>
+
 namespace {
 
 using Texts = std::vector<std::string>;
-using Request = std::pair<const char*, Texts>;
+using tv::ShownRequest;
 
 class Requests : public tv::TvTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
-        ASSERT_TRUE(box.start());
-    }
-
-    /// Writes a request into the store and waits until the program has read it.
-    void write(const std::string& json)
-    {
-        const size_t mark = box.program->mark();
-        ASSERT_TRUE(box.settings.setText(tv::kRequest, json));
-        ASSERT_TRUE(box.program->waitForLog("parsingSuccessful[true]  root [*", mark));
-    }
+    void SetUp() override { ASSERT_TRUE(box.start()); }
 
     /// Tells whether the phone owns the TV.
     void own(int value)
@@ -30,32 +20,21 @@ protected:
         ASSERT_TRUE(box.settings.setInt(tv::kOwned, value));
         ASSERT_TRUE(box.program->waitForLog("DEVICE_OWNED_VCONF == " + std::to_string(value), mark));
     }
-
-    /// Sends everything without waiting, then collects the answers.
-    void sendAtOnce(const std::vector<Request>& requests)
-    {
-        const size_t before = box.daemon->replies().size();
-        for (const auto& [method, texts] : requests)
-            box.daemon->send(method, texts);
-        const size_t all = before + requests.size();
-        ASSERT_TRUE(tv::waitUntil([&] { return box.daemon->replies().size() == all; }));
-        for (size_t i = before; i < all; ++i)
-            EXPECT_EQ(box.daemon->replies()[i].value, "(0,)") << box.daemon->replies()[i].error;
-    }
 };
 
 TEST_F(Requests, LeaveNothingAfterEitherWayToHide)
 {
-    for (const tv::ShownRequest& request : tv::kRequests) {
-        SCOPED_TRACE(request.method);
-        ASSERT_TRUE(box.show(request.method, request.texts));
+    for (const auto& [method, texts, card] : tv::kRequests) {
+        SCOPED_TRACE(method);
+        ASSERT_TRUE(box.request(method, texts));
+        ASSERT_TRUE(box.shows({card}));
         ASSERT_TRUE(box.request("HidePopup"));
         ASSERT_TRUE(box.shows({}));
         EXPECT_TRUE(box.screenIsPlain());
         EXPECT_FALSE(display().hasKeys(box.program->pid()));
-        ASSERT_TRUE(box.request(request.method, request.texts));
-        ASSERT_TRUE(box.shows({request.card}));
-        write(R"({"page":"success"})");
+        ASSERT_TRUE(box.request(method, texts));
+        ASSERT_TRUE(box.shows({card}));
+        ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"success"})"));
         ASSERT_TRUE(box.shows({}));
     }
     EXPECT_FALSE(box.program->logged("Popup Hide")) << "that line is for a hide that did not work";
@@ -63,32 +42,52 @@ TEST_F(Requests, LeaveNothingAfterEitherWayToHide)
     // What the interface does not offer is refused by the bus, arguments of another type too.
     EXPECT_NE(box.daemon->request("ShowNothing").error, "");
     EXPECT_NE(box.daemon->request("ShowPinPopup", {"0042"}).error, "");
+
+    // The popup of an owned TV comes for one only, and once.
+    for (int value : {0, 2, -1})
+        own(value);
+    EXPECT_TRUE(box.shows({}));
+    for (int value : {1, 1, 0}) {
+        own(value);
+        EXPECT_TRUE(box.shows({tv::kOwnedCard})) << "only a request takes it away";
+    }
+    ASSERT_TRUE(box.request("HidePopup"));
+    EXPECT_TRUE(box.shows({}));
+    EXPECT_FALSE(box.program->logged("AfterPairingPopup Shown")) << "that line is for one that was not shown";
     EXPECT_EQ(box.daemon->calls().size(), 1U) << "none of this is a stop";
 }
 
 TEST_F(Requests, ReplaceOneAnotherHoweverQuicklyTheyCome)
 {
-    const Request pin {"ShowPinPopup", {"Anna's phone", "0042"}};
-    const Request terms {"ShowTnCPopup", {}};
-    const Request failed {"ShowFailedPopup", {"sso"}};
-    const Request hide {"HidePopup", {}};
-    sendAtOnce({pin, terms, failed, pin, hide, failed, terms, pin});
-    EXPECT_TRUE(box.shows({tv::pinCard("Anna's phone", "0042")}));
-    sendAtOnce({terms, pin, failed, hide});
-    EXPECT_TRUE(box.shows({}));
-    sendAtOnce({hide, pin, failed, terms, {"ShowApListPopup", {}}});
-    EXPECT_TRUE(box.shows({tv::kAccessPointsCard}));
+    const ShownRequest failed {"ShowFailedPopup", {"sso"}, tv::kFailedCard};
+    const ShownRequest hide {"HidePopup", {}, {}};
+    const std::vector<ShownRequest> series[] = {
+        {tv::kPinRequest, tv::kTermsRequest, failed, tv::kPinRequest, hide, failed, tv::kPinRequest},
+        {tv::kTermsRequest, tv::kPinRequest, failed, hide},
+        {hide, tv::kPinRequest, failed, tv::kTermsRequest, tv::kAccessPointsRequest},
+    };
+    size_t all = 0;
+    for (const auto& requests : series) {
+        for (const auto& request : requests)
+            box.daemon->send(request.method, request.texts);
+        all += requests.size();
+        ASSERT_TRUE(tv::waitUntil([&] { return box.daemon->replies().size() == all; }));
+        const tv::Card& last = requests.back().card;
+        EXPECT_TRUE(box.shows(last.title.empty() ? std::vector<tv::Card> {} : std::vector {last}));
+    }
+    for (const tv::Reply& reply : box.daemon->replies())
+        EXPECT_EQ(reply.value, "(0,)") << reply.error;
     EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(false)) << "one popup must have been left, and not the PIN";
 }
 
 TEST_F(Requests, TakeAQuestionAlongAndAreNotDisturbedByASecondLaunch)
 {
-    for (const auto& [method, texts, card] : {tv::kNetworkTestRequest, tv::kSignInRequest}) {
-        SCOPED_TRACE(method);
-        ASSERT_TRUE(box.show(method, texts));
+    for (const ShownRequest& request : {tv::kNetworkTestRequest, tv::kSignInRequest}) {
+        SCOPED_TRACE(request.method);
+        ASSERT_TRUE(box.show(request));
         ASSERT_TRUE(box.press({"Return"}));
-        const std::vector<tv::Card> asking {tv::below(card), tv::confirmation("Yes")};
+        const std::vector<tv::Card> asking {tv::below(request.card), tv::confirmation("Yes")};
         ASSERT_TRUE(box.shows(asking));
         const size_t mark = box.program->mark();
         const auto second = box.launch({"LAUNCH_MODE=POPUP"});
@@ -107,18 +106,68 @@ TEST_F(Requests, TakeAQuestionAlongAndAreNotDisturbedByASecondLaunch)
     EXPECT_EQ(box.program->complaints(), Texts {});
 }
 
-TEST_F(Requests, ShowThePopupOfAnOwnedTvForOneOnlyAndOnce)
+TEST_F(Requests, ShowTheGuideWhenTheWizardIsInView)
 {
-    for (int value : {0, 2, -1})
-        own(value);
-    EXPECT_TRUE(box.shows({}));
-    for (int value : {1, 1, 0}) {
-        own(value);
-        EXPECT_TRUE(box.shows({tv::kOwnedCard})) << "only a request takes it away";
+    constexpr const char* kNetworkSetting = "org.orbis.NetworkSetting-Orbis";
+    constexpr const char* kSignIn = "org.orbis.sso";
+    constexpr int kFocus = 2;
+    constexpr int kVisible = 3;
+    constexpr int kBackground = 4;
+    struct {
+        const char* mode; ///< null: no wizard runs
+        const char* package; ///< the setting program of that mode
+        int status;
+        bool shown;
+    } const wizards[] = {
+        {nullptr, nullptr, 0, false},
+        {"OFF", nullptr, 0, false},
+        {"FIRST_RUN", nullptr, 0, true},
+        {"off", nullptr, 0, true},
+        {"", nullptr, 0, true},
+        {"NETWORK_SETUP", nullptr, 0, false},
+        {"NETWORK_SETUP", kNetworkSetting, kFocus, true},
+        {"NETWORK_SETUP", kNetworkSetting, kVisible, true},
+        {"NETWORK_SETUP", kNetworkSetting, kBackground, false},
+        {"SSO_ALONE_SETUP", nullptr, 0, false},
+        {"SSO_ALONE_SETUP", kSignIn, kFocus, true},
+        {"SSO_ALONE_SETUP", kSignIn, kVisible, true},
+        {"SSO_ALONE_SETUP", kSignIn, kBackground, false},
+    };
+    for (const auto& [mode, package, status, shown] : wizards) {
+        SCOPED_TRACE(std::string(mode ? mode : "none") + " " + std::to_string(status));
+        ASSERT_TRUE(
+            mode ? box.settings.setText(tv::kWizardMode, mode) : box.settings.remove(tv::kWizardMode));
+        if (package)
+            box.folders.setAppStatus(package, getpid(), status);
+        ASSERT_TRUE(box.request("ShowApListPopup"));
+        const size_t mark = box.program->mark();
+        ASSERT_TRUE(box.request("ShowMobileGuide", {"0042"}));
+        // A refused guide still takes the popup before it away.
+        EXPECT_TRUE(box.shows(shown ? std::vector {tv::kGuideCard} : std::vector<tv::Card> {}));
+        EXPECT_EQ(box.program->logged("Mobile Guide PopupShown successfully", mark), !shown);
     }
-    ASSERT_TRUE(box.request("HidePopup"));
-    EXPECT_TRUE(box.shows({}));
-    EXPECT_FALSE(box.program->logged("AfterPairingPopup Shown")) << "that line is for one that was not shown";
+}
+
+/// A television's processor is slow, and the film behind has to run.
+TEST_F(Requests, AreDrawnOnceButForATurningSpinner)
+{
+    constexpr int kTile = 8; // what the canvas rounds to, pixels
+    constexpr int kSpinner = 12 * 8 + kTile; // layout units, each 8 pixels
+    const auto drawnIn = [&](int milliseconds) {
+        box.drawn();
+        tv::pass(tv::Milliseconds(milliseconds));
+        return box.drawn();
+    };
+    ASSERT_TRUE(box.show(tv::kPinRequest));
+    EXPECT_EQ(drawnIn(2500).pictures, 0) << "while its seconds pass";
+    ASSERT_TRUE(box.show(tv::kNetworkTestRequest));
+    const tv::Screen moving = drawnIn(1500);
+    EXPECT_GT(moving.pictures, 10) << "the spinner stands still";
+    EXPECT_LE(moving.drawn.width, kSpinner) << moving.drawn;
+    EXPECT_LE(moving.drawn.height, kSpinner) << moving.drawn;
+    ASSERT_TRUE(box.settings.setInt("db/menu/system/accessibility/highcontrast", 1));
+    ASSERT_TRUE(box.show(tv::kNetworkTestRequest));
+    EXPECT_EQ(drawnIn(1500).pictures, 0) << "there is no motion in high contrast";
 }
 
 } // namespace

@@ -11,8 +11,8 @@ using tv::waitUntil;
 
 class OnWayland : public tv::TvTest {
 protected:
-    static constexpr int kWarmUp = 120;
-    static constexpr int kMeasured = 240;
+    static constexpr int kWarmUp = 90;
+    static constexpr int kMeasured = 150;
 
     void SetUp() override
     {
@@ -80,7 +80,6 @@ private:
 TEST_F(OnWayland, PopupsLeaveNoMemoryBehind)
 {
     const tv::Weston weston(box, 0);
-    ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
     ASSERT_TRUE(box.start());
     expectNoGrowth(true);
     ASSERT_TRUE(box.setStartMode(100));
@@ -92,7 +91,6 @@ TEST_F(OnWayland, PopupsLeaveNoMemoryBehind)
 TEST_F(OnWayland, PopupsLeaveNoMemoryBehindWhileTheScreenIsOff)
 {
     const tv::Weston weston(box, 1);
-    ASSERT_TRUE(box.settings.setText(tv::kWizardMode, "FIRST_RUN"));
     ASSERT_TRUE(box.start());
     // Its spinner is drawn again and again, as long as anybody can see it.
     ASSERT_TRUE(box.request("ShowNetworkTest", {"Anna's phone", "Attic"}));

@@ -1,15 +1,12 @@
 #include "Daemon.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace tv {
 
 namespace {
 
-constexpr const char* kName = "com.norvale.orbis.tessel.daemon";
 constexpr const char* kPath = "/com/norvale/orbis/tessel/daemon";
-constexpr const char* kUiName = "com.norvale.orbis.tessel.ui";
 constexpr const char* kUiPath = "/com/norvale/orbis/tessel/ui";
 constexpr int kReplyLimitMs = static_cast<int>(kLimit.count());
 
@@ -63,7 +60,7 @@ void answerWithText(GDBusMethodInvocation* invocation)
 
 } // namespace
 
-Daemon::Daemon(const std::string& busAddress)
+Daemon::Daemon(const std::string& busAddress, const char* name)
     : m_busAddress(busAddress)
 {
     const auto flags = static_cast<GDBusConnectionFlags>(
@@ -79,7 +76,7 @@ Daemon::Daemon(const std::string& busAddress)
     m_registration = g_dbus_connection_register_object(
         m_connection.get(), kPath, m_description->interfaces[0], &s_table, this, nullptr, nullptr);
     constexpr guint kDoNotQueue = 4;
-    const VariantPtr owned(busCall("RequestName", g_variant_new("(su)", kName, kDoNotQueue)));
+    const VariantPtr owned(busCall("RequestName", g_variant_new("(su)", name, kDoNotQueue)));
     if (!m_registration || !owned || printed(owned.get(), false) != "(1,)")
         throw std::runtime_error("the recorded daemon cannot own its name");
 }
@@ -92,11 +89,6 @@ Daemon::~Daemon()
     g_dbus_connection_close_sync(m_connection.get(), nullptr, nullptr);
     // Closing answers what is still pending with an error; those callbacks know this object.
     waitUntil([this] { return m_pending == 0; });
-}
-
-bool Daemon::received(const std::string& call) const
-{
-    return std::find(m_calls.begin(), m_calls.end(), call) != m_calls.end();
 }
 
 void Daemon::on_call(GDBusConnection* /*connection*/, const gchar* /*sender*/, const gchar* /*path*/,

@@ -5,6 +5,7 @@
 #include "Handles.h"
 #include "Wait.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,17 +27,23 @@ struct Reply {
     std::string error; ///< empty for a value
 };
 
+constexpr const char* kDaemonName = "com.norvale.orbis.tessel.daemon";
+constexpr const char* kUiName = "com.norvale.orbis.tessel.ui";
+
 class Daemon {
 public:
-    /// Joins the bus and owns the daemon's name there. @throws std::runtime_error when that fails
-    explicit Daemon(const std::string& busAddress);
+    /// Joins the bus and owns @p name there. @throws std::runtime_error when that fails
+    explicit Daemon(const std::string& busAddress, const char* name = kDaemonName);
     ~Daemon();
     Daemon(const Daemon&) = delete;
     Daemon& operator=(const Daemon&) = delete;
 
     /// @return what arrived, in order, such as "StopTessel(true, false)"
     const std::vector<std::string>& calls() const { return m_calls; }
-    bool received(const std::string& call) const;
+    bool received(const std::string& call) const
+    {
+        return std::find(m_calls.begin(), m_calls.end(), call) != m_calls.end();
+    }
     /// Empties calls(), for a program that is started again.
     void forget() { m_calls.clear(); }
     const std::string& busAddress() const { return m_busAddress; }

@@ -1,8 +1,6 @@
 #include "Display.h"
 
 #include <csignal>
-#include <ostream>
-#include <sstream>
 #include <stdexcept>
 
 namespace tv {
@@ -14,31 +12,21 @@ constexpr Milliseconds kRest {250};
 
 } // namespace
 
-std::ostream& operator<<(std::ostream& out, const Geometry& geometry)
+void Display::start()
 {
-    return out << geometry.width << "x" << geometry.height << "+" << geometry.x << "+" << geometry.y;
-}
-
-Display::Display()
-{
-    startServer();
-    startManager();
-    // A pointer over a button would take the focus there.
-    control({"mousemove", "--sync", "1919", "1079"});
-    m_plain = settledPicture();
-}
-
-void Display::startServer()
-{
+    m_manager.reset();
     // A white background tells a dimmed screen from a plain one.
     m_server = std::make_unique<Process>(
         std::vector<std::string> {"Xvfb", "-displayfd", "1", "-screen", "0", "1920x1080x24", "-wr",
             "-nolisten", "tcp", "-noreset", "-fbdir", m_folders.root().string()},
         m_folders.environment());
-    if (!waitUntil([this] { return !m_server->output().empty() || !m_server->running(); })
-        || m_server->output().empty())
+    if (!waitUntil([this] { return !m_server->output().empty() || !isUp(); }) || m_server->output().empty())
         throw std::runtime_error("the display did not start");
     m_name = ":" + m_server->output().front();
+    startManager();
+    // A pointer over a button would take the focus there.
+    control({"mousemove", "--sync", "1919", "1079"});
+    m_plain = settledPicture();
 }
 
 void Display::startManager()
@@ -90,27 +78,21 @@ void Display::resize(int width, int height)
 
 std::optional<Geometry> Display::visibleWindow(int pid) const
 {
-    const auto found = control({"search", "--onlyvisible", "--pid", std::to_string(pid)});
-    std::istringstream windows(found.value_or(""));
-    for (std::string window; windows >> window;) {
-        const auto text = control({"getwindowgeometry", "--shell", window});
-        Geometry geometry;
-        if (text
-            && std::sscanf(text->c_str(), "WINDOW=%*d X=%d Y=%d WIDTH=%d HEIGHT=%d", &geometry.x, &geometry.y,
-                   &geometry.width, &geometry.height)
-                == 4)
-            return geometry;
-    }
-    return std::nullopt;
+    const std::string window = windowOf(pid);
+    Geometry found;
+    const std::string text = control({"getwindowgeometry", "--shell", window}).value_or("");
+    if (std::sscanf(text.c_str(), "WINDOW=%*d X=%d Y=%d WIDTH=%d HEIGHT=%d", &found.x, &found.y, &found.width,
+            &found.height)
+        != 4)
+        return std::nullopt;
+    return found;
 }
 
 std::string Display::windowOf(int pid) const
 {
-    std::istringstream windows(
-        control({"search", "--onlyvisible", "--pid", std::to_string(pid)}).value_or(""));
-    std::string window;
-    windows >> window;
-    return window;
+    const std::string windows =
+        control({"search", "--onlyvisible", "--pid", std::to_string(pid)}).value_or("");
+    return windows.substr(0, windows.find('\n'));
 }
 
 void Display::kill()

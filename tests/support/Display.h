@@ -10,25 +10,15 @@
 
 namespace tv {
 
-struct Geometry {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    bool operator==(const Geometry& other) const
-    {
-        return x == other.x && y == other.y && width == other.width && height == other.height;
-    }
-};
-std::ostream& operator<<(std::ostream& out, const Geometry& geometry);
-
 class Display {
 public:
     static constexpr Geometry kScreen {0, 0, 1920, 1080};
 
-    /// Comes up with a plain screen and the pointer out of the way.
     /// @throws std::runtime_error when the display or its window manager does not start
-    Display();
+    Display() { start(); }
+    /// Begins afresh, also after kill(): with a plain screen, the pointer out of the way. @throws as above
+    void start();
+    bool isUp() const { return m_server->running(); }
 
     const std::string& name() const { return m_name; } ///< for DISPLAY
 
@@ -60,7 +50,7 @@ public:
 
     /// Ends the window manager; windows stay as they are.
     void stopManager() { m_manager.reset(); }
-    /// Starts the window manager that was ended. @throws std::runtime_error when it does not come up
+    /// Starts the window manager. @throws std::runtime_error when it does not come up
     void startManager();
     /// Destroys a window that belongs to somebody else.
     void destroyWindow(const std::string& window) const { control({"windowclose", window}); }
@@ -77,7 +67,6 @@ public:
 private:
     std::optional<std::string> control(std::vector<std::string> arguments) const;
     std::vector<std::string> environment() const;
-    void startServer();
 
     Folders m_folders;
     std::unique_ptr<Process> m_server;

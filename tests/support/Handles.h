@@ -15,43 +15,19 @@ namespace tv {
 
 template <typename T, auto Free>
 using CHandle = std::unique_ptr<T, std::integral_constant<decltype(Free), Free>>;
+template <typename T>
+using ObjectPtr = CHandle<T, g_object_unref>;
 
 using GText = CHandle<char, g_free>; ///< from GLib
 using ErrorPtr = CHandle<GError, g_error_free>;
 using VariantPtr = CHandle<GVariant, g_variant_unref>;
 using NodeInfoPtr = CHandle<GDBusNodeInfo, g_dbus_node_info_unref>;
-using ConnectionPtr = CHandle<GDBusConnection, g_object_unref>;
-
-/// An open file or socket; closed with its owner.
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    Descriptor(Descriptor&& other) noexcept
-        : m_number(std::exchange(other.m_number, -1))
-    {
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            close(m_number);
-    }
-
-    int get() const { return m_number; }
-
-private:
-    int m_number;
-};
+using ConnectionPtr = ObjectPtr<GDBusConnection>;
 
 /// A GLib event source of the default main context; removed with its owner.
 class Source {
 public:
-    Source() = default;
-    explicit Source(guint id)
+    explicit Source(guint id = 0)
         : m_id(id)
     {
     }
@@ -64,8 +40,6 @@ public:
         std::swap(m_id, other.m_id);
         return *this;
     }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
     ~Source()
     {
         if (m_id)
@@ -75,7 +49,7 @@ public:
     void forget() { m_id = 0; }
 
 private:
-    guint m_id = 0;
+    guint m_id;
 };
 
 } // namespace tv

@@ -4,9 +4,6 @@
 
 #include "TvBox.h"
 
-#include <filesystem>
-#include <string>
-
 namespace tv {
 
 constexpr const char* kWidgetTheme = "usr/share/orbis/flux.edj";
@@ -16,6 +13,10 @@ constexpr const char* kIntrospection = "usr/apps/org.orbis.tessel-UI/bin/org.orb
 constexpr const char* kGuidePicture =
     "usr/apps/com.norvale.tv.theme-resource/shared/res/org.orbis.tessel-UI/res/"
     "tessel/tessel_img_m_popup.png";
+constexpr const char* kEnglish =
+    "usr/apps/org.orbis.tessel-UI/shared/tslocale/en/LC_MESSAGES/org.orbis.tessel-UI.mo";
+constexpr const char* kGerman =
+    "usr/apps/org.orbis.tessel-UI/shared/tslocale/de/LC_MESSAGES/org.orbis.tessel-UI.mo";
 
 class Installation {
 public:
@@ -23,13 +24,9 @@ public:
     explicit Installation(TvBox& box);
 
     std::filesystem::path path(const std::string& file) const { return m_root / file; }
-    static std::string catalogue(const std::string& language);
-
-    void remove(const std::string& file) const;
-    void write(const std::string& file, const std::string& content) const { writeFile(path(file), content); }
     std::string read(const std::string& file) const { return readFile(path(file)); }
-    /// Keeps the first @p share of the file.
-    void cut(const std::string& file, double share) const;
+    /// Puts @p content in the place of what the file holds; nothing takes the file away.
+    void write(const std::string& file, const std::optional<std::string>& content) const;
 
 private:
     std::filesystem::path m_root;

@@ -15,11 +15,9 @@ std::string elsewhere(const char* path)
 {
     static const char* const s_from = getenv("OTHER_FILES_OF");
     static const char* const s_to = getenv("OTHER_FILES");
-    const std::string asked = path ? path : "";
-    const std::string from = s_from ? s_from : "";
-    if (!s_to || from.empty() || asked.compare(0, from.size() + 1, from + "/") != 0)
-        return asked;
-    return s_to + asked.substr(from.size());
+    const std::string asked = path;
+    const std::string from = std::string(s_from ? s_from : "") + "/";
+    return s_to && asked.rfind(from, 0) == 0 ? s_to + asked.substr(from.size() - 1) : asked;
 }
 
 template <typename Function>
@@ -27,21 +25,6 @@ Function* next(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
-
-/// The text of a path that is asked for, or null as it was.
-class Path {
-public:
-    explicit Path(const char* path)
-        : m_text(elsewhere(path))
-        , m_isNull(!path)
-    {
-    }
-    const char* get() const { return m_isNull ? nullptr : m_text.c_str(); }
-
-private:
-    std::string m_text;
-    bool m_isNull;
-};
 
 } // namespace
 
@@ -54,7 +37,7 @@ private:
         va_start(rest, flags);                                                                               \
         const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(rest, mode_t) : 0;                        \
         va_end(rest);                                                                                        \
-        return next<int(const char*, int, ...)>(#NAME)(Path(path).get(), flags, mode);                       \
+        return next<int(const char*, int, ...)>(#NAME)(elsewhere(path).c_str(), flags, mode);                \
     }
 OPEN(open)
 OPEN(open64)
@@ -62,13 +45,13 @@ OPEN(open64)
 /// What open() is in a program whose calls the compiler has checked.
 EXPORT int __open_2(const char* path, int flags) // NOLINT(bugprone-reserved-identifier)
 {
-    return next<int(const char*, int)>("__open_2")(Path(path).get(), flags);
+    return next<int(const char*, int)>("__open_2")(elsewhere(path).c_str(), flags);
 }
 
 #define STAT(NAME, RECORD)                                                                                   \
     EXPORT int NAME(const char* path, RECORD* record)                                                        \
     {                                                                                                        \
-        return next<int(const char*, RECORD*)>(#NAME)(Path(path).get(), record);                             \
+        return next<int(const char*, RECORD*)>(#NAME)(elsewhere(path).c_str(), record);                      \
     }
 STAT(stat, struct stat)
 STAT(stat64, struct stat64)
@@ -77,16 +60,17 @@ STAT(lstat64, struct stat64)
 
 EXPORT int access(const char* path, int mode)
 {
-    return next<int(const char*, int)>("access")(Path(path).get(), mode);
+    return next<int(const char*, int)>("access")(elsewhere(path).c_str(), mode);
 }
 
 EXPORT FILE* fopen64(const char* path, const char* mode)
 {
-    return next<FILE*(const char*, const char*)>("fopen64")(Path(path).get(), mode);
+    return next<FILE*(const char*, const char*)>("fopen64")(elsewhere(path).c_str(), mode);
 }
 
 /// The C library opens catalogues by itself.
 EXPORT char* bindtextdomain(const char* domain, const char* folder)
 {
-    return next<char*(const char*, const char*)>("bindtextdomain")(domain, Path(folder).get());
+    return next<char*(const char*, const char*)>("bindtextdomain")(
+        domain, folder ? elsewhere(folder).c_str() : nullptr);
 }

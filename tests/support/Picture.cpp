@@ -3,68 +3,67 @@
 #include "Folders.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <numeric>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 
-#include <endian.h>
-
 namespace tv {
 
-namespace {
-
-/// Fields of a window dump's header: 32-bit words, highest byte first.
-enum HeaderWord {
-    kHeaderSize = 0,
-    kByteOrder = 7,
-    kBitsPerPixel = 11,
-    kColours = 19,
-    kHeaderWords = 25,
-};
-
-constexpr size_t kColourSize = 12;
-
-uint32_t byteAt(const std::string& data, size_t offset)
+std::ostream& operator<<(std::ostream& out, const Geometry& geometry)
 {
-    return static_cast<unsigned char>(data[offset]);
+    return out << geometry.width << "x" << geometry.height << "+" << geometry.x << "+" << geometry.y;
 }
-
-uint32_t headerWord(const std::string& data, size_t index)
-{
-    const size_t at = index * 4;
-    return byteAt(data, at) << 24 | byteAt(data, at + 1) << 16 | byteAt(data, at + 2) << 8
-        | byteAt(data, at + 3);
-}
-
-} // namespace
 
 size_t Picture::differences(const Picture& other) const
 {
-    size_t result = 0;
-    for (size_t i = 0; i < pixels.size(); ++i)
-        result += pixels[i] != other.pixels[i];
-    return result;
+    return std::inner_product(
+        pixels.begin(), pixels.end(), other.pixels.begin(), size_t {0}, std::plus<>(), std::not_equal_to<>());
 }
 
-size_t Picture::count(uint32_t colour) const
+size_t Picture::count(uint32_t colour, int tolerance) const
 {
-    return static_cast<size_t>(std::count(pixels.begin(), pixels.end(), colour));
+    const auto differs = [=](uint32_t pixel, int shift) {
+        return std::abs(static_cast<int>(pixel >> shift & 0xFF) - static_cast<int>(colour >> shift & 0xFF))
+            > tolerance;
+    };
+    return static_cast<size_t>(std::count_if(pixels.begin(), pixels.end(),
+        [&](uint32_t pixel) { return !differs(pixel, 0) && !differs(pixel, 8) && !differs(pixel, 16); }));
+}
+
+Geometry Picture::surrounding(uint32_t colour, int width, int height) const
+{
+    int left = width;
+    int right = -1;
+    int top = height;
+    int bottom = -1;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            if (pixels[static_cast<size_t>(y * 1920 + x)] != colour)
+                continue;
+            left = std::min(left, x);
+            right = std::max(right, x);
+            top = std::min(top, y);
+            bottom = y;
+        }
+    }
+    return right < 0 ? Geometry {} : Geometry {left, top, right - left + 1, bottom - top + 1};
 }
 
 Picture readWindowDump(const std::filesystem::path& file)
 {
     const std::string data = readFile(file);
-    if (data.size() < size_t {kHeaderWords} * 4 || headerWord(data, kBitsPerPixel) != 32
-        || headerWord(data, kByteOrder) != 0)
-        throw std::runtime_error("not a window dump of a known kind: " + file.string());
     Picture picture;
-    const size_t begin = headerWord(data, kHeaderSize) + headerWord(data, kColours) * kColourSize;
+    // The pixels are the last of the file; before them it tells their kind.
     const size_t size = picture.pixels.size() * sizeof(uint32_t);
-    if (data.size() != begin + size)
-        throw std::runtime_error("window dump of another size: " + file.string());
-    std::memcpy(picture.pixels.data(), &data[begin], size);
+    if (data.size() < size)
+        throw std::runtime_error("no window dump of a whole screen: " + file.string());
+    std::memcpy(picture.pixels.data(), &data[data.size() - size], size);
     for (uint32_t& pixel : picture.pixels)
-        pixel = le32toh(pixel) & 0xFFFFFF; // the fourth byte says nothing
+        pixel &= 0xFFFFFF; // the fourth byte says nothing
     return picture;
 }
 

@@ -8,19 +8,34 @@
 
 namespace tv {
 
+struct Geometry {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const Geometry& other) const
+    {
+        return x == other.x && y == other.y && width == other.width && height == other.height;
+    }
+};
+std::ostream& operator<<(std::ostream& out, const Geometry& geometry);
+
 struct Picture {
     std::vector<uint32_t> pixels = std::vector<uint32_t>(1920 * 1080); ///< 0xRRGGBB, rows from the top
 
     /// @return how many pixels differ
     size_t differences(const Picture& other) const;
-    /// @return how many pixels have exactly this colour
-    size_t count(uint32_t colour) const;
+    /// @return how many pixels have this colour, or one whose parts differ from it by that much
+    size_t count(uint32_t colour, int tolerance = 0) const;
+    /// @return what surrounds the pixels of this colour in the upper left corner of this size; no width when
+    /// there are none
+    Geometry surrounding(uint32_t colour, int width = 1920, int height = 1080) const;
     bool operator==(const Picture& other) const { return pixels == other.pixels; }
     bool operator!=(const Picture& other) const { return pixels != other.pixels; }
 };
 
 /// Reads an X window dump of a whole screen, 32 bits a pixel, lowest byte first.
-/// @throws std::runtime_error for anything else
+/// @throws std::runtime_error for one that is too short
 Picture readWindowDump(const std::filesystem::path& file);
 
 } // namespace tv

@@ -12,13 +12,14 @@ namespace tv {
 class PrivateBus {
 public:
     /// @throws std::runtime_error when the bus does not come up
-    PrivateBus();
+    PrivateBus() { restart(); }
 
     /// Stays the same when the bus is started again.
     const std::string& address() const { return m_address; }
+    bool isUp() const { return m_process->running(); }
     /// Ends the bus at once, as a crash would; returns when it is gone.
     void kill();
-    /// Starts the bus that was killed, at the same place. @throws std::runtime_error
+    /// Starts the bus afresh, at the same place. @throws std::runtime_error
     void restart();
     /// Lets the bus take connections and messages but answer nothing, until it goes on.
     void stall() { m_process->signal(SIGSTOP); }
@@ -26,8 +27,8 @@ public:
 
 private:
     Folders m_folders;
+    std::string m_address = "unix:path=" + (m_folders.root() / "bus").string();
     std::unique_ptr<Process> m_process;
-    std::string m_address;
 };
 
 } // namespace tv

@@ -9,7 +9,6 @@
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace tv {
 
@@ -18,7 +17,6 @@ namespace {
 std::vector<char*> pointers(const std::vector<std::string>& texts)
 {
     std::vector<char*> result;
-    result.reserve(texts.size() + 1);
     for (const std::string& text : texts)
         result.push_back(const_cast<char*>(text.c_str()));
     result.push_back(nullptr);
@@ -30,19 +28,20 @@ void dieWithParent(gpointer /*data*/)
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
-int exitStatus(int waitStatus)
-{
-    return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
-}
-
 } // namespace
 
 void LineReader::open(int descriptor)
 {
     m_descriptor = descriptor;
     g_unix_set_fd_nonblocking(descriptor, TRUE, nullptr);
-    m_source = Source(g_unix_fd_add(
-        descriptor, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), on_readable, this));
+    listen(true);
+}
+
+void LineReader::listen(bool on)
+{
+    constexpr auto kAnything = static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR);
+    m_source =
+        on && !isAtEnd() ? Source(g_unix_fd_add(m_descriptor, kAnything, on_readable, this)) : Source();
 }
 
 gboolean LineReader::on_readable(gint /*descriptor*/, GIOCondition /*condition*/, gpointer self)
@@ -92,14 +91,13 @@ void LineReader::close()
 
 Process::Process(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
 {
-    std::vector<char*> argv = pointers(arguments);
-    std::vector<char*> envp = pointers(environment);
     GError* raw = nullptr;
     int output = -1;
     int errors = -1;
     const auto flags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
-    const bool started = g_spawn_async_with_pipes(nullptr, argv.data(), envp.data(), flags, dieWithParent,
-        nullptr, &m_pid, &m_input, &output, &errors, &raw);
+    const bool started =
+        g_spawn_async_with_pipes(nullptr, pointers(arguments).data(), pointers(environment).data(), flags,
+            dieWithParent, nullptr, &m_pid, &m_input, &output, &errors, &raw);
     const ErrorPtr error(raw);
     if (!started)
         throw std::runtime_error(error->message);
@@ -111,8 +109,6 @@ Process::Process(const std::vector<std::string>& arguments, const std::vector<st
 Process::~Process()
 {
     ::close(m_input);
-    if (!running())
-        return;
     signal(SIGKILL);
     waitForExit();
 }
@@ -123,7 +119,7 @@ void Process::on_exit(GPid /*pid*/, gint waitStatus, gpointer self)
     process->m_watch.forget();
     process->m_output.drain();
     process->m_errors.drain();
-    process->m_status = exitStatus(waitStatus);
+    process->m_status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
 }
 
 void Process::signal(int number) const

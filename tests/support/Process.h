@@ -11,7 +11,7 @@
 
 namespace tv {
 
-/// Reads the lines that arrive on a pipe; owns its descriptor.
+/// Collects the lines that arrive on a pipe or socket; owns its descriptor.
 class LineReader {
 public:
     LineReader() = default;
@@ -20,8 +20,11 @@ public:
     LineReader& operator=(const LineReader&) = delete;
 
     void open(int descriptor);
+    /// Whether lines are taken when they come. What nobody takes makes whoever writes wait.
+    void listen(bool on);
     /// Takes in whatever has arrived, without waiting.
     void drain();
+    bool isAtEnd() const { return m_descriptor < 0; }
     const std::vector<std::string>& lines() const { return m_lines; }
 
 private:
@@ -29,9 +32,9 @@ private:
     void take(const char* bytes, size_t count);
     void close();
 
+    std::vector<std::string> m_lines;
     int m_descriptor = -1;
     std::string m_rest; ///< the line that has not ended yet
-    std::vector<std::string> m_lines;
     Source m_source; // declared last: no callback outlives what it fills
 };
 
@@ -53,6 +56,8 @@ public:
     std::optional<int> status() const { return m_status; }
     const std::vector<std::string>& output() const { return m_output.lines(); }
     const std::vector<std::string>& errors() const { return m_errors.lines(); }
+    /// Whether somebody reads the program's standard error, as from the start.
+    void listenToErrors(bool on) { m_errors.listen(on); }
 
     void signal(int number) const;
     /// Writes a line to the program's standard input, which stays open as long as this object.

@@ -1,10 +1,7 @@
 #include "Screen.h"
 
-#include "Wait.h"
+#include "Process.h"
 
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <sstream>
 
 #include <sys/socket.h>
@@ -22,6 +19,11 @@ void take(const std::string& name, const std::string& value, Screen& screen)
         screen.visible = value == "1";
     else if (name == "leftover")
         screen.leftover = std::stoi(value);
+    else if (name == "pictures")
+        screen.pictures = std::stoi(value);
+    else if (name == "drawn")
+        std::istringstream(value) >> screen.drawn.x >> screen.drawn.y >> screen.drawn.width
+            >> screen.drawn.height;
     else if (name == "popup")
         screen.cards.push_back({value, {}, {}, {}});
     else if (name == "text" && !value.empty())
@@ -75,21 +77,13 @@ std::optional<Screen> askProbe(const std::string& socket)
     const int descriptor = connectTo(socket);
     if (descriptor < 0)
         return std::nullopt;
-    std::string answer;
-    std::array<char, 4096> bytes {};
     // The program may be waiting for a daemon that lives in this process.
-    const bool whole = waitUntil([&] {
-        ssize_t count = 0;
-        while ((count = read(descriptor, bytes.data(), bytes.size())) > 0)
-            answer.append(bytes.data(), static_cast<size_t>(count));
-        return count == 0 || (errno != EAGAIN && errno != EINTR);
-    });
-    close(descriptor);
-    if (!whole || answer.empty())
+    LineReader answer;
+    answer.open(descriptor);
+    if (!waitUntil([&] { return answer.isAtEnd(); }) || answer.lines().empty())
         return std::nullopt;
     Screen screen;
-    std::istringstream lines(answer);
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : answer.lines()) {
         const size_t blank = line.find(' ');
         take(line.substr(0, blank), line.substr(blank + 1), screen);
     }

@@ -2,6 +2,8 @@
 #ifndef TESSEL_TESTS_SCREEN_H
 #define TESSEL_TESTS_SCREEN_H
 
+#include "Picture.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +28,8 @@ struct Screen {
     bool visible = false; ///< the window
     int leftover = 0; ///< hidden popups, and buttons that are in no visible popup
     std::vector<Card> cards; ///< lowest first
+    int pictures = 0; ///< how many were drawn since the screen was asked for last
+    Geometry drawn; ///< what is around all that was drawn in them; no width when that was nothing
 
     /// @return whether it shows these cards, lowest first, and nothing is left over; none: no window either
     bool shows(const std::vector<Card>& expected) const;

@@ -6,6 +6,8 @@
 ///
 ///   window   1 when the window is visible
 ///   leftover the popups that are not visible, and the buttons that are in no visible popup
+///   pictures how many were drawn since the answer before
+///   drawn    what is around all that was drawn in them: x, y, width and height
 ///   popup    begins a popup, lowest first; its value is the title
 ///   text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
 // To tell an object that has members from one that has none.
@@ -168,6 +170,8 @@ enum class Picture { Wanted, Begun, Done };
 std::vector<int> s_arrived; ///< connections
 std::vector<int> s_waiting; ///< connections whose answer follows the pictures
 std::map<const Evas*, Picture> s_pictures;
+int s_drawnPictures = 0;
+Eina_Rectangle s_drawn; ///< what is around all of it
 
 std::vector<Evas*> canvases()
 {
@@ -187,6 +191,10 @@ bool isShown(const Evas* canvas)
 std::string description()
 {
     Report report;
+    report.add("pictures", s_drawnPictures);
+    report.add("drawn",
+        std::to_string(s_drawn.x) + " " + std::to_string(s_drawn.y) + " " + std::to_string(s_drawn.w) + " "
+            + std::to_string(s_drawn.h));
     for (const Evas* canvas : canvases()) {
         for (Evas_Object* object : everything(canvas, true)) {
             if (isOfType(object, "elm_win"))
@@ -199,6 +207,8 @@ std::string description()
 void answer(const std::vector<int>& connections)
 {
     const std::string text = description();
+    s_drawnPictures = 0;
+    s_drawn = {};
     for (const int connection : connections) {
         const ssize_t sent = send(connection, text.data(), text.size(), MSG_NOSIGNAL);
         if (connection >= 0 && sent != static_cast<ssize_t>(text.size()))
@@ -213,8 +223,19 @@ void on_drawing(void*, Evas* canvas, void*)
         s_pictures[canvas] = Picture::Begun;
 }
 
-void on_drawn(void*, Evas* canvas, void*)
+void on_drawn(void*, Evas* canvas, void* event)
 {
+    const Eina_List* areas = static_cast<Evas_Event_Render_Post*>(event)->updated_area;
+    const Eina_List* entry = nullptr;
+    void* area = nullptr;
+    EINA_LIST_FOREACH(areas, entry, area)
+    {
+        const auto* added = static_cast<Eina_Rectangle*>(area);
+        if (s_drawn.w == 0)
+            s_drawn = *added;
+        eina_rectangle_union(&s_drawn, added);
+    }
+    s_drawnPictures += areas ? 1 : 0; // none is drawn while nobody can see it
     if (s_pictures[canvas] == Picture::Begun)
         s_pictures[canvas] = Picture::Done;
 }
@@ -274,6 +295,8 @@ int accepted(Ecore_Fd_Handler* handler)
 
 Eina_Bool on_connection(void*, Ecore_Fd_Handler* handler)
 {
+    const auto all = canvases();
+    std::for_each(all.begin(), all.end(), follow);
     answer({accepted(handler)});
     return ECORE_CALLBACK_RENEW;
 }

@@ -2,8 +2,9 @@
 #ifndef TESSEL_TESTS_SPEECH_SERVER_H
 #define TESSEL_TESTS_SPEECH_SERVER_H
 
+#include "Handles.h"
+
 #include <atomic>
-#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -36,23 +37,16 @@ public:
     int visits() const { return m_visits; }
 
 private:
-    struct Conversation {
-        std::string rest; ///< a line that has not ended yet
-        bool isText = false; ///< what comes is a text, up to a line with a dot
-    };
-
-    void serve();
-    bool takeFrom(int descriptor, Conversation& conversation);
-    std::string answerTo(const std::string& line, Conversation& conversation);
+    void converse(GIOStream* guest);
+    std::string answerTo(const std::string& line, bool& isText);
 
     std::string m_path;
-    int m_listening = -1;
-    int m_end[2] = {-1, -1}; ///< a pipe that ends the thread
+    ObjectPtr<GSocketListener> m_listener {g_socket_listener_new()};
+    ObjectPtr<GCancellable> m_end {g_cancellable_new()}; ///< ends the thread
     std::atomic<Manner> m_manner;
     std::atomic<int> m_visits {0};
     mutable std::mutex m_mutex; ///< of m_told
     std::vector<std::string> m_told;
-    std::map<int, Conversation> m_conversations;
     std::thread m_thread;
 };
 

@@ -24,6 +24,7 @@ TvBox::TvBox(const PrivateBus& bus, const Display& screen)
     , daemon(std::make_unique<Daemon>(bus.address()))
 {
     settings.setText(kLanguage, "en_US.UTF-8");
+    settings.setText(kWizardMode, "FIRST_RUN");
     setVariable("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
     setVariable("DISPLAY", display.name());
     setVariable("ORBIS_SPEECH_LOG", speechLog(folders).string());
@@ -40,10 +41,9 @@ std::vector<std::string> TvBox::environment() const
     std::vector<std::string> result;
     for (const auto& [name, value] : m_variables)
         result.emplace_back(name).append("=").append(value);
-    for (std::string& variable : folders.environment()) {
-        if (m_variables.count(variable.substr(0, variable.find('='))) == 0)
-            result.push_back(std::move(variable));
-    }
+    // Where a name comes twice, the first one holds.
+    for (std::string& variable : folders.environment())
+        result.push_back(std::move(variable));
     return result;
 }
 
@@ -64,6 +64,15 @@ testing::AssertionResult TvBox::start(const std::vector<std::string>& arguments)
     if (!daemon->findsUi(program->pid()))
         return testing::AssertionFailure() << "the daemon was told before the name was the program's";
     return testing::AssertionSuccess();
+}
+
+testing::AssertionResult TvBox::startAgain()
+{
+    program.reset();
+    daemon->forget();
+    for (const char* key : {kStartMode, kReady, kOwned, kRequest})
+        settings.remove(key);
+    return start();
 }
 
 testing::AssertionResult TvBox::request(const std::string& method, const std::vector<std::string>& texts)
@@ -91,6 +100,12 @@ testing::AssertionResult TvBox::show(const std::string& method, const std::vecto
     return testing::AssertionSuccess();
 }
 
+testing::AssertionResult TvBox::show(const ShownRequest& request)
+{
+    auto shown = show(request.method, request.texts);
+    return shown ? shows({request.card}) : shown;
+}
+
 testing::AssertionResult TvBox::screenIsPlain() const
 {
     const int pid = program->pid();
@@ -115,6 +130,11 @@ void TvBox::watchScreen()
 Screen TvBox::screen() const
 {
     return askProbeWhenDrawn(probeSocket(folders)).value_or(Screen {});
+}
+
+Screen TvBox::drawn() const
+{
+    return askProbe(probeSocket(folders)).value_or(Screen {});
 }
 
 testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
@@ -151,10 +171,10 @@ testing::AssertionResult TvBox::setStartMode(int value) const
     const size_t mark = program->mark();
     if (!settings.setInt(kStartMode, value))
         return testing::AssertionFailure() << "the setting cannot be written";
-    if (auto handled = program->waitForLog("START", mark); !handled)
-        return handled << " after start mode " << value;
-    if (auto handled = program->waitForLog("END", mark); !handled)
-        return handled << " after start mode " << value;
+    for (const char* line : {"START", "END"}) {
+        if (auto handled = program->waitForLog(line, mark); !handled)
+            return handled << " after start mode " << value;
+    }
     if (value != 100 && !program->running())
         return testing::AssertionFailure() << "start mode " << value << " ended the program";
     return testing::AssertionSuccess();

@@ -23,9 +23,16 @@ constexpr const char* kLanguage = "db/menu_widget/language";
 constexpr const char* kScreenReader = "db/menu/system/accessibility/screenreader";
 constexpr const char* kPackage = "org.orbis.tessel-UI";
 
+/// A request over the bus, and the popup that it brings.
+struct ShownRequest {
+    const char* method;
+    std::vector<std::string> texts;
+    Card card;
+};
+
 class TvBox {
 public:
-    /// The TV speaks English.
+    /// The TV speaks English, and its wizard runs for the first time.
     /// @param bus      borrowed; where the daemon lives
     /// @param display  borrowed; must outlive the box
     TvBox(const PrivateBus& bus, const Display& display);
@@ -41,15 +48,21 @@ public:
     std::unique_ptr<Program> launch(const std::vector<std::string>& arguments) const;
     /// Starts the program and waits until the daemon can send it requests.
     testing::AssertionResult start(const std::vector<std::string>& arguments = {"LAUNCH_MODE=POPUP"});
+    /// Ends the program, forgets what the set-up has changed, and starts the program.
+    testing::AssertionResult startAgain();
     /// Sends a request; success when it is answered with (i) 0.
     testing::AssertionResult request(const std::string& method, const std::vector<std::string>& texts = {});
     /// The same, and waits until its popup is on the screen, at rest, and has the keys.
     testing::AssertionResult show(const std::string& method, const std::vector<std::string>& texts = {});
+    /// The same, and that it is the popup which the request brings.
+    testing::AssertionResult show(const ShownRequest& request);
     /// Lets the programs started from now on tell what they have on the screen; the box has done so already.
     void watchScreen();
     /// @return what the program has on the screen, an empty one when it does not tell; it tells when it has
     /// dealt with all that had come before, keys too, and has drawn what that changed
     Screen screen() const;
+    /// @return the screen as it is, with what was drawn since it was asked for last
+    Screen drawn() const;
     /// Success when, at last, the program shows exactly these popups, lowest first, with nothing left over,
     /// and has drawn them.
     testing::AssertionResult shows(const std::vector<Card>& cards) const;

@@ -16,6 +16,12 @@ void TvTest::TearDown()
 {
     if (HasFailure())
         std::cout << box.report();
+    // What a case has ended, or a failed one may have left in any state, is there again for the next.
+    s_bus->goOn();
+    if (HasFailure() || !s_bus->isUp())
+        s_bus->restart();
+    if (HasFailure() || !s_display->isUp())
+        s_display->start();
 }
 
 testing::AssertionResult TvTest::endedByViewer(bool readySet)

@@ -13,7 +13,8 @@ protected:
     static void SetUpTestSuite();
 
     TvTest() = default;
-    /// Tells, after a failure, what the program logged and what the daemon received.
+    /// Tells, after a failure, what the program logged and what the daemon received; starts the bus and the
+    /// display afresh when the case has ended them.
     void TearDown() override;
 
     /// Success when the program told the daemon of the viewer's stop and ended as it should: the daemon
@@ -22,6 +23,7 @@ protected:
     testing::AssertionResult endedByViewer(bool readySet);
 
     static Display& display() { return *s_display; }
+    static PrivateBus& bus() { return *s_bus; }
 
     TvBox box {*s_bus, *s_display};
 

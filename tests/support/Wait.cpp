@@ -4,22 +4,13 @@
 
 namespace tv {
 
-namespace {
-
-/// Conditions that no event announces (a file, a window) are looked at this often.
-constexpr guint kLookMs = 15;
-
-gboolean on_look(gpointer /*data*/)
-{
-    return G_SOURCE_CONTINUE;
-}
-
-} // namespace
-
 bool waitUntil(const std::function<bool()>& condition, Milliseconds limit)
 {
+    // Conditions that no event announces (a file, a window) are looked at this often.
+    constexpr guint kLookMs = 15;
     const auto end = std::chrono::steady_clock::now() + limit;
-    const Source look(g_timeout_add(kLookMs, on_look, nullptr));
+    const Source look(g_timeout_add(
+        kLookMs, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr));
     while (!condition()) {
         if (std::chrono::steady_clock::now() >= end)
             return false;

@@ -18,6 +18,11 @@ bool waitUntil(const std::function<bool()>& condition, Milliseconds limit = kLim
 
 /// Runs the main context for @p duration. @return false as soon as @p condition does not hold
 bool stays(const std::function<bool()>& condition, Milliseconds duration);
+/// Runs the main context for @p duration.
+inline void pass(Milliseconds duration)
+{
+    stays([] { return true; }, duration);
+}
 
 } // namespace tv
 

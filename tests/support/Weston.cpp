@@ -14,8 +14,8 @@ Weston::Weston(TvBox& box, int idleSeconds)
             "--height=1080", std::string("--socket=") + kSocket, "--idle-time=" + std::to_string(idleSeconds),
             "--config=" + settings.string()},
         box.environment());
-    const auto socket = box.folders.session() / kSocket;
-    if (!waitUntil([&] { return std::filesystem::exists(socket) || !m_process->running(); })
+    m_socket = box.folders.session() / kSocket;
+    if (!waitUntil([&] { return std::filesystem::exists(m_socket) || !m_process->running(); })
         || !m_process->running())
         throw std::runtime_error("the compositor did not start");
     box.setVariable("WAYLAND_DISPLAY", kSocket);

@@ -12,10 +12,15 @@ public:
     /// @param idleSeconds  after so long without a key its screen goes off; 0: never
     /// @throws std::runtime_error when it does not start
     Weston(TvBox& box, int idleSeconds);
+    /// Takes the socket away, too: whoever starts the next one waits for it.
+    ~Weston() { std::filesystem::remove(m_socket); }
+    Weston(const Weston&) = delete;
+    Weston& operator=(const Weston&) = delete;
 
     const Process& process() const { return *m_process; }
 
 private:
+    std::filesystem::path m_socket;
     std::unique_ptr<Process> m_process;
 };
 

@@ -1,0 +1,142 @@
+/// The program when it is asked for too much at once, and when the machine has nothing left to give it.
+#include "Cards.h"
+#include "TvTest.h"
+
+#include <csignal>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include <sys/resource.h>
+
+namespace {
+
+using tv::waitUntil;
+
+constexpr tv::Milliseconds kPatience {120000};
+
+class AFlood : public tv::TvTest {
+protected:
+    /// Sends calls that each replace the popup before, without waiting.
+    void send(size_t count)
+    {
+        for (size_t i = 0; i < count; ++i)
+            box.daemon->send("ShowPinPopup", {"Anna's phone", std::to_string(i)}, kPatience);
+    }
+    size_t answers() const { return box.daemon->replies().size(); }
+
+    /// @return the seconds of processor time that the program has used
+    double used() const
+    {
+        clockid_t clock {};
+        timespec time {};
+        EXPECT_EQ(clock_getcpuclockid(box.program->pid(), &clock), 0);
+        clock_gettime(clock, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    }
+
+    /// @return the processor time that @p count calls cost
+    double costOf(size_t count)
+    {
+        const double before = used();
+        const size_t all = answers() + count;
+        send(count);
+        EXPECT_TRUE(waitUntil([&] { return answers() == all; }, kPatience));
+        return used() - before;
+    }
+};
+
+TEST_F(AFlood, CostsWithItsNumberIsServedInOrderAndLetsSettingsAndSignalsThrough)
+{
+    ASSERT_TRUE(box.start());
+    costOf(40); // whatever the first popups need
+    const double few = costOf(60);
+    const size_t mark = box.program->mark();
+    const double many = costOf(240);
+    EXPECT_LT(many, 8 * few) << "60 calls cost " << few << " s, 240 " << many << " s";
+    std::cout << "    60 calls cost " << few << " s, 240 " << many << " s\n";
+    std::vector<std::string> order;
+    for (size_t i = 0; i < 240; ++i) {
+        order.emplace_back("Call ShowPinPopup method");
+        order.push_back("Pin = " + std::to_string(i));
+    }
+    EXPECT_TRUE(box.program->logsInOrder(order, mark));
+    for (const tv::Reply& reply : box.daemon->replies())
+        ASSERT_EQ(reply.value, "(0,)") << reply.error;
+
+    const size_t all = answers() + 1500;
+    const size_t some = answers() + 20;
+    send(1500);
+    ASSERT_TRUE(waitUntil([&] { return answers() > some; }));
+    ASSERT_TRUE(box.setStartMode(99));
+    ASSERT_LT(answers(), all) << "the calls are over before the setting was seen";
+    box.program->signal(SIGTERM);
+    // A second on a machine that has nothing else to do; without turns in between it takes minutes.
+    EXPECT_EQ(box.program->waitForExit(tv::Milliseconds(4000)), 0);
+    ASSERT_TRUE(waitUntil([&] { return answers() == all; }));
+    EXPECT_EQ(box.daemon->replies().back().value, "") << "a call that was not served counts as served";
+    EXPECT_TRUE(box.program->logged("In CTesselUI::Main after loop"));
+    EXPECT_TRUE(box.screenIsPlain());
+}
+
+class WithLittleLeft : public tv::TvTest {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(box.start());
+        ASSERT_TRUE(box.show(tv::kPinRequest));
+    }
+
+    std::filesystem::path process() const { return "/proc/" + std::to_string(box.program->pid()); }
+
+    /// Bounds what the program may have from now on. @return what was allowed before
+    rlim_t limit(__rlimit_resource resource, rlim_t bound) const
+    {
+        rlimit before {};
+        EXPECT_EQ(prlimit(box.program->pid(), resource, nullptr, &before), 0);
+        const rlimit now {bound, before.rlim_max};
+        EXPECT_EQ(prlimit(box.program->pid(), resource, &now, nullptr), 0);
+        return before.rlim_cur;
+    }
+};
+
+TEST_F(WithLittleLeft, NoDescriptorCostsNoMoreThanTheRequestsOfThatTime)
+{
+    const auto open = std::distance(
+        std::filesystem::directory_iterator(process() / "fd"), std::filesystem::directory_iterator());
+    const rlim_t before = limit(RLIMIT_NOFILE, static_cast<rlim_t>(open - 4));
+    for (const tv::ShownRequest& request : tv::kRequests)
+        EXPECT_TRUE(box.request(request.method, request.texts));
+    ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"tnc"})"));
+    ASSERT_TRUE(tv::stays([&] { return box.program->running(); }, tv::Milliseconds(500)));
+
+    limit(RLIMIT_NOFILE, before);
+    ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"tnc"})"));
+    EXPECT_TRUE(box.shows({tv::kTermsCard}));
+    ASSERT_TRUE(box.show(tv::kPinRequest));
+    EXPECT_TRUE(box.press({"Return"}));
+    EXPECT_TRUE(endedByViewer(true));
+}
+
+TEST_F(WithLittleLeft, MemoryForAHugeRequestCostsThatRequestOnly)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs more addresses than any bound leaves";
+#endif
+    rlim_t pages = 0;
+    std::ifstream(process() / "statm") >> pages;
+    constexpr rlim_t kSpare = rlim_t {24} << 20;
+    limit(RLIMIT_AS, pages * 4096 + kSpare);
+    const std::string huge(size_t {15} << 20, 'x');
+    ASSERT_TRUE(
+        box.settings.setText(tv::kRequest, R"({"page":"pin","mobilename":")" + huge + R"(","pin":"1"})"));
+    ASSERT_TRUE(tv::stays([&] { return box.program->running(); }, tv::Milliseconds(1500)))
+        << "a value that is too large ended the program";
+    ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"tnc"})"));
+    EXPECT_TRUE(box.shows({tv::kTermsCard}));
+    ASSERT_TRUE(box.setStartMode(100));
+    EXPECT_TRUE(box.program->endsWith(0));
+}
+
+} // namespace
