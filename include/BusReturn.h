@@ -14,9 +14,9 @@ namespace TesselUI {
 /// until the bus is back or its owner drops it. Main loop only; never blocks.
 class BusReturn {
 public:
-    /// @param onBack  called once, when the bus has accepted a connection (which is closed again); may delete
-    ///                this object
-    explicit BusReturn(std::function<void()> onBack);
+    /// @param onBack  called when the bus has accepted a connection (which is closed again). It may delete this
+    ///                object and return true; after false it is called again a little later
+    explicit BusReturn(std::function<bool()> onBack);
     ~BusReturn();
     BusReturn(const BusReturn&) = delete;
     BusReturn& operator=(const BusReturn&) = delete;
@@ -31,7 +31,7 @@ private:
     void tryToConnect();
     void retryLater();
 
-    std::function<void()> m_onBack;
+    std::function<bool()> m_onBack;
     GFileMonitor* m_monitor = nullptr; ///< owned; null when there is no file to watch
     GCancellable* m_cancellable; ///< owned
     bool m_isTrying = false;

@@ -82,7 +82,7 @@ private:
     ~CTesselUI();
 
     void makeClient();
-    void startAgain();
+    bool startAgain();
     void serveRequest(const char* function);
 
     TesselDbusClient* m_pDbusClient; ///< owned

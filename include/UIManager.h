@@ -51,6 +51,8 @@ private:
 
     template <typename Popup, typename Make>
     int place(const Placing& placing, Popup*& slot, Make make);
+    template <typename Popup, typename Make, typename Fill>
+    int place(const Placing& placing, Popup*& slot, Make make, Fill fill);
 
     bool m_bInitialized;
     Evas_Object* m_pWin; ///< owned

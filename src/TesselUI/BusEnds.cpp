@@ -7,6 +7,7 @@
 #include "TesselDbusClient.h"
 #include "TesselUI.h"
 #include "TesselUIDbus.h"
+#include "base/GlibHandles.h"
 #include "vconf.h"
 
 #include <utility>
@@ -21,17 +22,22 @@ void CTesselUI::makeClient()
 void CTesselUI::busClosed()
 {
     LOGE("The connection to the bus was closed");
-    m_busReturn = std::make_unique<BusReturn>([this] { startAgain(); });
+    m_busReturn = std::make_unique<BusReturn>([this] { return startAgain(); });
 }
 
-/// Both ends go first: the bus library hands the closed connection out as long as anybody refers to it.
-void CTesselUI::startAgain()
+/// Both ends go first: the bus library hands the closed connection out as long as anybody refers to it. So
+/// does what is still under way on it, for a moment. @return whether there is a new one
+bool CTesselUI::startAgain()
 {
-    LOGI("The bus is back");
-    m_busReturn.reset();
     delete std::exchange(m_pUIDbus, nullptr);
     delete std::exchange(m_pDbusClient, nullptr);
+    const base::GObjectPtr<GDBusConnection> shared {g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)};
+    if (!shared || g_dbus_connection_is_closed(shared.get()))
+        return false;
+    LOGI("The bus is back");
+    m_busReturn.reset();
     makeClient();
+    return true;
 }
 
 void CTesselUI::stopTesselRequest(bool first, bool)

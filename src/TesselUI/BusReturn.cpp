@@ -36,7 +36,7 @@ std::string socketPath(std::string_view address)
 
 } // namespace
 
-BusReturn::BusReturn(std::function<void()> onBack)
+BusReturn::BusReturn(std::function<bool()> onBack)
     : m_onBack(std::move(onBack))
     , m_cancellable(g_cancellable_new())
     , m_triesLeft(kTries)
@@ -98,12 +98,9 @@ try {
     if (!self)
         return;
     self->m_isTrying = false;
-    if (!probe) {
+    const auto onBack = self->m_onBack; // outlives its owner
+    if (!probe || !onBack())
         self->retryLater();
-        return;
-    }
-    const auto onBack = std::move(self->m_onBack);
-    onBack();
 } catch (...) {
     logCaught(__func__);
 }

@@ -129,9 +129,10 @@ struct UIManager::Placing {
     const char* shown = nullptr;
 };
 
-/// Puts the popup that @p make gives (null: memory is short) in the place of all that is up, and shows it.
-template <typename Popup, typename Make>
-int UIManager::place(const Placing& placing, Popup*& slot, Make make)
+/// Puts the popup that @p make gives (null: memory is short) in the place of all that is up, lets @p fill
+/// fill it, and shows it. It is owned before it is filled, because that may throw.
+template <typename Popup, typename Make, typename Fill>
+int UIManager::place(const Placing& placing, Popup*& slot, Make make, Fill fill)
 {
     hideAllPopup(placing.lowersWindow);
     if (!placing.first.empty())
@@ -143,21 +144,26 @@ int UIManager::place(const Placing& placing, Popup*& slot, Make make)
     }
     if (placing.made)
         LOGI_AS(placing.function, "%s", placing.made);
+    fill(*slot);
     slot->show();
     if (placing.shown)
         LOGI_AS(placing.function, "%s", placing.shown);
     return kShown;
 }
 
+template <typename Popup, typename Make>
+int UIManager::place(const Placing& placing, Popup*& slot, Make make)
+{
+    return place(placing, slot, make, [](Popup&) {});
+}
+
 int UIManager::showPinPopup(std::string& mobileName, std::string& pin)
 {
     LOGI("Pin = %s", pin.c_str());
-    return place({__func__, false}, m_pPinPopup, [&] {
-        auto* popup = new (std::nothrow) PinPopup(m_pWin, TS_POPUP_PIN, this, kDefaultStyle);
-        if (popup)
-            popup->setMesg(pin, mobileName);
-        return popup;
-    });
+    return place(
+        {__func__, false}, m_pPinPopup,
+        [this] { return new (std::nothrow) PinPopup(m_pWin, TS_POPUP_PIN, this, kDefaultStyle); },
+        [&](PinPopup& popup) { popup.setMesg(pin, mobileName); });
 }
 
 int UIManager::showTncPopup()
