@@ -1,11 +1,11 @@
 #include "flux/Button.h"
 #include "elm_flux.h"
 #include "flux/Guard.h"
-#include "flux/Manager.h"
 #include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 #include "flux/Widget.h"
+#include "flux/WindowHost.h"
 
 namespace orbis::flux {
 
@@ -13,22 +13,22 @@ namespace {
 
 void on_focused(void*, Evas_Object* button, void*)
 {
-    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
-        manager->focusMoved();
+    if (WindowHost* host = WindowHost::of(elm_object_top_widget_get(button)))
+        host->focusMoved();
 }
 
 void on_unfocused(void*, Evas_Object* button, void*)
 {
-    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
-        manager->focusLeft();
+    if (WindowHost* host = WindowHost::of(elm_object_top_widget_get(button)))
+        host->focusLeft();
 }
 
 /// Runs before the application's own handlers. What waits behind this press was made before the viewer saw
 /// what came of it.
 void on_clicked(void*, Evas_Object* button, void*)
 {
-    if (Manager* manager = Manager::of(elm_object_top_widget_get(button)))
-        manager->pictureChanges();
+    if (WindowHost* host = WindowHost::of(elm_object_top_widget_get(button)))
+        host->pictureChanges();
 }
 
 } // namespace

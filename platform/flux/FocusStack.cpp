@@ -1,12 +1,21 @@
 #include "flux/FocusStack.h"
 
-#include "flux/Manager.h"
-#include "flux/Popup.h"
 #include "flux/Theme.h"
+#include "flux/WindowHost.h"
 
 #include <algorithm>
 
 namespace orbis::flux {
+
+namespace {
+
+void tellOfChange(const Evas_Object* popup)
+{
+    if (WindowHost* host = WindowHost::present())
+        host->topPopupChanged(elm_object_top_widget_get(popup));
+}
+
+} // namespace
 
 FocusStack& FocusStack::instance()
 {
@@ -15,66 +24,61 @@ FocusStack& FocusStack::instance()
     return s_stack;
 }
 
-namespace {
-
-/// What was pressed up to now was meant for the popup that was on top.
-void tellOfChange(const Evas_Object* popup)
-{
-    if (Manager* manager = Manager::of(elm_object_top_widget_get(popup)))
-        manager->pictureChanges();
-}
-
-} // namespace
-
-void FocusStack::push(Evas_Object* popup)
+void FocusStack::push(Evas_Object* popup, GiveFocus giveFocus)
 {
     if (top() == popup)
         return;
-    m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
+    take(popup);
     Evas_Object* below = top();
-    m_popups.push_back(popup);
+    m_popups.push_back({popup, giveFocus});
     if (below)
         elm_object_tree_focus_allow_set(below, EINA_FALSE);
     elm_object_tree_focus_allow_set(popup, EINA_TRUE);
     updateDims();
-    Manager::popupsChanged();
     tellOfChange(popup);
-    focusPopup(popup);
+    giveFocus(popup);
 }
 
 void FocusStack::updateDims()
 {
     const char* whole = highContrast() ? "flux,dim,strong" : "flux,dim,full";
-    for (Evas_Object* popup : m_popups) {
-        const Manager* manager = Manager::of(elm_object_top_widget_get(popup));
+    for (const Entry& entry : m_popups) {
+        const WindowHost* host = WindowHost::of(elm_object_top_widget_get(entry.popup));
         const char* signal = whole;
-        if (popup != m_popups.front())
+        if (entry.popup != m_popups.front().popup)
             signal = "flux,dim,veil";
-        else if (manager && manager->isDimmed())
+        else if (host && host->isDimmed())
             signal = "flux,dim,clear";
-        elm_object_signal_emit(popup, signal, "");
+        elm_object_signal_emit(entry.popup, signal, "");
     }
 }
 
 void FocusStack::remove(Evas_Object* popup)
 {
     const bool wasTop = !empty() && top() == popup;
-    m_popups.erase(std::remove(m_popups.begin(), m_popups.end(), popup), m_popups.end());
+    take(popup);
     updateDims();
-    if (wasTop)
-        tellOfChange(popup);
-    Evas_Object* below = top();
-    if (wasTop)
-        Manager::popupsChanged();
-    if (!wasTop || !below)
+    if (!wasTop)
         return;
-    elm_object_tree_focus_allow_set(below, EINA_TRUE);
-    focusPopup(below);
+    tellOfChange(popup);
+    if (empty())
+        return;
+    const Entry below = m_popups.back();
+    elm_object_tree_focus_allow_set(below.popup, EINA_TRUE);
+    below.giveFocus(below.popup);
+}
+
+/// Takes @p popup out, wherever it is.
+void FocusStack::take(const Evas_Object* popup)
+{
+    m_popups.erase(std::remove_if(m_popups.begin(), m_popups.end(),
+                       [popup](const Entry& entry) { return entry.popup == popup; }),
+        m_popups.end());
 }
 
 Evas_Object* FocusStack::top() const
 {
-    return m_popups.empty() ? nullptr : m_popups.back();
+    return m_popups.empty() ? nullptr : m_popups.back().popup;
 }
 
 } // namespace orbis::flux

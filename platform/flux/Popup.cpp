@@ -1,14 +1,14 @@
-#include "flux/Popup.h"
-
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
 #include "flux/Guard.h"
-#include "flux/Manager.h"
 #include "flux/Markup.h"
+#include "flux/PopupButtons.h"
+#include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 #include "flux/Unit.h"
 #include "flux/Widget.h"
+#include "flux/WindowHost.h"
 
 #include <string>
 
@@ -50,7 +50,7 @@ void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
 {
     fitToWindow(popup, static_cast<PopupRecord*>(data)->window);
     evas_object_raise(popup);
-    FocusStack::instance().push(popup);
+    FocusStack::instance().push(popup, focusPopup);
     tellContent(popup, "flux,popup,shown");
 }
 
@@ -76,8 +76,8 @@ PopupRecord::~PopupRecord()
     if (focusJob)
         ecore_job_del(focusJob);
     FocusStack::instance().remove(object);
-    if (Manager* manager = Manager::of(window))
-        manager->popupGone();
+    if (WindowHost* host = WindowHost::of(window))
+        host->popupGone();
     for (int slot = 0; slot < ELM_FLUX_POPUP_BUTTONS; ++slot)
         forgetButton(*this, slot);
     elm_box_layout_set(row, nullptr, nullptr, nullptr); // it outlives the record by a moment
@@ -92,8 +92,8 @@ Evas_Object* elm_flux_popup_add(Evas_Object* parent)
 {
     Evas_Object* window = isUsable(parent) ? elm_object_top_widget_get(parent) : nullptr;
     orbis::app::applyWaitingLanguage(); // the popup before this one may have gone in the same turn
-    if (Manager* manager = Manager::of(window))
-        manager->ensureScale();
+    if (WindowHost* host = WindowHost::of(window))
+        host->ensureScale();
     Evas_Object* popup = addThemedLayout(window, "popup", "0");
     if (!popup)
         return nullptr;

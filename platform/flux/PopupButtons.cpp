@@ -1,10 +1,9 @@
-/// The buttons of a popup: which slot they are in, where they stand, and which of them has the focus.
+#include "flux/PopupButtons.h"
 
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
-#include "flux/Manager.h"
-#include "flux/Popup.h"
 #include "flux/Record.h"
+#include "flux/WindowHost.h"
 
 #include <algorithm>
 
@@ -99,8 +98,8 @@ void on_buttonDeleted(void* data, Evas*, Evas_Object* button, void*)
 /// What was pressed up to now was not meant for the buttons as they are from here on.
 void tellOfChange(const PopupRecord& record)
 {
-    if (Manager* manager = Manager::of(record.window))
-        manager->pictureChanges();
+    if (WindowHost* host = WindowHost::of(record.window))
+        host->pictureChanges();
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 
 namespace orbis::flux {
 
+/// The key of popups' records, for who only asks whether something is one.
+inline constexpr const char* kPopupKey = "orbis.flux.popup";
+
 /// A record type R names the key it is kept under (R::kKey) and the object it belongs to (R::object).
 /// The record is made with attachRecord() and goes with the object, before the widgets inside are deleted:
 /// its destructor takes back whatever of it is registered elsewhere. recordOf() gives null for a null or

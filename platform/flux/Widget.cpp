@@ -1,6 +1,5 @@
 #include "flux/Widget.h"
 
-#include "flux/Popup.h"
 #include "flux/Record.h"
 
 namespace orbis::flux {
@@ -13,7 +12,7 @@ bool isUsable(const Evas_Object* object)
 
 bool canHold(const Evas_Object* container, const Evas_Object* item)
 {
-    if (!isUsable(item) || elm_object_top_widget_get(item) == item || recordOf<PopupRecord>(item))
+    if (!isUsable(item) || elm_object_top_widget_get(item) == item || evas_object_data_get(item, kPopupKey))
         return false;
     for (const Evas_Object* around = container; around; around = elm_object_parent_widget_get(around)) {
         if (around == item)

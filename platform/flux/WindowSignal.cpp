@@ -1,10 +1,10 @@
 /// Signals to the window. The toolkit drops a theme signal that is emitted on a window, because a window has
 /// no theme object of its own; the widget set gives it a dim layer, so this definition, which precedes the
-/// toolkit's in the search order, hands a managed window's signals to the manager and all others on.
+/// toolkit's in the search order, hands a managed window's signals to its host and all others on.
 
 #include "flux/WindowSignal.h"
 #include "dlog.h"
-#include "flux/Manager.h"
+#include "flux/WindowHost.h"
 
 #include <dlfcn.h>
 
@@ -27,8 +27,8 @@ extern "C" __attribute__((visibility("default"))) void elm_object_signal_emit(
     using Emit = void (*)(Evas_Object*, const char*, const char*);
     static const auto toolkitEmit = reinterpret_cast<Emit>(dlsym(RTLD_NEXT, "elm_object_signal_emit"));
 
-    if (orbis::flux::Manager* manager = orbis::flux::Manager::of(object))
-        manager->windowSignal(emission ? emission : "");
+    if (orbis::flux::WindowHost* host = orbis::flux::WindowHost::of(object))
+        host->windowSignal(emission ? emission : "");
     else if (toolkitEmit)
         toolkitEmit(object, emission, source);
 }

@@ -3,7 +3,7 @@
 #define TESTS_TOOLKIT_H
 
 #include "Display.h"
-#include "flux/Popup.h"
+#include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 
