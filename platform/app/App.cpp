@@ -14,6 +14,7 @@
 #include "aul.h"
 #include "base/Handles.h"
 #include "log/StandardError.h"
+#include "names/Places.h"
 #include "settings/Folders.h"
 
 #include <Elementary.h>
@@ -98,7 +99,8 @@ int Run::execute(int argc, char** argv)
         return APP_ERROR_NONE;
     if (claim == Instance::Claim::Denied)
         _exit(APP_EXIT_DENIED);
-    std::optional<Trace> status {std::in_place, runtimeFolder() + "/apps/" + m_id, Trace::Whose::IfItNamesUs};
+    std::optional<Trace> status {
+        std::in_place, runtimeFolder() + names::kStatusEntries + '/' + m_id, Trace::Whose::IfItNamesUs};
     aul_app_set_status(m_id.c_str(), STATUS_LAUNCHING);
     if (!startLoop())
         return APP_ERROR_INVALID_CONTEXT;

@@ -2,6 +2,7 @@
 
 #include "app.h"
 #include "app/Language.h"
+#include "names/SettingsKeys.h"
 #include "vconf.h"
 
 #include <memory>
@@ -18,8 +19,6 @@ struct app_event_info {
 };
 
 namespace {
-
-constexpr const char* kLanguageKey = "db/menu_widget/language";
 
 /// Handles stay valid until the process ends, so their records are kept as long.
 std::vector<std::unique_ptr<app_event_handler>>& handlers()
@@ -51,12 +50,12 @@ namespace orbis::app {
 
 void startEventSources()
 {
-    vconf_notify_key_changed(kLanguageKey, on_languageChanged, nullptr);
+    vconf_notify_key_changed(names::kLanguageKey, on_languageChanged, nullptr);
 }
 
 void stopEventSources()
 {
-    vconf_ignore_key_changed(kLanguageKey, on_languageChanged);
+    vconf_ignore_key_changed(names::kLanguageKey, on_languageChanged);
 }
 
 } // namespace orbis::app

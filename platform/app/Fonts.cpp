@@ -4,6 +4,8 @@
 #include "base/FontHandles.h"
 #include "base/GlibHandles.h"
 #include "dlog.h"
+#include "names/LogTag.h"
+#include "names/Places.h"
 
 #include <fontconfig/fontconfig.h>
 #include <glib.h>
@@ -20,8 +22,6 @@ namespace orbis::app {
 
 namespace {
 
-/// Where the machine's fonts, and the family names that the TV's texts carry, are described.
-constexpr const char* kFontsFile = ORBIS_SYSROOT "/etc/fonts/fonts.conf";
 constexpr size_t kFontsFileLimit = size_t {1} << 20;
 
 /// The family of the widgets' texts.
@@ -34,7 +34,7 @@ constexpr double kCheckDelay = 1.0;
 std::string faultOfDescription()
 {
     errno = 0;
-    const auto text = readResource(kFontsFile, kFontsFileLimit);
+    const auto text = readResource(names::kFontsFile, kFontsFileLimit);
     if (!text)
         return strerror(errno);
     constexpr GMarkupParser kNothing {};
@@ -93,11 +93,11 @@ void chooseFonts()
     if (getenv("FONTCONFIG_FILE"))
         return;
     if (const std::string fault = faultOfDescription(); !fault.empty())
-        dlog_print(DLOG_ERROR, "orbis-platform",
-            "The description of fonts cannot be used, texts are in the machine's own: %s: %s", kFontsFile,
-            fault.c_str());
+        dlog_print(DLOG_ERROR, names::kLogTag,
+            "The description of fonts cannot be used, texts are in the machine's own: %s: %s",
+            names::kFontsFile, fault.c_str());
     else
-        setenv("FONTCONFIG_FILE", kFontsFile, 1);
+        setenv("FONTCONFIG_FILE", names::kFontsFile, 1);
 }
 
 FontCheck::FontCheck()
@@ -119,7 +119,7 @@ Eina_Bool FontCheck::on_time(void* data)
     static_cast<FontCheck*>(data)->m_timer = nullptr;
     if (const std::string fault = faultOfFonts(); !fault.empty())
         dlog_print(
-            DLOG_ERROR, "orbis-platform", "The font of the texts is missing: %s: %s", kFamily, fault.c_str());
+            DLOG_ERROR, names::kLogTag, "The font of the texts is missing: %s: %s", kFamily, fault.c_str());
     return ECORE_CALLBACK_CANCEL;
 }
 

@@ -1,5 +1,6 @@
 #include "app/Instance.h"
 
+#include "names/Places.h"
 #include "settings/Folders.h"
 
 #include <fcntl.h>
@@ -94,7 +95,7 @@ void Instance::becomeFirst(int folder, const std::string& path, const std::strin
 
 Instance::Claim Instance::claim(const std::string& application, const LaunchParameters& parameters)
 {
-    const std::string path = runtimeFolder() + "/app-control";
+    const std::string path = runtimeFolder() + names::kLaunches;
     const FileDescriptor folder(
         makeFolders(path) ? open(path.c_str(), O_DIRECTORY | O_PATH | O_CLOEXEC) : -1);
     if (!folder) {

@@ -5,6 +5,8 @@
 #include "app/ResourceFile.h"
 #include "base/Handles.h"
 #include "dlog.h"
+#include "names/LogTag.h"
+#include "names/SettingsKeys.h"
 #include "vconf.h"
 
 #include <Elementary.h>
@@ -30,8 +32,6 @@ extern "C" int _nl_msg_cat_cntr;
 namespace orbis::app {
 
 namespace {
-
-constexpr const char* kLanguageKey = "db/menu_widget/language";
 
 /// Languages written from right to left.
 constexpr std::string_view kRightToLeft[] = {"ur", "fa", "ar", "he"};
@@ -71,7 +71,7 @@ std::string languageOfEnvironment()
 std::string chosenLanguage()
 {
     static const std::string s_environment = languageOfEnvironment();
-    const base::MallocStr setting {vconf_get_str(kLanguageKey)};
+    const base::MallocStr setting {vconf_get_str(names::kLanguageKey)};
     const std::string choice = setting && *setting ? setting.get() : s_environment;
     return choice.substr(0, choice.find('.'));
 }
@@ -99,8 +99,7 @@ void sayOnce(const std::string& path, const std::string& fault)
 {
     static std::set<std::string> s_said;
     if (s_said.insert(path).second)
-        dlog_print(DLOG_ERROR, "orbis-platform",
-            "A message catalogue cannot be used, its texts are %s: %s: %s",
+        dlog_print(DLOG_ERROR, names::kLogTag, "A message catalogue cannot be used, its texts are %s: %s: %s",
             path.find("/" + std::string(kFallback) + "/") == std::string::npos ? "in English" : "their ids",
             path.c_str(), fault.c_str());
 }

@@ -2,6 +2,7 @@
 #include "elm_flux.h"
 #include "flux/Record.h"
 #include "flux/Widget.h"
+#include "names/LogTag.h"
 
 #include <cstdint>
 #include <string>
@@ -63,7 +64,7 @@ Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path)
     if (!fault)
         return EINA_TRUE;
     elm_image_file_set(imagebox, former.empty() ? nullptr : former.c_str(), nullptr);
-    dlog_print(DLOG_ERROR, "orbis-platform", "A picture is left out: %s: %s", path, fault);
+    dlog_print(DLOG_ERROR, orbis::names::kLogTag, "A picture is left out: %s: %s", path, fault);
     return EINA_FALSE;
 }
 

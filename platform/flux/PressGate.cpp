@@ -3,16 +3,11 @@
 #include "dlog.h"
 #include "flux/FocusStack.h"
 #include "flux/KeyGuard.h"
+#include "names/LogTag.h"
 
 #include <Ecore_Input.h>
 
 namespace orbis::flux {
-
-namespace {
-
-constexpr const char* kLogTag = "orbis";
-
-} // namespace
 
 PressGate::PressGate(Evas_Object* window, KeyGuard& keys)
     : m_window(window)
@@ -91,7 +86,7 @@ Eina_Bool PressGate::on_keyDown(void* data, int, void* eventInfo)
     }
     self->m_keys.hold(event->keyname, event->timestamp);
     if (self->m_droppedKeys.insert(event->keyname).second)
-        dlog_print(DLOG_INFO, kLogTag, "Ignored a press of %s: %s", event->keyname, objection);
+        dlog_print(DLOG_INFO, names::kLogTag, "Ignored a press of %s: %s", event->keyname, objection);
     return ECORE_CALLBACK_DONE;
 }
 
@@ -109,7 +104,7 @@ Eina_Bool PressGate::on_buttonDown(void* data, int, void* eventInfo)
     if (!objection)
         return ECORE_CALLBACK_PASS_ON;
     self->m_droppedButtons.insert(event->buttons);
-    dlog_print(DLOG_INFO, kLogTag, "Ignored a click: %s", objection);
+    dlog_print(DLOG_INFO, names::kLogTag, "Ignored a click: %s", objection);
     return ECORE_CALLBACK_DONE;
 }
 

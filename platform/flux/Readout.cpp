@@ -3,6 +3,8 @@
 #include "app/Language.h"
 #include "base/Handles.h"
 #include "flux/SpokenText.h"
+#include "names/Environment.h"
+#include "names/SettingsKeys.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,13 +17,10 @@ namespace orbis::flux {
 
 namespace {
 
-constexpr const char* kReaderKey = "db/menu/system/accessibility/screenreader";
-constexpr const char* kLogVariable = "ORBIS_SPEECH_LOG";
-
 bool readerIsOn()
 {
     int on = 0;
-    return vconf_get_int(kReaderKey, &on) == VCONF_OK && on == 1;
+    return vconf_get_int(names::kScreenReaderKey, &on) == VCONF_OK && on == names::kOn;
 }
 
 /// Does not wait for a reader when the file is a pipe. What is said may be a code: the file is for its owner.
@@ -40,7 +39,7 @@ void appendLine(const char* path, const std::string& line)
 Readout::~Readout()
 {
     if (m_speech)
-        vconf_ignore_key_changed(kReaderKey, on_readerChanged);
+        vconf_ignore_key_changed(names::kScreenReaderKey, on_readerChanged);
 }
 
 void Readout::speakFocused(Evas_Object* widget)
@@ -55,14 +54,14 @@ void Readout::speakFocused(Evas_Object* widget)
 void Readout::speak(const std::string& text)
 {
     const std::string line = spokenLine(text);
-    const char* path = getenv(kLogVariable);
+    const char* path = getenv(names::kSpeechLogVariable);
     if (path && *path) {
         appendLine(path, line + '\n');
         return;
     }
     if (!m_speech) {
         m_speech = std::make_unique<Speech>();
-        vconf_notify_key_changed(kReaderKey, on_readerChanged, this);
+        vconf_notify_key_changed(names::kScreenReaderKey, on_readerChanged, this);
     }
     m_speech->say({withDigitsApart(line), app::languageOfTexts()});
 }

@@ -1,6 +1,7 @@
 #include "flux/Speech.h"
 
 #include "dlog.h"
+#include "names/LogTag.h"
 
 #include <chrono>
 #include <exception>
@@ -77,7 +78,7 @@ bool Speech::start()
         });
         return true;
     } catch (const std::exception& error) {
-        dlog_print(DLOG_ERROR, "orbis-platform", "Nothing can be read out: %s\n", error.what());
+        dlog_print(DLOG_ERROR, names::kLogTag, "Nothing can be read out: %s\n", error.what());
         return false;
     }
 }
@@ -92,7 +93,7 @@ void Speech::order(Order order)
     }
     m_orders->changed.notify_one();
     if (!problem.empty())
-        dlog_print(DLOG_ERROR, "orbis-platform", "The speech service is of no use: %s\n", problem.c_str());
+        dlog_print(DLOG_ERROR, names::kLogTag, "The speech service is of no use: %s\n", problem.c_str());
 }
 
 Speech::Order Speech::Orders::take()

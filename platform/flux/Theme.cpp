@@ -5,6 +5,9 @@
 #include "dlog.h"
 #include "flux/PlainTheme.h"
 #include "flux/Widget.h"
+#include "names/LogTag.h"
+#include "names/Places.h"
+#include "names/SettingsKeys.h"
 #include "theme-digest.h"
 #include "vconf.h"
 
@@ -20,9 +23,6 @@ namespace orbis::flux {
 
 namespace {
 
-constexpr const char* kThemeFile = ORBIS_SYSROOT "/usr/share/orbis/flux.edj";
-constexpr const char* kContrastKey = "db/menu/system/accessibility/highcontrast";
-
 /// A group that the theme has and nothing else.
 constexpr const char* kOwnGroup = "elm/flux/dim/window";
 
@@ -31,7 +31,7 @@ constexpr const char* kOwnGroup = "elm/flux/dim/window";
 /// @return what is wrong with the file, or ""
 std::string faultOfTheme()
 {
-    const std::optional<std::string> bytes = readResource(kThemeFile, ORBIS_THEME_SIZE);
+    const std::optional<std::string> bytes = readResource(names::kThemeFile, ORBIS_THEME_SIZE);
     if (!bytes)
         return g_strerror(errno);
     const base::GStr digest {g_compute_checksum_for_data(
@@ -59,11 +59,11 @@ void ensureTheme()
     if (elm_theme_group_path_find(nullptr, kOwnGroup))
         return;
     if (const std::string fault = faultOfTheme(); !fault.empty()) {
-        dlog_print(DLOG_ERROR, "orbis-platform",
-            "The widgets' theme cannot be used, popups are plain: %s: %s", kThemeFile, fault.c_str());
+        dlog_print(DLOG_ERROR, names::kLogTag, "The widgets' theme cannot be used, popups are plain: %s: %s",
+            names::kThemeFile, fault.c_str());
         addPlainTheme();
     } else {
-        elm_theme_extension_add(nullptr, kThemeFile);
+        elm_theme_extension_add(nullptr, names::kThemeFile);
     }
 }
 
@@ -91,7 +91,7 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
 bool highContrast()
 {
     int contrast = 0;
-    return vconf_get_int(kContrastKey, &contrast) == VCONF_OK && contrast == 1;
+    return vconf_get_int(names::kHighContrastKey, &contrast) == VCONF_OK && contrast == names::kOn;
 }
 
 void applyContrast(Evas_Object* object)

@@ -5,6 +5,7 @@
 #include "flux/WindowSignal.h"
 #include "dlog.h"
 #include "flux/WindowHost.h"
+#include "names/LogTag.h"
 
 #include <dlfcn.h>
 
@@ -13,7 +14,7 @@ namespace orbis::flux {
 void checkSearchOrder()
 {
     if (!dlsym(RTLD_NEXT, "elm_object_signal_emit"))
-        dlog_print(DLOG_ERROR, "orbis",
+        dlog_print(DLOG_ERROR, names::kLogTag,
             "The toolkit's libraries come before the platform's: signals to the window have no effect. Link "
             "the "
             "platform's first");

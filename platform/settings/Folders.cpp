@@ -1,5 +1,8 @@
 #include "settings/Folders.h"
 
+#include "names/Environment.h"
+#include "names/Places.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <sys/stat.h>
@@ -18,12 +21,12 @@ std::string folderFromEnvironment(const char* variable, const char* standard)
 
 std::string stateFolder()
 {
-    return folderFromEnvironment("ORBIS_STATE_DIR", "/var/lib/orbis");
+    return folderFromEnvironment(names::kStateFolderVariable, names::kStateFolder);
 }
 
 std::string runtimeFolder()
 {
-    return folderFromEnvironment("ORBIS_RUNTIME_DIR", "/run/orbis");
+    return folderFromEnvironment(names::kRuntimeFolderVariable, names::kRuntimeFolder);
 }
 
 bool makeFolders(const std::string& path)

@@ -1,6 +1,7 @@
 #include "settings/Key.h"
 
 #include "base/Handles.h"
+#include "names/Places.h"
 #include "settings/Folders.h"
 
 #include <algorithm>
@@ -25,8 +26,8 @@ struct Area {
 };
 
 constexpr Area kAreas[] = {
-    {"db/", stateFolder, "/db", Durability::Durable},
-    {"memory/", runtimeFolder, "/memory", Durability::Volatile},
+    {"db/", stateFolder, names::kDurableSettings, Durability::Durable},
+    {"memory/", runtimeFolder, names::kVolatileSettings, Durability::Volatile},
 };
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";

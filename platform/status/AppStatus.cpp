@@ -1,5 +1,6 @@
 #include "aul.h"
 
+#include "names/Places.h"
 #include "settings/Folders.h"
 #include "settings/WholeFile.h"
 
@@ -37,7 +38,7 @@ struct ProcessState {
 
 std::string entriesFolder()
 {
-    return orbis::runtimeFolder() + "/apps";
+    return orbis::runtimeFolder() + orbis::names::kStatusEntries;
 }
 
 /// A leading dot is refused: it would reach the folder itself, the one above, and drafts of entries.

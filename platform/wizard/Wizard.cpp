@@ -1,5 +1,8 @@
 #include "wizard.h"
 
+#include "names/Environment.h"
+#include "names/Places.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -16,7 +19,6 @@ namespace {
 
 constexpr int kCannotRun = 127; // as a shell has it
 constexpr int kSignalBase = 128;
-constexpr char kStandardWizard[] = "/usr/apps/org.orbis.wizard/bin/wizard";
 
 std::vector<char*> checkedArguments(int argc, char** argv)
 {
@@ -125,8 +127,8 @@ int Wizard::StartWizardApp(int argc, char** argv, const char* appId, CWizardAppL
     if (!appId || !*appId)
         throw std::invalid_argument("no application id for the wizard");
 
-    const char* chosen = std::getenv("ORBIS_WIZARD");
-    const char* program = chosen && *chosen ? chosen : kStandardWizard;
+    const char* chosen = std::getenv(orbis::names::kWizardVariable);
+    const char* program = chosen && *chosen ? chosen : orbis::names::kWizard;
     PassedOnSignals signals;
     const StartAttributes attributes(signals.callersMask());
     pid_t process = 0;

@@ -50,7 +50,7 @@ protected:
         const auto& lines = box.program->errors();
         waitUntil([&] {
             return times == std::count_if(lines.begin(), lines.end(), [&](const std::string& line) {
-                return line.rfind("I/orbis: Ignored a " + what, 0) == 0;
+                return line.rfind("I/orbis-platform: Ignored a " + what, 0) == 0;
             });
         });
         return nothingIsAnswered();

@@ -72,7 +72,7 @@ TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
     EXPECT_EQ(program.waitForExit(), 0);
     const auto& lines = program.errors();
     const auto isComplaint = [](const std::string& line) {
-        return line.rfind("E/orbis: The toolkit's libraries come", 0) == 0;
+        return line.rfind("E/orbis-platform: The toolkit's libraries come", 0) == 0;
     };
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isComplaint), 1) << testing::PrintToString(lines);
     for (const std::string& line : journal::lines())
