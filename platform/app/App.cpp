@@ -13,9 +13,9 @@
 #include "app/WindowState.h"
 #include "aul.h"
 #include "base/Handles.h"
+#include "files/Folders.h"
 #include "log/StandardError.h"
 #include "names/Places.h"
-#include "settings/Folders.h"
 
 #include <Elementary.h>
 
@@ -99,8 +99,8 @@ int Run::execute(int argc, char** argv)
         return APP_ERROR_NONE;
     if (claim == Instance::Claim::Denied)
         _exit(APP_EXIT_DENIED);
-    std::optional<Trace> status {
-        std::in_place, runtimeFolder() + names::kStatusEntries + '/' + m_id, Trace::Whose::IfItNamesUs};
+    std::optional<Trace> status {std::in_place, files::runtimeFolder() + names::kStatusEntries + '/' + m_id,
+        Trace::Whose::IfItNamesUs};
     aul_app_set_status(m_id.c_str(), STATUS_LAUNCHING);
     if (!startLoop())
         return APP_ERROR_INVALID_CONTEXT;

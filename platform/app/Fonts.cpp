@@ -1,9 +1,9 @@
 #include "app/Fonts.h"
 
-#include "app/ResourceFile.h"
 #include "base/FontHandles.h"
 #include "base/GlibHandles.h"
 #include "dlog.h"
+#include "files/WholeFile.h"
 #include "names/LogTag.h"
 #include "names/Places.h"
 
@@ -34,7 +34,7 @@ constexpr double kCheckDelay = 1.0;
 std::string faultOfDescription()
 {
     errno = 0;
-    const auto text = readResource(names::kFontsFile, kFontsFileLimit);
+    const auto text = files::readInstalledFile(names::kFontsFile, kFontsFileLimit);
     if (!text)
         return strerror(errno);
     constexpr GMarkupParser kNothing {};

@@ -1,7 +1,7 @@
 #include "app/Instance.h"
 
+#include "files/Folders.h"
 #include "names/Places.h"
-#include "settings/Folders.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -35,13 +35,13 @@ bool isCurrent(int lock, int folder, const std::string& name)
         && held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
-FileDescriptor openLock(int folder, const std::string& name)
+files::FileDescriptor openLock(int folder, const std::string& name)
 {
     constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC;
-    FileDescriptor lock(openat(folder, name.c_str(), kFlags | O_CREAT, kLockMode));
+    files::FileDescriptor lock(openat(folder, name.c_str(), kFlags | O_CREAT, kLockMode));
     // Somebody else's file in a folder that everybody may write to: making it is refused, asking is not.
     if (!lock && errno == EACCES) {
-        FileDescriptor existing(openat(folder, name.c_str(), kFlags));
+        files::FileDescriptor existing(openat(folder, name.c_str(), kFlags));
         if (existing || errno != ENOENT)
             return existing;
         errno = EROFS; // there is none, and none can be made
@@ -73,7 +73,7 @@ bool isForeign(const std::string& path)
 Instance::Lock Instance::tryLock(int folder, const std::string& name)
 {
     for (;;) {
-        FileDescriptor lock = openLock(folder, name);
+        files::FileDescriptor lock = openLock(folder, name);
         if (!lock)
             return errno == EACCES || errno == EPERM ? Lock::Foreign : Lock::Impossible;
         if (flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
@@ -95,9 +95,9 @@ void Instance::becomeFirst(int folder, const std::string& path, const std::strin
 
 Instance::Claim Instance::claim(const std::string& application, const LaunchParameters& parameters)
 {
-    const std::string path = runtimeFolder() + names::kLaunches;
-    const FileDescriptor folder(
-        makeFolders(path) ? open(path.c_str(), O_DIRECTORY | O_PATH | O_CLOEXEC) : -1);
+    const std::string path = files::runtimeFolder() + names::kLaunches;
+    const files::FileDescriptor folder(
+        files::makeFolders(path) ? open(path.c_str(), O_DIRECTORY | O_PATH | O_CLOEXEC) : -1);
     if (!folder) {
         const int error = errno;
         return isForeign(path) ? deny(application, "or another user's folder is in its place")
@@ -131,7 +131,7 @@ void Instance::release()
     m_launches.close();
     m_socketFile.reset();
     m_lockFile.reset();
-    m_lock = FileDescriptor();
+    m_lock = files::FileDescriptor();
 }
 
 } // namespace orbis::app

@@ -3,7 +3,7 @@
 
 #include "app/Launches.h"
 #include "app/Traces.h"
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <optional>
 #include <string>
@@ -39,7 +39,7 @@ private:
     Lock tryLock(int folder, const std::string& name);
     void becomeFirst(int folder, const std::string& path, const std::string& application);
 
-    FileDescriptor m_lock; // declared first: the files go while it is held
+    files::FileDescriptor m_lock; // declared first: the files go while it is held
     std::optional<Trace> m_lockFile;
     std::optional<Trace> m_socketFile;
     Launches m_launches;

@@ -2,9 +2,9 @@
 
 #include "app/ApplicationId.h"
 #include "app/Catalogue.h"
-#include "app/ResourceFile.h"
 #include "base/Handles.h"
 #include "dlog.h"
+#include "files/WholeFile.h"
 #include "names/LogTag.h"
 #include "names/SettingsKeys.h"
 #include "vconf.h"
@@ -115,7 +115,7 @@ Found lookAt(const std::string& folder, const std::string& language)
 {
     const std::string path = pathOf(folder, language);
     errno = 0;
-    const auto bytes = readResource(path, kCatalogueLimit);
+    const auto bytes = files::readInstalledFile(path, kCatalogueLimit);
     if (!bytes && (errno == ENOENT || errno == ENOTDIR))
         return Found::Missing;
     const std::string fault = bytes ? faultOfCatalogue(*bytes) : strerror(errno);

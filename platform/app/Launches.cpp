@@ -34,9 +34,9 @@ sockaddr_un addressIn(int folder, const std::string& name)
     return address;
 }
 
-FileDescriptor makeSocket(int flags)
+files::FileDescriptor makeSocket(int flags)
 {
-    return FileDescriptor(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | flags, 0));
+    return files::FileDescriptor(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | flags, 0));
 }
 
 std::string packed(const LaunchParameters& parameters)
@@ -102,13 +102,14 @@ void Launches::close()
             ecore_main_fd_handler_del(guest.readable);
     }
     m_guests.clear();
-    m_socket = FileDescriptor();
+    m_socket = files::FileDescriptor();
 }
 
 Eina_Bool Launches::on_knock(void* data, Ecore_Fd_Handler*)
 {
     auto* self = static_cast<Launches*>(data);
-    FileDescriptor connection(accept4(self->m_socket.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    files::FileDescriptor connection(
+        accept4(self->m_socket.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
     if (!connection)
         return ECORE_CALLBACK_RENEW;
     // Whoever came first and has said nothing gives way.
@@ -161,7 +162,7 @@ bool Launches::serve(const Handler& handler)
 HandOver handOver(int folder, const std::string& name, const LaunchParameters& parameters,
     std::chrono::steady_clock::time_point deadline)
 {
-    const FileDescriptor peer = makeSocket(0);
+    const files::FileDescriptor peer = makeSocket(0);
     const sockaddr_un address = addressIn(folder, name);
     const std::string message = packed(parameters);
     if (!peer || message.size() > kMaxMessage)

@@ -5,7 +5,7 @@
 /// then sees the connection break.
 #pragma once
 
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <Ecore.h>
 
@@ -45,7 +45,7 @@ public:
 private:
     struct Guest {
         Launches* owner;
-        FileDescriptor connection;
+        files::FileDescriptor connection;
         Ecore_Fd_Handler* readable;
         std::string message; ///< empty until it is there
     };
@@ -53,7 +53,7 @@ private:
     static Eina_Bool on_knock(void* data, Ecore_Fd_Handler*);
     static Eina_Bool on_message(void* data, Ecore_Fd_Handler*);
 
-    FileDescriptor m_socket;
+    files::FileDescriptor m_socket;
     Ecore_Fd_Handler* m_knocks = nullptr;
     std::list<Guest> m_guests;
 };

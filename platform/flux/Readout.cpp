@@ -2,6 +2,7 @@
 
 #include "app/Language.h"
 #include "base/Handles.h"
+#include "files/FileDescriptor.h"
 #include "flux/SpokenText.h"
 #include "names/Environment.h"
 #include "names/SettingsKeys.h"
@@ -26,12 +27,10 @@ bool readerIsOn()
 /// Does not wait for a reader when the file is a pipe. What is said may be a code: the file is for its owner.
 void appendLine(const char* path, const std::string& line)
 {
-    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600);
-    if (file < 0)
-        return;
-    if (write(file, line.data(), line.size()) < 0)
+    const files::FileDescriptor file(
+        open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600));
+    if (file && write(file.get(), line.data(), line.size()) < 0)
         perror(path);
-    close(file);
 }
 
 } // namespace

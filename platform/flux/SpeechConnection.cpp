@@ -1,7 +1,7 @@
 #include "flux/SpeechConnection.h"
 
 #include "base/Handles.h"
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -49,7 +49,7 @@ Listener whoListens(const std::string& path)
     if (path.size() >= sizeof address.sun_path)
         return Listener::None;
     path.copy(address.sun_path, path.size());
-    const FileDescriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const files::FileDescriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     if (!end)
         return Listener::Silent;
     if (connect(end.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)

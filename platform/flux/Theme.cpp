@@ -1,8 +1,8 @@
 #include "flux/Theme.h"
 
-#include "app/ResourceFile.h"
 #include "base/GlibHandles.h"
 #include "dlog.h"
+#include "files/WholeFile.h"
 #include "flux/PlainTheme.h"
 #include "flux/Widget.h"
 #include "names/LogTag.h"
@@ -31,7 +31,7 @@ constexpr const char* kOwnGroup = "elm/flux/dim/window";
 /// @return what is wrong with the file, or ""
 std::string faultOfTheme()
 {
-    const std::optional<std::string> bytes = readResource(names::kThemeFile, ORBIS_THEME_SIZE);
+    const std::optional<std::string> bytes = files::readInstalledFile(names::kThemeFile, ORBIS_THEME_SIZE);
     if (!bytes)
         return g_strerror(errno);
     const base::GStr digest {g_compute_checksum_for_data(

@@ -1,5 +1,7 @@
 #include "log/Journal.h"
 
+#include "files/FileDescriptor.h"
+
 #include <cerrno>
 #include <cstring>
 #include <endian.h>
@@ -62,24 +64,21 @@ ssize_t send(const void* bytes, size_t size, const int* file)
 /// What is too long for a datagram is left in memory, for the journal to read there.
 ssize_t sendAsFile(const std::string& record)
 {
-    const int file = memfd_create("log-message", MFD_CLOEXEC | MFD_ALLOW_SEALING);
-    if (file < 0)
+    const files::FileDescriptor file(memfd_create("log-message", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (!file)
         return -1;
-    ssize_t result = -1;
     size_t written = 0;
     while (written < record.size()) {
-        const ssize_t count = write(file, record.data() + written, record.size() - written);
+        const ssize_t count = write(file.get(), record.data() + written, record.size() - written);
         if (count <= 0)
             break;
         written += static_cast<size_t>(count);
     }
     constexpr int kSeals = F_SEAL_SEAL | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE;
-    if (written == record.size() && fcntl(file, F_ADD_SEALS, kSeals) == 0)
-        result = send(nullptr, 0, &file);
-    const int error = errno;
-    close(file);
-    errno = error;
-    return result;
+    if (written < record.size() || fcntl(file.get(), F_ADD_SEALS, kSeals) != 0)
+        return -1;
+    const int number = file.get();
+    return send(nullptr, 0, &number);
 }
 
 } // namespace

@@ -15,9 +15,9 @@ namespace orbis::log {
 namespace {
 
 /// Once more, because the flags of the descriptor that we have are shared with other processes.
-int openWithoutWaiting()
+files::FileDescriptor openWithoutWaiting()
 {
-    return open("/proc/self/fd/2", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    return files::FileDescriptor(open("/proc/self/fd/2", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
 bool mayWait(mode_t mode)
@@ -30,17 +30,10 @@ bool mayWait(mode_t mode)
 void neverWaitForStandardError()
 {
     struct stat status = {};
-    const int own = fstat(STDERR_FILENO, &status) == 0 && mayWait(status.st_mode) ? openWithoutWaiting() : -1;
-    if (own < 0)
+    if (fstat(STDERR_FILENO, &status) != 0 || !mayWait(status.st_mode))
         return;
-    dup2(own, STDERR_FILENO);
-    close(own);
-}
-
-StandardError::~StandardError()
-{
-    if (m_own >= 0)
-        close(m_own);
+    if (const files::FileDescriptor own = openWithoutWaiting())
+        dup2(own.get(), STDERR_FILENO);
 }
 
 int StandardError::look()
@@ -50,9 +43,7 @@ int StandardError::look()
         return -errno;
     if (m_kind != Kind::None && status.st_dev == m_device && status.st_ino == m_inode)
         return 0;
-    if (m_own >= 0)
-        close(m_own);
-    m_own = -1;
+    m_own = files::FileDescriptor();
     m_rest.clear();
     m_device = status.st_dev;
     m_inode = status.st_ino;
@@ -66,7 +57,7 @@ void StandardError::classify(mode_t mode)
         m_kind = g_log_writer_is_journald(STDERR_FILENO) ? Kind::Journal : Kind::Socket;
     } else if (mayWait(mode)) {
         m_own = openWithoutWaiting();
-        m_kind = m_own >= 0 ? Kind::Own : Kind::Shared;
+        m_kind = m_own ? Kind::Own : Kind::Shared;
     } else {
         m_kind = Kind::File;
     }
@@ -117,7 +108,7 @@ ssize_t StandardError::writeSome(std::string_view bytes) const
     case Kind::Journal:
         return send(STDERR_FILENO, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     case Kind::Own:
-        return ::write(m_own, bytes.data(), bytes.size());
+        return ::write(m_own.get(), bytes.data(), bytes.size());
     case Kind::Shared:
         break;
     }

@@ -1,6 +1,8 @@
 /// Standard error, which others share and which may be read by nobody.
 #pragma once
 
+#include "files/FileDescriptor.h"
+
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -19,7 +21,6 @@ void neverWaitForStandardError();
 class StandardError {
 public:
     StandardError() = default;
-    ~StandardError();
     StandardError(const StandardError&) = delete;
     StandardError& operator=(const StandardError&) = delete;
 
@@ -50,7 +51,7 @@ private:
     ssize_t writeSome(std::string_view bytes) const;
 
     Kind m_kind = Kind::None;
-    int m_own = -1;
+    files::FileDescriptor m_own;
     dev_t m_device = 0; ///< of what was classified, as the inode
     ino_t m_inode = 0;
     std::string m_rest; ///< of a line that was begun

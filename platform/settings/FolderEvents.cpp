@@ -121,7 +121,7 @@ void FolderEvents::lookOnce(bool withNames)
 bool FolderEvents::follow()
 {
     if (!m_inotify)
-        m_inotify = FileDescriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+        m_inotify = files::FileDescriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     if (!m_inotify) {
         m_error = errno;
         return false;

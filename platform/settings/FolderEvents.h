@@ -2,7 +2,7 @@
 #ifndef ORBIS_FOLDER_EVENTS_H
 #define ORBIS_FOLDER_EVENTS_H
 
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <set>
 #include <string>
@@ -52,7 +52,7 @@ private:
 
     std::string m_folder;
     std::vector<std::string> m_ancestors; ///< topmost first, the folder's parent last
-    FileDescriptor m_inotify;
+    files::FileDescriptor m_inotify;
     std::vector<Place> m_places;
     int m_current = -1; ///< the folder's own watch, negative while there is none
     int m_error = 0;

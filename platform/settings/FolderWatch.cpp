@@ -1,32 +1,17 @@
 #include "settings/FolderWatch.h"
 
-#include "settings/Folders.h"
+#include "loop/LoopStart.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace orbis {
 
 namespace {
 
 constexpr double kSecondsBetweenLooks = 2;
-
-/// A watch that outlives the caller's use of Ecore must still find its handlers alive.
-bool joinLoop()
-{
-    // Without this variable the toolkit's start makes a folder in the home directory, and ends the process
-    // when that fails. It is looked up once; nothing is made in the folder that it names.
-    constexpr const char* kVariable = "XDG_RUNTIME_DIR";
-    const bool absent = !std::getenv(kVariable);
-    if (absent)
-        setenv(kVariable, runtimeFolder().c_str(), 1);
-    const bool joined = ecore_init() > 0;
-    if (absent)
-        unsetenv(kVariable);
-    return joined;
-}
 
 void tellOnce(const std::string& folder, int error)
 {
@@ -57,7 +42,8 @@ FolderWatch::~FolderWatch()
 
 std::unique_ptr<FolderWatch> FolderWatch::create(const std::string& folder, Changed changed)
 {
-    if (!joinLoop()) {
+    // A watch that outlives the caller's use of Ecore must still find its handlers alive.
+    if (!loop::start()) {
         errno = ENOMEM;
         return nullptr;
     }

@@ -1,8 +1,8 @@
 #include "settings/Key.h"
 
 #include "base/Handles.h"
+#include "files/Folders.h"
 #include "names/Places.h"
-#include "settings/Folders.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,12 +22,12 @@ struct Area {
     std::string_view prefix; ///< of its keys
     std::string (*root)();
     const char* folder; ///< below the root
-    Durability durability;
+    files::Durability durability;
 };
 
 constexpr Area kAreas[] = {
-    {"db/", stateFolder, names::kDurableSettings, Durability::Durable},
-    {"memory/", runtimeFolder, names::kVolatileSettings, Durability::Volatile},
+    {"db/", files::stateFolder, names::kDurableSettings, files::Durability::Durable},
+    {"memory/", files::runtimeFolder, names::kVolatileSettings, files::Durability::Volatile},
 };
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";

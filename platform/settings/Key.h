@@ -2,7 +2,7 @@
 #ifndef ORBIS_KEY_H
 #define ORBIS_KEY_H
 
-#include "settings/WholeFile.h"
+#include "files/WholeFile.h"
 
 #include <optional>
 #include <string>
@@ -14,7 +14,7 @@ namespace orbis {
 struct KeyFile {
     std::string folder; ///< of the area, the same for all its keys
     std::string name;
-    Durability durability;
+    files::Durability durability;
 
     std::string path() const { return folder + '/' + name; }
 };

@@ -1,7 +1,7 @@
 #include "settings/KeyWatches.h"
 
+#include "files/Folders.h"
 #include "settings/FolderWatch.h"
-#include "settings/Folders.h"
 #include "settings/Key.h"
 
 #include <algorithm>
@@ -142,7 +142,7 @@ bool addKeyWatch(const char* key, vconf_callback_fn callback, void* userData)
         errno = callback ? EEXIST : EINVAL;
         return false;
     }
-    makeFolders(file->folder); // where that may not be, the folder is waited for
+    files::makeFolders(file->folder); // where that may not be, the folder is waited for
     const auto known = areas().find(file->folder);
     std::unique_ptr<FolderWatch> folder;
     if (known != areas().end())

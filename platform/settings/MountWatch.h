@@ -2,7 +2,7 @@
 #ifndef ORBIS_MOUNT_WATCH_H
 #define ORBIS_MOUNT_WATCH_H
 
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <Ecore.h>
 #include <functional>
@@ -25,8 +25,8 @@ private:
     static void on_changed(void* data) noexcept;
 
     std::function<void()> m_changed;
-    FileDescriptor m_waker;
-    FileDescriptor m_table;
+    files::FileDescriptor m_waker;
+    files::FileDescriptor m_table;
     Ecore_Fd_Handler* m_handler = nullptr;
     Ecore_Idle_Enterer* m_idle = nullptr;
     Ecore_Job* m_job = nullptr;

@@ -66,14 +66,15 @@ std::optional<Value> readValue(const char* key)
     if (!place)
         return std::nullopt;
     struct stat status = {};
-    const FileDescriptor file = openFile(place->path(), kLargestFile, status);
+    const files::FileDescriptor file =
+        files::openFile(place->path(), kLargestFile, files::Links::Refused, status);
     if (!file)
         return std::nullopt;
     const auto size = static_cast<size_t>(status.st_size);
     base::MallocStr bytes(allocate(size + 1));
     if (!bytes)
         return std::nullopt;
-    const ssize_t count = readBytes(file, bytes.get(), size);
+    const ssize_t count = files::readBytes(file, bytes.get(), size);
     return count < 0 ? std::nullopt : decode(std::move(bytes), static_cast<size_t>(count));
 }
 
@@ -87,9 +88,9 @@ bool writeValue(const char* key, vconf_type type, std::string_view text)
         errno = EFBIG;
         return false;
     }
-    FileKind kind;
+    files::FileKind kind;
     kind.durability = place->durability;
-    return replaceFile(place->folder, place->name, {header, text}, kind);
+    return files::replaceFile(place->folder, place->name, {header, text}, kind);
 }
 
 } // namespace orbis

@@ -64,7 +64,7 @@ int vconf_unset(const char* key)
 {
     return guarded<int>(VCONF_ERROR, [=] {
         const auto file = orbis::fileOfKey(key);
-        return result(file && orbis::removeFile(file->folder, file->name, file->durability));
+        return result(file && orbis::files::removeFile(file->folder, file->name, file->durability));
     });
 }
 

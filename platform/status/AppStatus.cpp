@@ -1,8 +1,8 @@
 #include "aul.h"
 
+#include "files/Folders.h"
+#include "files/WholeFile.h"
 #include "names/Places.h"
-#include "settings/Folders.h"
-#include "settings/WholeFile.h"
 
 #include <array>
 #include <cerrno>
@@ -38,7 +38,7 @@ struct ProcessState {
 
 std::string entriesFolder()
 {
-    return orbis::runtimeFolder() + orbis::names::kStatusEntries;
+    return orbis::files::runtimeFolder() + orbis::names::kStatusEntries;
 }
 
 /// A leading dot is refused: it would reach the folder itself, the one above, and drafts of entries.
@@ -74,9 +74,10 @@ std::optional<Entry> readEntry(const char* package)
     if (!isUsable(package))
         return std::nullopt;
     struct stat status = {};
-    const auto file = orbis::openFile(entriesFolder() + '/' + package, kLongestEntry, status);
+    const auto file = orbis::files::openFile(
+        entriesFolder() + '/' + package, kLongestEntry, orbis::files::Links::Refused, status);
     std::array<char, kLongestEntry> text = {};
-    const ssize_t size = file ? orbis::readBytes(file, text.data(), text.size()) : -1;
+    const ssize_t size = file ? orbis::files::readBytes(file, text.data(), text.size()) : -1;
     if (size < 0)
         return std::nullopt;
     auto entry = parse({text.data(), static_cast<size_t>(size)});
@@ -171,11 +172,11 @@ int aul_app_set_status(const char* package, aul_app_status status)
         return -1;
     try {
         const std::string text = std::to_string(getpid()) + ' ' + std::to_string(status) + '\n';
-        orbis::FileKind kind;
+        orbis::files::FileKind kind;
         kind.mode = 0644; // no secret, and other users' applications ask for it
         if (const auto state = stateOf(getpid()))
             kind.time = markOf(*state);
-        return orbis::replaceFile(entriesFolder(), package, {text}, kind) ? 0 : -1;
+        return orbis::files::replaceFile(entriesFolder(), package, {text}, kind) ? 0 : -1;
     } catch (const std::exception&) {
         return -1;
     }
@@ -186,7 +187,9 @@ int aul_app_remove_status(const char* package)
     try {
         const auto entry = findRunning(package);
         const bool own = entry && entry->process == getpid();
-        return own && orbis::removeFile(entriesFolder(), package, orbis::Durability::Volatile) ? 0 : -1;
+        return own && orbis::files::removeFile(entriesFolder(), package, orbis::files::Durability::Volatile)
+            ? 0
+            : -1;
     } catch (const std::exception&) {
         return -1;
     }

@@ -1,8 +1,7 @@
 /// Small files that are only ever replaced as a whole.
-#ifndef ORBIS_WHOLE_FILE_H
-#define ORBIS_WHOLE_FILE_H
+#pragma once
 
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <ctime>
 #include <initializer_list>
@@ -11,7 +10,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace orbis {
+namespace orbis::files {
 
 /// Whether a change has to survive the loss of power.
 enum class Durability { Volatile, Durable };
@@ -35,14 +34,22 @@ bool replaceFile(const std::string& folder, const std::string& name,
 /// @return false with errno on failure, a missing file included
 bool removeFile(const std::string& folder, const std::string& name, Durability durability);
 
+/// What a path's last name may be.
+enum class Links {
+    Refused, ///< where others can write, a link would lead to what only we may read
+    Followed, ///< where files are installed
+};
+
 /// Opens a regular file of at most @p limit bytes for reading. Never waits, whatever the path names, and
 /// leaves alone what is no regular file.
 /// @return an empty owner, with errno, on failure
-FileDescriptor openFile(const std::string& path, size_t limit, struct stat& status);
+FileDescriptor openFile(const std::string& path, size_t limit, Links links, struct stat& status);
 
 /// Reads up to @p size bytes. @return how many there were, negative with errno on failure
 ssize_t readBytes(const FileDescriptor& file, char* bytes, size_t size);
 
-} // namespace orbis
+/// Reads a regular file of at most @p limit bytes that was installed, as openFile() opens it.
+/// @return nothing, with errno, on failure
+std::optional<std::string> readInstalledFile(const std::string& path, size_t limit);
 
-#endif
+} // namespace orbis::files

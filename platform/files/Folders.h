@@ -1,10 +1,9 @@
 /// Where the platform keeps its files.
-#ifndef ORBIS_FOLDERS_H
-#define ORBIS_FOLDERS_H
+#pragma once
 
 #include <string>
 
-namespace orbis {
+namespace orbis::files {
 
 /// What survives a reboot. Read from the environment at each call, so that a change takes effect at once.
 std::string stateFolder();
@@ -16,6 +15,4 @@ std::string runtimeFolder();
 /// @return false when there is no such folder afterwards; errno tells why
 bool makeFolders(const std::string& path);
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::files

@@ -1,7 +1,7 @@
-#include "settings/Draft.h"
+#include "files/Draft.h"
 
 #include "base/Handles.h"
-#include "settings/Folders.h"
+#include "files/Folders.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -11,7 +11,7 @@
 #include <set>
 #include <unistd.h>
 
-namespace orbis {
+namespace orbis::files {
 
 namespace {
 
@@ -180,4 +180,4 @@ bool Draft::moveTo(const std::string& path)
     return m_moved;
 }
 
-} // namespace orbis
+} // namespace orbis::files

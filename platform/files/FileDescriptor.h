@@ -1,12 +1,11 @@
 /// Owner of one file descriptor.
-#ifndef ORBIS_FILE_DESCRIPTOR_H
-#define ORBIS_FILE_DESCRIPTOR_H
+#pragma once
 
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
 
-namespace orbis {
+namespace orbis::files {
 
 class FileDescriptor {
 public:
@@ -40,6 +39,4 @@ private:
     int m_descriptor = -1;
 };
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::files

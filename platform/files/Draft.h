@@ -1,9 +1,8 @@
 /// Half-written files. They lie in a folder of their own, ".tmp" in the one that they are for, so that a
 /// watch on that folder sees nothing of a write but the rename that ends it.
-#ifndef ORBIS_DRAFT_H
-#define ORBIS_DRAFT_H
+#pragma once
 
-#include "settings/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 #include <ctime>
 #include <initializer_list>
@@ -12,7 +11,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace orbis {
+namespace orbis::files {
 
 /// fsync(), without the errors of file systems that have nothing to synchronise.
 bool synchronise(int descriptor);
@@ -46,7 +45,7 @@ public:
     /// Each returns false with errno on failure.
     bool write(std::initializer_list<std::string_view> contents);
     bool setTime(const std::optional<timespec>& time);
-    bool synchronise() { return orbis::synchronise(m_descriptor.get()); }
+    bool synchronise() { return files::synchronise(m_descriptor.get()); }
     bool moveTo(const std::string& path);
 
 private:
@@ -57,6 +56,4 @@ private:
     bool m_moved = false;
 };
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::files

@@ -1,13 +1,13 @@
-#include "settings/WholeFile.h"
+#include "files/WholeFile.h"
 
-#include "settings/Draft.h"
+#include "files/Draft.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace orbis {
+namespace orbis::files {
 
 namespace {
 
@@ -76,15 +76,17 @@ bool removeFile(const std::string& folder, const std::string& name, Durability d
     return durability == Durability::Volatile || synchroniseFolder(folder);
 }
 
-FileDescriptor openFile(const std::string& path, size_t limit, struct stat& status)
+FileDescriptor openFile(const std::string& path, size_t limit, Links links, struct stat& status)
 {
+    const bool refusesLinks = links == Links::Refused;
     // To open a device, or a pipe that somebody waits at, would already do something to it: it is looked at
     // first, and again in case it was replaced in between.
-    if (lstat(path.c_str(), &status) != 0)
+    if (fstatat(AT_FDCWD, path.c_str(), &status, refusesLinks ? AT_SYMLINK_NOFOLLOW : 0) != 0)
         return {};
     FileDescriptor file;
     if (S_ISREG(status.st_mode)) {
-        file = FileDescriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+        constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+        file = FileDescriptor(open(path.c_str(), refusesLinks ? kFlags | O_NOFOLLOW : kFlags));
         if (!file || fstat(file.get(), &status) != 0)
             return {};
     }
@@ -110,4 +112,16 @@ ssize_t readBytes(const FileDescriptor& file, char* bytes, size_t size)
     return static_cast<ssize_t>(filled);
 }
 
-} // namespace orbis
+std::optional<std::string> readInstalledFile(const std::string& path, size_t limit)
+{
+    struct stat status = {};
+    const FileDescriptor file = openFile(path, limit, Links::Followed, status);
+    std::string bytes(file ? static_cast<size_t>(status.st_size) : 0, '\0');
+    const ssize_t count = file ? readBytes(file, bytes.data(), bytes.size()) : -1;
+    if (count < 0)
+        return std::nullopt;
+    bytes.resize(static_cast<size_t>(count));
+    return bytes;
+}
+
+} // namespace orbis::files

@@ -1,4 +1,4 @@
-#include "settings/Folders.h"
+#include "files/Folders.h"
 
 #include "names/Environment.h"
 #include "names/Places.h"
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <sys/stat.h>
 
-namespace orbis {
+namespace orbis::files {
 
 namespace {
 
@@ -49,4 +49,4 @@ bool makeFolders(const std::string& path)
     return true;
 }
 
-} // namespace orbis
+} // namespace orbis::files
