@@ -249,6 +249,7 @@ int ui_app_main(int argc, char** argv, ui_app_lifecycle_callback_s* callbacks, v
         return APP_ERROR_INVALID_CONTEXT;
     Run run {idOf(argv[0]), *callbacks, user_data};
     s_run = &run;
+    orbis::log::ignoreBrokenPipes();
     orbis::log::neverWaitForStandardError(); // the toolkit writes there, too
     const int result = run.execute(argc, argv);
     s_run = nullptr;

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -41,21 +40,11 @@ const Level* findLevel(log_priority priority)
     return found == std::end(kLevels) ? nullptr : found;
 }
 
-/// A reader of standard error that went away must cost us a log line, not the process. A handler that the
-/// application has set stays.
-void survivePipesWithoutReader()
-{
-    struct sigaction action = {};
-    if (sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
-        action.sa_handler = SIG_IGN;
-        sigaction(SIGPIPE, &action, nullptr);
-    }
-}
-
 /// Where the lines of all threads go.
 class Log {
 public:
-    Log() { survivePipesWithoutReader(); }
+    /// A program that logs need not be an application.
+    Log() { ignoreBrokenPipes(); }
 
     int write(const Level& level, const std::string& tag, const std::string& message)
     {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <fcntl.h>
 #include <glib.h>
 #include <poll.h>
@@ -26,6 +27,15 @@ bool mayWait(mode_t mode)
 }
 
 } // namespace
+
+void ignoreBrokenPipes()
+{
+    struct sigaction action = {};
+    if (sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
+        action.sa_handler = SIG_IGN;
+        sigaction(SIGPIPE, &action, nullptr);
+    }
+}
 
 void neverWaitForStandardError()
 {

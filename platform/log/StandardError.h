@@ -9,6 +9,10 @@
 
 namespace orbis::log {
 
+/// A reader that went away must cost what is written to it, not the process. A handler that the application
+/// has set stays. Children inherit it, unless they are started with signals of their own.
+void ignoreBrokenPipes();
+
 /// Gives this process a standard error of its own, to the same pipe or terminal, that refuses what its reader
 /// does not take: libraries write there without looking. Other processes' stays as it is; programs that are
 /// started later inherit this one.

@@ -6,6 +6,8 @@
 #include <Elementary.h>
 #include <glib.h>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -69,11 +71,24 @@ void on_terminate(void*)
         ecore_main_loop_iterate_may_block(0);
 }
 
+/// Nobody takes what is written to standard error.
+void loseReader()
+{
+    int ends[2] = {-1, -1};
+    if (pipe(ends) != 0)
+        return;
+    dup2(ends[1], STDERR_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     s_tasks.assign(argv + 1, argv + argc);
+    if (does("unheard"))
+        loseReader();
     ui_app_lifecycle_callback_s callbacks {};
     callbacks.create = on_create;
     callbacks.terminate = on_terminate;
