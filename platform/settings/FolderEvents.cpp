@@ -7,7 +7,7 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -187,4 +187,4 @@ FolderChange FolderEvents::take()
     return change;
 }
 
-} // namespace orbis
+} // namespace orbis::settings

@@ -1,6 +1,5 @@
 /// What happens in one folder, and on the way to it.
-#ifndef ORBIS_FOLDER_EVENTS_H
-#define ORBIS_FOLDER_EVENTS_H
+#pragma once
 
 #include "files/FileDescriptor.h"
 
@@ -10,7 +9,7 @@
 
 struct inotify_event;
 
-namespace orbis {
+namespace orbis::settings {
 
 struct FolderChange {
     bool everything = false; ///< any file may have changed
@@ -58,6 +57,4 @@ private:
     int m_error = 0;
 };
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

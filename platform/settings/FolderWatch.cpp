@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -109,4 +109,4 @@ unsigned char FolderWatch::on_tick(void* data) noexcept
     return goesOn ? ECORE_CALLBACK_RENEW : ECORE_CALLBACK_CANCEL;
 }
 
-} // namespace orbis
+} // namespace orbis::settings

@@ -1,6 +1,5 @@
 /// Tells the main loop when something happens in one folder.
-#ifndef ORBIS_FOLDER_WATCH_H
-#define ORBIS_FOLDER_WATCH_H
+#pragma once
 
 #include "settings/FolderEvents.h"
 #include "settings/MountWatch.h"
@@ -9,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace orbis {
+namespace orbis::settings {
 
 /// Follows the folder's path, see FolderEvents; a folder that is not there yet, or may not be entered, is
 /// waited for, and one that another file system is mounted over is left for that. Where the kernel cannot
@@ -47,6 +46,4 @@ private:
     Ecore_Timer* m_timer = nullptr; ///< while the kernel cannot watch
 };
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -152,4 +152,4 @@ std::optional<std::vector<std::string>> findKeys(const std::string& prefix)
     return keys;
 }
 
-} // namespace orbis
+} // namespace orbis::settings

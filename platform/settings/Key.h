@@ -1,6 +1,5 @@
 /// Where a settings key lies on the disk.
-#ifndef ORBIS_KEY_H
-#define ORBIS_KEY_H
+#pragma once
 
 #include "files/WholeFile.h"
 
@@ -8,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace orbis {
+namespace orbis::settings {
 
 /// One file a key, named after the key without its area: "db/menu/language" is "menu%2Flanguage".
 struct KeyFile {
@@ -26,6 +25,4 @@ std::optional<KeyFile> fileOfKey(const char* key);
 /// @return nothing, with errno, when a folder that may hold some cannot be read
 std::optional<std::vector<std::string>> findKeys(const std::string& prefix);
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

@@ -17,7 +17,7 @@ struct keynode {
     std::string name;
 };
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -178,7 +178,7 @@ bool removeKeyWatch(const char* key, vconf_callback_fn callback)
     return true;
 }
 
-} // namespace orbis
+} // namespace orbis::settings
 
 const char* vconf_keynode_get_name(const keynode_t* node)
 {

@@ -1,10 +1,9 @@
 /// The change callbacks of this process.
-#ifndef ORBIS_KEY_WATCHES_H
-#define ORBIS_KEY_WATCHES_H
+#pragma once
 
 #include "vconf.h"
 
-namespace orbis {
+namespace orbis::settings {
 
 /// See vconf_notify_key_changed(). @return false with errno on failure
 bool addKeyWatch(const char* key, vconf_callback_fn callback, void* userData);
@@ -12,6 +11,4 @@ bool addKeyWatch(const char* key, vconf_callback_fn callback, void* userData);
 /// See vconf_ignore_key_changed().
 bool removeKeyWatch(const char* key, vconf_callback_fn callback);
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

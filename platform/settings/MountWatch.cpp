@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -57,4 +57,4 @@ void MountWatch::on_changed(void* data) noexcept
     changed(); // may destroy *self
 }
 
-} // namespace orbis
+} // namespace orbis::settings

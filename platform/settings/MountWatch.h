@@ -1,13 +1,12 @@
 /// Tells the main loop when something is mounted, moved or unmounted.
-#ifndef ORBIS_MOUNT_WATCH_H
-#define ORBIS_MOUNT_WATCH_H
+#pragma once
 
 #include "files/FileDescriptor.h"
 
 #include <Ecore.h>
 #include <functional>
 
-namespace orbis {
+namespace orbis::settings {
 
 /// Lives on the main loop, and tells nothing on a machine without a table of its mounts.
 class MountWatch {
@@ -32,6 +31,4 @@ private:
     Ecore_Job* m_job = nullptr;
 };
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

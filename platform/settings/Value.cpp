@@ -7,7 +7,7 @@
 #include <charconv>
 #include <cstring>
 
-namespace orbis {
+namespace orbis::settings {
 
 namespace {
 
@@ -93,4 +93,4 @@ bool writeValue(const char* key, vconf_type type, std::string_view text)
     return files::replaceFile(place->folder, place->name, {header, text}, kind);
 }
 
-} // namespace orbis
+} // namespace orbis::settings

@@ -1,6 +1,5 @@
 /// A setting's value and its form on the disk: a line with the type, then the value's bytes.
-#ifndef ORBIS_VALUE_H
-#define ORBIS_VALUE_H
+#pragma once
 
 #include "base/Handles.h"
 #include "vconf.h"
@@ -10,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-namespace orbis {
+namespace orbis::settings {
 
 struct Value {
     vconf_type type = VCONF_TYPE_NONE;
@@ -25,6 +24,4 @@ std::optional<Value> readValue(const char* key);
 /// @param text  the value's bytes, without NUL; the number in decimal for VCONF_TYPE_INT
 bool writeValue(const char* key, vconf_type type, std::string_view text);
 
-} // namespace orbis
-
-#endif
+} // namespace orbis::settings

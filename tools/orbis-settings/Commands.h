@@ -1,6 +1,5 @@
 /// The commands of orbis-settings. Each gets the arguments after its name and returns an exit status.
-#ifndef ORBIS_SETTINGS_COMMANDS_H
-#define ORBIS_SETTINGS_COMMANDS_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -30,5 +29,3 @@ std::string lineOf(const std::string& key);
 
 /// Writes a line and its end to standard output at once. @return false with errno on failure
 bool printLine(const std::string& line);
-
-#endif

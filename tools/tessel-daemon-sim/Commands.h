@@ -1,6 +1,5 @@
 /// The simulator's language: one command a line, the same in a scenario file and at the prompt.
-#ifndef DAEMON_SIM_COMMANDS_H
-#define DAEMON_SIM_COMMANDS_H
+#pragma once
 
 #include "Vocabulary.h"
 
@@ -72,5 +71,3 @@ std::string toText(const RequestCommand& request);
 std::string commandHelp();
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// The daemon's life on the bus, which a restart begins anew.
-#ifndef DAEMON_SIM_DAEMON_H
-#define DAEMON_SIM_DAEMON_H
+#pragma once
 
 #include "DaemonService.h"
 #include "Timer.h"
@@ -75,5 +74,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// The daemon's own end on the bus: what the UI calls.
-#ifndef DAEMON_SIM_DAEMON_SERVICE_H
-#define DAEMON_SIM_DAEMON_SERVICE_H
+#pragma once
 
 #include "Commands.h"
 #include "Timer.h"
@@ -75,5 +74,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// What the simulator tells its user: one line an event on standard output, errors on standard error.
-#ifndef DAEMON_SIM_EVENT_LOG_H
-#define DAEMON_SIM_EVENT_LOG_H
+#pragma once
 
 #include <glib.h>
 
@@ -35,5 +34,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// Popup requests in the words of the settings store.
-#ifndef DAEMON_SIM_JSON_REQUEST_H
-#define DAEMON_SIM_JSON_REQUEST_H
+#pragma once
 
 #include "Commands.h"
 
@@ -14,5 +13,3 @@ namespace DaemonSim {
 std::optional<std::string> toJson(const RequestCommand& request);
 
 } // namespace DaemonSim
-
-#endif

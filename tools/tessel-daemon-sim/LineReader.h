@@ -1,6 +1,5 @@
 /// Reads standard input line by line without blocking the main loop.
-#ifndef DAEMON_SIM_LINE_READER_H
-#define DAEMON_SIM_LINE_READER_H
+#pragma once
 
 #include <glib.h>
 
@@ -48,5 +47,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

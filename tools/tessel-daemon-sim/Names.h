@@ -1,6 +1,5 @@
 /// The names by which the setup daemon and the UI know each other, and the settings keys between them.
-#ifndef DAEMON_SIM_NAMES_H
-#define DAEMON_SIM_NAMES_H
+#pragma once
 
 namespace DaemonSim {
 
@@ -16,5 +15,3 @@ inline constexpr int kDeviceOwned = 1; ///< the phone has taken ownership of the
 inline constexpr char kRequestKey[] = "db/tessel/mobile_oobe"; ///< takes a popup request as JSON
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// The command line.
-#ifndef DAEMON_SIM_OPTIONS_H
-#define DAEMON_SIM_OPTIONS_H
+#pragma once
 
 #include "Commands.h"
 
@@ -28,5 +27,3 @@ std::optional<Options> parseOptions(int argc, char** argv, std::string& error);
 std::string usage();
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// Plays one command after the other.
-#ifndef DAEMON_SIM_PLAYER_H
-#define DAEMON_SIM_PLAYER_H
+#pragma once
 
 #include "Commands.h"
 #include "Timer.h"
@@ -67,5 +66,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

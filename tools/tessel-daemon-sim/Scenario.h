@@ -1,6 +1,5 @@
 /// Scenario files: commands that are known to be right before the first of them is played.
-#ifndef DAEMON_SIM_SCENARIO_H
-#define DAEMON_SIM_SCENARIO_H
+#pragma once
 
 #include "Commands.h"
 
@@ -22,5 +21,3 @@ struct Step {
 bool loadScenario(EventLog& log, const std::string& name, std::deque<Step>& steps);
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// One run of the simulator.
-#ifndef DAEMON_SIM_SESSION_H
-#define DAEMON_SIM_SESSION_H
+#pragma once
 
 #include "Daemon.h"
 #include "EventLog.h"
@@ -60,5 +59,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// Writes to the settings store, each reported as an event.
-#ifndef DAEMON_SIM_SETTINGS_H
-#define DAEMON_SIM_SETTINGS_H
+#pragma once
 
 #include <string>
 
@@ -16,5 +15,3 @@ bool writeString(EventLog& log, const std::string& key, const std::string& value
 bool removeKey(EventLog& log, const std::string& key);
 
 } // namespace DaemonSim
-
-#endif

@@ -1,6 +1,5 @@
 /// A one-shot timer on the main loop.
-#ifndef DAEMON_SIM_TIMER_H
-#define DAEMON_SIM_TIMER_H
+#pragma once
 
 #include <glib.h>
 
@@ -30,5 +29,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

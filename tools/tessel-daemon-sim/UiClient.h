@@ -1,6 +1,5 @@
 /// The UI as the daemon sees it: is it there, and what does it answer.
-#ifndef DAEMON_SIM_UI_CLIENT_H
-#define DAEMON_SIM_UI_CLIENT_H
+#pragma once
 
 #include "Commands.h"
 #include "Timer.h"
@@ -59,5 +58,3 @@ private:
 };
 
 } // namespace DaemonSim
-
-#endif

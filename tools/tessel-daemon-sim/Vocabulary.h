@@ -1,6 +1,5 @@
 /// The words of the simulator's language: what happens, how the daemon behaves, which way requests take.
-#ifndef DAEMON_SIM_VOCABULARY_H
-#define DAEMON_SIM_VOCABULARY_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -61,5 +60,3 @@ std::string toText(const Event& event);
 std::string toText(Via via);
 
 } // namespace DaemonSim
-
-#endif
