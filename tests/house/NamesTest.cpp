@@ -34,13 +34,15 @@ TEST(SettingsKeys, AreAllDescribed)
 /// Names stand in one file a layer, so that who looks for a key finds it.
 TEST(SettingsKeys, HaveOneHomeALayer)
 {
-    std::map<std::string, std::set<std::string>> homes;
-    for (const auto& file : house::sources({"common", "include", "src"})) {
-        for (const std::string& key : settingsKeys(house::withoutComments(house::textOf(file))))
-            homes[key].insert(file);
+    const std::pair<std::vector<std::string>, std::string> layers[] = {
+        {{"common", "include", "src"}, "include/OutsideNames.h"},
+        {{"platform"}, "platform/names/SettingsKeys.h"}};
+    for (const auto& [folders, home] : layers) {
+        for (const auto& file : house::sources(folders)) {
+            for (const std::string& key : settingsKeys(house::withoutComments(house::textOf(file))))
+                EXPECT_EQ(file.string(), home) << key;
+        }
     }
-    for (const auto& [key, files] : homes)
-        EXPECT_EQ(files, std::set<std::string> {"include/OutsideNames.h"}) << key;
 }
 
 TEST(TheTableOfRequests, IsTheInterfacesDescription)
