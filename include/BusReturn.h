@@ -14,7 +14,8 @@ namespace TesselUI {
 /// until the bus is back or its owner drops it. Main loop only; never blocks.
 class BusReturn {
 public:
-    /// @param onBack  called when the bus has accepted a connection (which is closed again). It may delete this
+    /// @param onBack  called when the bus has accepted a connection (which is closed again). It may delete
+    /// this
     ///                object and return true; after false it is called again a little later
     explicit BusReturn(std::function<bool()> onBack);
     ~BusReturn();
