@@ -1,5 +1,6 @@
 #include "flux/Markup.h"
 
+#include "base/Markup.h"
 #include "flux/Contrast.h"
 
 #include <algorithm>
@@ -14,9 +15,6 @@ namespace {
 /// A card holds some three hundred characters of a text, twice as many narrow ones in a wide card.
 constexpr size_t kMostCharacters = 600;
 constexpr size_t kMostTags = 64;
-/// Both in bytes; what is longer is none.
-constexpr size_t kLongestTag = 4096;
-constexpr size_t kLongestEntity = 32;
 
 /// Of text against what is behind it.
 constexpr double kLeastContrast = 7.0;
@@ -75,13 +73,8 @@ bool isContinuation(char byte)
 size_t lengthOfCharacter(std::string_view text)
 {
     const auto first = static_cast<unsigned char>(text.front());
-    if (first == '&') {
-        size_t end = 1;
-        while (end < std::min(text.size(), kLongestEntity)
-            && (isalnum(static_cast<unsigned char>(text[end])) || text[end] == '#'))
-            ++end;
-        return end > 1 && end < text.size() && text[end] == ';' ? end + 1 : 1;
-    }
+    if (first == '&')
+        return std::max<size_t>(base::entityLength(text), 1);
     const size_t length = first >= 0xF0U ? 4 : first >= 0xE0U ? 3 : first >= 0xC0U ? 2 : 1;
     for (size_t i = 1; i < length; ++i) {
         if (i >= text.size() || !isContinuation(text[i]))
@@ -113,17 +106,15 @@ private:
     /// @return false when there is no tag of the toolkit
     bool takeTag()
     {
-        if (m_rest.front() != '<')
+        const size_t length = base::tagLength(m_rest);
+        if (length == 0)
             return false;
-        const size_t close = m_rest.substr(0, kLongestTag).find_first_of("<>", 1);
-        if (close == std::string_view::npos || m_rest[close] == '<') // which begins another
-            return false;
-        const std::string_view tag = m_rest.substr(1, close - 1);
+        const std::string_view tag = m_rest.substr(1, length - 2);
         const bool isEnd = !tag.empty() && tag.front() == '/';
         const std::string_view name = nameOf(tag.substr(isEnd ? 1 : 0));
         if (!contains(kToolkits, name))
             return false;
-        m_rest.remove_prefix(close + 1);
+        m_rest.remove_prefix(length);
         if (m_tags == kMostTags)
             return true;
         ++m_tags;

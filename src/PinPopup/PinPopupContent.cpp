@@ -240,7 +240,7 @@ void PinPopup::showGuideText()
     const std::string title = translated("TV_SID_TESSEL_CADEC_SETTING_UP_UR_TV_VIA_UR_PH");
     setTitle(title);
     int key = 0;
-    if (!Get_Security_Key(&key))
+    if (!Get_Security_Key(&key)) // for the log lines only: nothing shows the key
         LOGE("Failed to get security key");
     const std::string body = translated("TV_SID_TESSEL_CAN_SET_NETWORK_NORVALE_ACCOUNT_PHONE");
     const std::string note = translated("TV_SID_TESSEL_ONLY_SUPPORT_ZEPHRA");

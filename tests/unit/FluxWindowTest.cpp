@@ -10,7 +10,7 @@ namespace {
 class AManagedWindow : public WindowTest {
 protected:
     bool visible() const { return evas_object_visible_get(m_window); }
-    bool dimmed() const { return toolkit::showsGroup(m_window, "elm/flux/dim/window"); }
+    bool dimmed() const { return toolkit::shownGroup(m_window, "elm/flux/dim/window") != nullptr; }
 };
 
 TEST_F(AManagedWindow, LeavesTheScreenWhenLoweredUnlessItIsRaisedInTheSameTurn)

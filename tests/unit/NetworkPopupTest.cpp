@@ -1,5 +1,6 @@
 /// The base of the popups: its timer, its read-out record, and its ends.
 #include "NetworkPopup.h"
+#include "DimBase.h"
 #include "Fixtures.h"
 #include "NetUtilAccessibility.h"
 
@@ -134,6 +135,25 @@ TEST_F(ANetworkPopup, EndsInAnyOrder)
         EXPECT_EQ(toolkit::topPopup(m_window), nullptr);
         EXPECT_EQ(ticksIn(3), 0);
     }
+}
+
+using ABackdrop = WindowTest;
+
+TEST_F(ABackdrop, CoversTheWindowWhateverItsSize)
+{
+    TesselUI::CDimBase backdrop(m_window);
+    backdrop.Show();
+    evas_object_show(m_window);
+    for (const int width : {1280, 640}) {
+        evas_object_resize(m_window, width, 480);
+        toolkit::settle();
+        const Evas_Object* drawn = toolkit::shownGroup(m_window, "dim");
+        ASSERT_NE(drawn, nullptr);
+        EXPECT_EQ(toolkit::boxOf(drawn), toolkit::boxOf(m_window)) << width;
+        EXPECT_GT(toolkit::strength(drawn, "dim"), 0);
+    }
+    backdrop.Hide();
+    EXPECT_EQ(toolkit::shownGroup(m_window, "dim"), nullptr);
 }
 
 } // namespace

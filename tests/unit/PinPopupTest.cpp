@@ -145,10 +145,10 @@ TEST_F(APinPopup, TakesTheGuidesHintAlongShownOrNot)
         if (shown)
             toolkit::advance(1, 0.1);
         toolkit::settle();
-        EXPECT_EQ(toolkit::showsGroup(m_window, "elm/flux/tooltip/2"), shown);
+        EXPECT_EQ(toolkit::shownGroup(m_window, "elm/flux/tooltip/2") != nullptr, shown);
         m_popup.reset();
         toolkit::settle();
-        EXPECT_FALSE(toolkit::showsGroup(m_window, "elm/flux/tooltip/2"));
+        EXPECT_FALSE(toolkit::shownGroup(m_window, "elm/flux/tooltip/2"));
         EXPECT_EQ(toolkit::objects(m_window).size(), before) << "something of the popup is left";
         journal::clear();
         toolkit::advance(3);

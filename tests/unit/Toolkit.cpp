@@ -229,21 +229,22 @@ std::vector<std::string> textsOf(const Evas_Object* window)
     return texts;
 }
 
-bool showsGroup(const Evas_Object* window, const std::string& group)
+Evas_Object* shownGroup(const Evas_Object* window, const std::string& group)
 {
     for (Evas_Object* object : objects(window)) {
         const char* name = nullptr;
         if (isOfType(object, "edje"))
             edje_object_file_get(object, nullptr, &name);
         if (name && group == name && evas_object_visible_get(object))
-            return true;
+            return object;
     }
-    return false;
+    return nullptr;
 }
 
 int strength(const Evas_Object* layout, const char* part)
 {
-    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
+    const Evas_Object* theme = isOfType(layout, "edje") ? layout : elm_layout_edje_get(layout);
+    const Evas_Object* drawn = edje_object_part_object_get(theme, part);
     int alpha = 0;
     evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
     return drawn && evas_object_visible_get(drawn) ? alpha : 0;

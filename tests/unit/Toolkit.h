@@ -75,8 +75,8 @@ std::vector<std::string> labelsOf(const PopupRecord& popup);
 /// @return the texts that are not empty, from top to bottom
 std::vector<std::string> textsOf(const Evas_Object* window);
 
-/// @return whether a group of the theme is drawn on the window
-bool showsGroup(const Evas_Object* window, const std::string& group);
+/// @return what draws a group of a theme on the window; null when it is not shown
+Evas_Object* shownGroup(const Evas_Object* window, const std::string& group);
 
 /// @return how opaque a part of a layout is drawn, 0 to 255
 int strength(const Evas_Object* layout, const char* part);

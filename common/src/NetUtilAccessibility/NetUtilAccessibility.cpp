@@ -3,6 +3,7 @@
 #include "Guard.h"
 #include "Log.h"
 #include "base/EflHandles.h"
+#include "base/Markup.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -15,21 +16,10 @@ using TesselUI::AccessibilityInfo;
 
 AccessibilityInfo* s_info = nullptr;
 
-/// @return the length of the entity ("&amp;", "&#x200e;") that @p text begins with, or 0
-std::size_t entityLength(std::string_view text)
+/// What begins with neither a letter nor a slash is read as text.
+bool isTag(std::string_view text)
 {
-    std::size_t length = 1;
-    while (length < text.size() && (isalnum(static_cast<unsigned char>(text[length])) || text[length] == '#'))
-        ++length;
-    return length > 1 && length < text.size() && text[length] == ';' ? length + 1 : 0;
-}
-
-/// @return the length of the tag ("<br>", "</font>") that @p text begins with, or 0
-std::size_t tagLength(std::string_view text)
-{
-    const bool opens = text.size() > 1 && (isalpha(static_cast<unsigned char>(text[1])) || text[1] == '/');
-    const std::size_t end = text.find_first_of("<>", 1);
-    return opens && end != std::string_view::npos && text[end] == '>' ? end + 1 : 0;
+    return text.size() > 1 && (isalpha(static_cast<unsigned char>(text[1])) || text[1] == '/');
 }
 
 /// The toolkit's conversion drops everything behind a lone ampersand or angle bracket, and names of phones
@@ -41,9 +31,9 @@ std::string convertible(std::string_view markup)
         const char first = markup.front();
         std::size_t kept = 1;
         if (first == '&')
-            kept = entityLength(markup);
+            kept = base::entityLength(markup);
         else if (first == '<')
-            kept = tagLength(markup);
+            kept = isTag(markup) ? base::tagLength(markup) : 0;
         if (kept == 0) {
             result += first == '&' ? "&amp;" : "&lt;";
             kept = 1;

@@ -101,9 +101,14 @@ TYPED_TEST(AProgressPopup, DimsThePictureOnceAndItselfBehindTheQuestion)
 {
     this->make();
     const Evas_Object* popup = this->popups()[0]->object;
-    EXPECT_TRUE(toolkit::showsGroup(this->m_window, "elm/flux/dim/window"));
+    EXPECT_TRUE(toolkit::shownGroup(this->m_window, "elm/flux/dim/window"));
     EXPECT_EQ(strength(popup, "dim"), 0) << "dimmed twice";
-    EXPECT_EQ(toolkit::showsGroup(this->m_window, "dim"), !this->kIsSignIn) << "the popup's own backdrop";
+    const Evas_Object* backdrop = toolkit::shownGroup(this->m_window, "dim");
+    ASSERT_EQ(backdrop != nullptr, !this->kIsSignIn) << "the popup's own backdrop";
+    if (backdrop) {
+        EXPECT_EQ(toolkit::boxOf(backdrop), toolkit::boxOf(this->m_window));
+        EXPECT_EQ(strength(backdrop, "dim"), 0) << "dimmed twice";
+    }
     this->ask();
     EXPECT_GT(strength(this->popups()[1]->object, "dim"), 0)
         << "the popup below is as bright as the question";
@@ -114,7 +119,7 @@ TYPED_TEST(AProgressPopup, DimsThePictureOnceAndItselfBehindTheQuestion)
 
     this->m_popup.reset();
     settle();
-    EXPECT_FALSE(toolkit::showsGroup(this->m_window, "elm/flux/dim/window"));
+    EXPECT_FALSE(toolkit::shownGroup(this->m_window, "elm/flux/dim/window"));
 }
 
 TYPED_TEST(AProgressPopup, MayBeDeletedInTheClicksOfItsButtons)
