@@ -45,6 +45,30 @@ TEST(SettingsKeys, HaveOneHomeALayer)
     }
 }
 
+/// The table of faults points to a test in each row.
+TEST(TheTestsOfTheTableOfFaults, AreThere)
+{
+    std::set<std::string> cases;
+    static const std::regex s_case(R"re((?:TEST|TEST_F|TEST_P|TYPED_TEST)\((\w+),\s*(\w+)\))re");
+    for (const auto& file : house::sources({"tests"})) {
+        const std::string text = house::textOf(file);
+        for (std::sregex_iterator match(text.begin(), text.end(), s_case), end; match != end; ++match)
+            cases.insert((*match)[1].str() + "." + (*match)[2].str());
+    }
+    const std::string table = house::textOf("docs/reliability.md");
+    static const std::regex s_name(R"re(`([A-Z]\w+\.)(\w*)(\*?)`)re");
+    size_t named = 0;
+    for (std::sregex_iterator match(table.begin(), table.end(), s_name), end; match != end;
+         ++match, ++named) {
+        const std::string name = (*match)[1].str() + (*match)[2].str();
+        const auto found = cases.lower_bound(name);
+        EXPECT_TRUE(
+            found != cases.end() && ((*match)[3].length() ? found->rfind(name, 0) == 0 : *found == name))
+            << match->str();
+    }
+    EXPECT_GT(named, 50U);
+}
+
 TEST(TheTableOfRequests, IsTheInterfacesDescription)
 {
     const std::string xml = house::textOf("res/dbus/org.orbis.tessel-UI.interface.xml");
