@@ -30,7 +30,7 @@ std::string textOf(const fs::path& file)
 fs::path included(const fs::path& file, const std::string& name)
 {
     for (const fs::path& folder : {file.parent_path(), fs::path("base/include"), fs::path("include"),
-             fs::path("platform/include"), fs::path("platform")}) {
+             fs::path("platform/include"), fs::path("platform"), fs::path("tools")}) {
         if (fs::exists(PROJECT_ROOT / folder / name))
             return (folder / name).lexically_normal();
     }

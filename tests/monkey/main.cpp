@@ -1,6 +1,8 @@
 /// Plays with the whole program for a while, from a seed or a trace.
 #include "Actions.h"
+#include "options/CommandLine.h"
 
+#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -21,34 +23,32 @@ struct Options {
     Arguments without;
 };
 
-constexpr const char* kUsage =
-    "Usage: tessel-monkey [--seconds N] [--steps N] [--seed S] [--without ACTION]... [--trace FILE]\n"
-    "       tessel-monkey --replay TRACE\n"
+constexpr const char* kDescription =
     "Does whatever may happen around the program, at random, and looks after each step whether all is well.\n"
     "The steps depend on the seed alone, and are written to a trace (monkey.trace) that can be replayed.\n"
-    "Ends with 1, the seed and the fault when something is wrong.\n";
+    "Ends with 1, the seed and the fault when something is wrong.";
+
+template <typename Number>
+auto setNumber(Number& number)
+{
+    return [&number](const std::string& value) {
+        const char* end = value.data() + value.size();
+        const auto parsed = std::from_chars(value.data(), end, number);
+        return std::string(parsed.ec == std::errc() && parsed.ptr == end ? "" : "no number of such a size");
+    };
+}
 
 std::optional<Options> parse(const Arguments& arguments)
 {
     Options options;
-    for (size_t i = 0; i + 1 < arguments.size(); i += 2) {
-        const std::string& value = arguments[i + 1];
-        if (arguments[i] == "--seconds")
-            options.seconds = std::stoul(value);
-        else if (arguments[i] == "--steps")
-            options.steps = std::stoul(value);
-        else if (arguments[i] == "--seed")
-            options.seed = std::stoull(value);
-        else if (arguments[i] == "--replay")
-            options.replay = value;
-        else if (arguments[i] == "--trace")
-            options.trace = value;
-        else if (arguments[i] == "--without")
-            options.without.push_back(value);
-        else
-            return std::nullopt;
-    }
-    return arguments.size() % 2 == 0 ? std::make_optional(options) : std::nullopt;
+    tools::CommandLine line("tessel-monkey", "", kDescription);
+    line.add({"seconds", setNumber(options.seconds), "how long it plays (default 60)", "N"});
+    line.add({"steps", setNumber(options.steps), "how many steps it plays at most", "N"});
+    line.add({"seed", setNumber(options.seed), "which steps (default: any)", "S"});
+    line.add({"without", tools::addText(options.without), "leaves one kind of step out", "ACTION"});
+    line.add({"trace", tools::setText(options.trace), "where the steps are written", "FILE"});
+    line.add({"replay", tools::setText(options.replay), "plays the steps of a trace", "TRACE"});
+    return line.parse(arguments) ? std::optional(options) : std::nullopt;
 }
 
 using Script = std::function<std::optional<Step>()>;
@@ -117,12 +117,8 @@ int play(const Options& options)
 int main(int argc, char** argv)
 {
     try {
-        const auto options = parse({argv + 1, argv + argc});
-        if (!options) {
-            std::cerr << kUsage;
-            return 2;
-        }
-        return play(*options);
+        const auto options = parse(tools::argumentsOf(argc, argv));
+        return options ? play(*options) : tools::kWrongUsage;
     } catch (const std::exception& error) {
         std::cerr << "tessel-monkey: " << error.what() << "\n";
         return 2;

@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -19,32 +18,42 @@ struct SetRequest {
     std::string value;
 };
 
-/// @return nothing, with the problem told on standard error, for anything but -t TYPE [--] KEY VALUE
+/// The command line of a command. What follows its first argument is no option: a value may begin with "-".
+tools::CommandLine commandLine(const char* command, const char* parameters)
+{
+    tools::CommandLine line(std::string(kToolName) + ' ' + command, parameters, "");
+    line.stopAtFirstArgument();
+    return line;
+}
+
+/// @return the key that is all a command takes
+std::optional<std::string> parseKey(const char* command, const Arguments& arguments)
+{
+    tools::CommandLine line = commandLine(command, "KEY");
+    const auto words = line.parse(arguments);
+    if (words && words->size() == 1)
+        return words->front();
+    if (words)
+        line.wrongUsage("one key is needed");
+    return std::nullopt;
+}
+
 std::optional<SetRequest> parseSet(const Arguments& arguments)
 {
     SetRequest request;
-    size_t next = 0;
-    for (; next < arguments.size() && arguments[next].substr(0, 1) == "-"; ++next) {
-        if (arguments[next] == "--") {
-            ++next;
-            break;
-        }
-        if (arguments[next] != "-t" || next + 1 == arguments.size()) {
-            usageError("set: unknown or incomplete option: " + arguments[next]);
-            return std::nullopt;
-        }
-        request.type = arguments[++next];
-    }
-    if (request.type != "int" && request.type != "string") {
-        usageError("set: a type is needed: -t int or -t string");
+    tools::CommandLine line = commandLine("set", "KEY VALUE");
+    line.add(
+        {"type", tools::setText(request.type), "which kind of value: int or string", "TYPE", false, 't'});
+    const auto words = line.parse(arguments);
+    if (!words)
+        return std::nullopt;
+    const bool hasType = request.type == "int" || request.type == "string";
+    if (!hasType || words->size() != 2) {
+        line.wrongUsage(hasType ? "a key and a value are needed" : "a type is needed: -t int or -t string");
         return std::nullopt;
     }
-    if (arguments.size() - next != 2) {
-        usageError("set: a key and a value are needed");
-        return std::nullopt;
-    }
-    request.key = arguments[next];
-    request.value = arguments[next + 1];
+    request.key = words->front();
+    request.value = words->back();
     return request;
 }
 
@@ -75,18 +84,12 @@ int setText(const SetRequest& request)
 
 } // namespace
 
-int usageError(const std::string& problem)
-{
-    fprintf(stderr, "orbis-settings: %s\nTry: orbis-settings --help\n", problem.c_str());
-    return kUsageError;
-}
-
 int failure(const std::string& problem, int error)
 {
     if (error == 0)
-        fprintf(stderr, "orbis-settings: %s\n", problem.c_str());
+        fprintf(stderr, "%s: %s\n", kToolName, problem.c_str());
     else
-        fprintf(stderr, "orbis-settings: %s: %s\n", problem.c_str(), strerror(error));
+        fprintf(stderr, "%s: %s: %s\n", kToolName, problem.c_str(), strerror(error));
     return kFailure;
 }
 
@@ -121,30 +124,35 @@ int setCommand(const Arguments& arguments)
 {
     const auto request = parseSet(arguments);
     if (!request)
-        return kUsageError;
+        return tools::kWrongUsage;
     const int result = request->type == "int" ? setNumber(*request) : setText(*request);
     return result == VCONF_OK ? kSuccess : kFailure;
 }
 
 int getCommand(const Arguments& arguments)
 {
-    if (arguments.size() != 1)
-        return usageError("get: one key is needed");
+    const auto key = parseKey("get", arguments);
+    if (!key)
+        return tools::kWrongUsage;
     errno = 0;
-    const auto value = valueOf(arguments[0]);
+    const auto value = valueOf(*key);
     if (!value)
-        return failure("no value in " + arguments[0], errno);
+        return failure("no value in " + *key, errno);
     return printLine(*value) ? kSuccess : failure("cannot write to standard output", errno);
 }
 
 int listCommand(const Arguments& arguments)
 {
-    if (arguments.size() > 1)
-        return usageError("list: at most one prefix is possible");
+    tools::CommandLine line = commandLine("list", "[PREFIX]");
+    const auto words = line.parse(arguments);
+    if (!words)
+        return tools::kWrongUsage;
+    if (words->size() > 1)
+        return line.wrongUsage("at most one prefix is possible");
     Arguments keys;
     const auto keep = [](const char* key, void* data) { static_cast<Arguments*>(data)->emplace_back(key); };
     errno = 0;
-    if (vconf_list(arguments.empty() ? nullptr : arguments[0].c_str(), keep, &keys) < 0)
+    if (vconf_list(words->empty() ? nullptr : words->front().c_str(), keep, &keys) < 0)
         return failure("cannot read the store", errno);
     for (const std::string& key : keys) {
         if (!printLine(lineOf(key)))
@@ -155,10 +163,20 @@ int listCommand(const Arguments& arguments)
 
 int unsetCommand(const Arguments& arguments)
 {
-    if (arguments.size() != 1)
-        return usageError("unset: one key is needed");
+    const auto key = parseKey("unset", arguments);
+    if (!key)
+        return tools::kWrongUsage;
     errno = 0;
-    if (vconf_unset(arguments[0].c_str()) != VCONF_OK)
-        return failure("cannot remove " + arguments[0], errno);
+    if (vconf_unset(key->c_str()) != VCONF_OK)
+        return failure("cannot remove " + *key, errno);
     return kSuccess;
+}
+
+int watchCommand(const Arguments& arguments)
+{
+    tools::CommandLine line = commandLine("watch", "KEY...");
+    const auto words = line.parse(arguments);
+    if (!words)
+        return tools::kWrongUsage;
+    return words->empty() ? line.wrongUsage("at least one key is needed") : watch(*words);
 }

@@ -1,11 +1,15 @@
 /// The commands of orbis-settings. Each gets the arguments after its name and returns an exit status.
 #pragma once
 
+#include "options/CommandLine.h"
+
 #include <optional>
 #include <string>
 #include <vector>
 
-enum ExitStatus { kSuccess = 0, kFailure = 1, kUsageError = 2 };
+enum ExitStatus { kSuccess = 0, kFailure = 1 }; // and tools::kWrongUsage
+
+inline constexpr char kToolName[] = "orbis-settings";
 
 using Arguments = std::vector<std::string>;
 
@@ -15,8 +19,8 @@ int listCommand(const Arguments& arguments);
 int unsetCommand(const Arguments& arguments);
 int watchCommand(const Arguments& arguments);
 
-/// Names the mistake on standard error. @return kUsageError
-int usageError(const std::string& problem);
+/// Prints each change of the keys until a signal comes or nobody reads. @return the exit status
+int watch(const Arguments& keys);
 
 /// Names the failure on standard error, with errno's reason when there is one. @return kFailure
 int failure(const std::string& problem, int error);

@@ -63,14 +63,12 @@ bool watchAll(const std::set<std::string>& keys, Outcome& outcome)
 
 } // namespace
 
-int watchCommand(const Arguments& arguments)
+int watch(const Arguments& list)
 {
-    if (arguments.empty())
-        return usageError("watch: at least one key is needed");
     signal(SIGPIPE, SIG_IGN);
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 1); // they would open the system bus
     // The first watch starts the toolkit, and knows how where there is no home directory.
-    const std::set<std::string> keys(arguments.begin(), arguments.end());
+    const std::set<std::string> keys(list.begin(), list.end());
     Outcome outcome;
     if (!watchAll(keys, outcome)) {
         outcome.status = kFailure;

@@ -1,126 +1,68 @@
 #include "Options.h"
 
-#include <algorithm>
-#include <deque>
+#include "options/CommandLine.h"
+
+#include <iterator>
 #include <sstream>
 
 namespace DaemonSim {
 
 namespace {
 
-using Arguments = std::deque<std::string>;
-
-std::string takeFirst(Arguments& arguments)
-{
-    std::string first = arguments.front();
-    arguments.pop_front();
-    return first;
-}
-
-/// Splits "--name=value" into two arguments.
-Arguments collect(int argc, char** argv)
-{
-    Arguments arguments;
-    for (int index = 1; index < argc; ++index) {
-        const std::string argument = argv[index];
-        const size_t equals = argument.find('=');
-        const bool isSplit = argument.rfind("--", 0) == 0 && equals != std::string::npos;
-        arguments.push_back(argument.substr(0, isSplit ? equals : argument.size()));
-        if (isSplit)
-            arguments.push_back(argument.substr(equals + 1));
-    }
-    return arguments;
-}
-
-/// The seconds of "dawdle" may be part of the same argument or the next one.
-bool takeBehaviour(Arguments& arguments, Behaviour& behaviour)
-{
-    std::istringstream stream(takeFirst(arguments));
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;)
-        words.push_back(word);
-    if (words == std::vector<std::string> {"dawdle"} && !arguments.empty())
-        words.push_back(takeFirst(arguments));
-    const auto parsed = parseBehaviour(words);
-    behaviour = parsed.value_or(Behaviour {});
-    return parsed.has_value();
-}
-
-bool takeEndAfterStop(Arguments& arguments, std::optional<double>& seconds)
-{
-    const std::string value = takeFirst(arguments);
-    seconds = parseSeconds(value);
-    return seconds.has_value() || value == "never";
-}
-
-bool takeVia(Arguments& arguments, Via& via)
-{
-    const auto parsed = parseVia(takeFirst(arguments));
-    via = parsed.value_or(via);
-    return parsed.has_value();
-}
-
-/// @return whether the option is known and its value right.
-bool takeOption(const std::string& name, Arguments& arguments, Options& options)
-{
-    if (name == "--help" || name == "-h")
-        return options.help = true;
-    if (name == "--timestamps")
-        return options.timestamps = true;
-    if (name == "--fast")
-        return options.fast = true;
-    if (name == "--stay")
-        return options.stay = true;
-    if (arguments.empty())
-        return false;
-    if (name == "--behave")
-        return takeBehaviour(arguments, options.behaviour);
-    if (name == "--via")
-        return takeVia(arguments, options.via);
-    if (name == "--end-after-stop")
-        return takeEndAfterStop(arguments, options.endAfterStop);
-    if (name != "--scenario")
-        return false;
-    options.scenarios.push_back(takeFirst(arguments));
-    return true;
-}
-
-} // namespace
-
-std::optional<Options> parseOptions(int argc, char** argv, std::string& error)
-{
-    Options options;
-    Arguments arguments = collect(argc, argv);
-    while (!arguments.empty()) {
-        const std::string name = takeFirst(arguments);
-        if (!takeOption(name, arguments, options)) {
-            error = "wrong option, or its value is missing or wrong: " + name + " (see --help)";
-            return std::nullopt;
-        }
-    }
-    return options;
-}
-
-std::string usage()
-{
-    return R"(Usage: tessel-daemon-sim [OPTION]...
-A set-up daemon on the system bus, for tests and for people. It prints one line an event, plays the
+constexpr char kDescription[] =
+    R"(A set-up daemon on the system bus, for tests and for people. It prints one line an event, plays the
 scenarios and then the commands on its standard input.
-
-  --scenario FILE            play a file, or a scenario of that name that came with the program;
-                             may be given several times
-  --end-after-stop SECONDS   from an answered StopTessel to the order to leave (default 0.5), or "never"
-  --behave BEHAVIOUR         as the command
-  --via bus|settings         as the command (default bus)
-  --fast                     sleep a quarter of the time
-  --timestamps               put the seconds since the start in front of every line
-  --stay                     go on after the end of standard input, until a signal
-  --help                     this text
 
 Exit status: 0; 1 when a scenario waited in vain or could not write a setting; 2 when an option or a
 scenario is wrong; 3 when the bus or the daemon's name on it cannot be had.
 
-)" + commandHelp();
+)";
+
+constexpr char kWrongValue[] = "the value is wrong";
+
+std::string takeEndAfterStop(const std::string& value, std::optional<double>& seconds)
+{
+    seconds = parseSeconds(value);
+    return seconds || value == "never" ? "" : kWrongValue;
+}
+
+std::string takeVia(const std::string& value, Via& via)
+{
+    const auto parsed = parseVia(value);
+    via = parsed.value_or(via);
+    return parsed ? "" : kWrongValue;
+}
+
+std::string takeBehaviour(const std::string& value, Behaviour& behaviour)
+{
+    std::istringstream stream(value);
+    const std::vector<std::string> words {std::istream_iterator<std::string>(stream), {}};
+    const auto parsed = parseBehaviour(words);
+    behaviour = parsed.value_or(behaviour);
+    return parsed ? "" : kWrongValue;
+}
+
+} // namespace
+
+std::optional<Options> parseOptions(int argc, char** argv)
+{
+    Options options;
+    tools::CommandLine line("tessel-daemon-sim", "", kDescription + commandHelp());
+    line.add({"scenario", tools::addText(options.scenarios),
+        "play a file, or a scenario of that name that came with the program; may be given several times",
+        "FILE"});
+    line.add({"end-after-stop",
+        [&](const std::string& value) { return takeEndAfterStop(value, options.endAfterStop); },
+        "from an answered StopTessel to the order to leave (default 0.5), or \"never\"", "SECONDS"});
+    line.add({"behave", [&](const std::string& value) { return takeBehaviour(value, options.behaviour); },
+        "as the command, its seconds in the same argument", "BEHAVIOUR"});
+    line.add({"via", [&](const std::string& value) { return takeVia(value, options.via); },
+        "as the command (default bus)", "bus|settings"});
+    line.add({"fast", tools::setFlag(options.fast), "sleep a quarter of the time"});
+    line.add({"timestamps", tools::setFlag(options.timestamps),
+        "put the seconds since the start in front of every line"});
+    line.add({"stay", tools::setFlag(options.stay), "go on after the end of standard input, until a signal"});
+    return line.parse(tools::argumentsOf(argc, argv)) ? std::optional(options) : std::nullopt;
 }
 
 } // namespace DaemonSim

@@ -17,13 +17,10 @@ struct Options {
     bool fast = false; ///< shorter pauses
     bool timestamps = false;
     bool stay = false; ///< goes on after the end of standard input
-    bool help = false;
 };
 
-/// @return the options, or nothing with the reason in @p error.
-std::optional<Options> parseOptions(int argc, char** argv, std::string& error);
-
-/// @return what --help prints.
-std::string usage();
+/// Answers --help, and ends the process then.
+/// @return nothing when the arguments are wrong, which standard error is told
+std::optional<Options> parseOptions(int argc, char** argv);
 
 } // namespace DaemonSim

@@ -23,18 +23,10 @@ void openStandardStreams()
 
 int runSimulator(int argc, char** argv)
 {
-    std::string error;
-    const auto options = parseOptions(argc, argv, error);
-    EventLog log(options && options->timestamps);
-    if (!options) {
-        log.error(error);
+    const auto options = parseOptions(argc, argv);
+    if (!options)
         return kExitUsage;
-    }
-    if (options->help) {
-        fputs(usage().c_str(), stdout);
-        return kExitOk;
-    }
-
+    EventLog log(options->timestamps);
     std::deque<Step> steps;
     bool areRight = true;
     for (const std::string& scenario : options->scenarios)

@@ -1,8 +1,7 @@
 #include "Options.h"
 
 #include "Paths.h"
-
-#include <getopt.h>
+#include "options/CommandLine.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,20 +18,11 @@ constexpr int kDesignHeight = 1080;
 constexpr double kSmallestScale = 0.25;
 constexpr double kLargestScale = 4.0;
 
-constexpr const char* kUsage =
-    R"(Usage: tessel-gallery --out DIR [--lang LIST|all] [--contrast[=both]] [--scale LIST]
-                      [--awkward-names] [--quiet]
-Pictures every state of every popup off-screen, measures what it shows, and writes PNG files, report.json and
+constexpr const char* kDescription =
+    R"(Pictures every state of every popup off-screen, measures what it shows, and writes PNG files, report.json and
 index.html into DIR.
 
-  --lang LIST        catalogues, for instance en,ar,pt_BR; "all" for every one there is (default: en)
-  --contrast[=both]  high contrast; with "both" also the normal one
-  --scale LIST       screens as factors of 1080 lines, for instance 0.667,1,2 (default: 1)
-  --awkward-names    also phones, networks and accounts with names that break other programs
-  --quiet            no line for each part of the work
-
-Exit status: 0 when every rule holds, 1 when one is broken, 2 for wrong usage or when nothing could be made.
-)";
+Exit status: 0 when every rule holds, 1 when one is broken, 2 for wrong usage or when nothing could be made.)";
 
 std::vector<std::string> split(const std::string& list)
 {
@@ -70,65 +60,42 @@ void removeRepeated(std::vector<Value>& values)
     values = std::move(result);
 }
 
-bool setLanguages(const std::string& list, Options& options)
+// Each of these returns what is wrong with the option's value, "" for nothing.
+
+std::string setLanguages(const std::string& list, Options& options)
 {
     const auto installed = installedLanguages();
     options.languages = list == "all" ? withoutAliases(installed) : split(list);
     for (const std::string& language : options.languages) {
-        if (std::find(installed.begin(), installed.end(), language) == installed.end()) {
-            fprintf(stderr, "tessel-gallery: there is no catalogue \"%s\"\n", language.c_str());
-            return false;
-        }
+        if (std::find(installed.begin(), installed.end(), language) == installed.end())
+            return "there is no catalogue \"" + language + '"';
     }
     removeRepeated(options.languages);
-    return !options.languages.empty();
+    return options.languages.empty() ? "no language" : "";
 }
 
-bool setScales(const std::string& list, Options& options)
+std::string setScales(const std::string& list, Options& options)
 {
     options.scales.clear();
     for (const std::string& text : split(list)) {
         char* end = nullptr;
         const double scale = strtod(text.c_str(), &end);
         if (*end != '\0' || !(scale >= kSmallestScale && scale <= kLargestScale)) {
-            fprintf(stderr, "tessel-gallery: \"%s\" is no scale between %g and %g\n", text.c_str(),
-                kSmallestScale, kLargestScale);
-            return false;
+            char limits[64] = "";
+            snprintf(
+                limits, sizeof limits, "\" is no scale between %g and %g", kSmallestScale, kLargestScale);
+            return '"' + text + limits;
         }
         options.scales.push_back(scale);
     }
     removeRepeated(options.scales);
-    return !options.scales.empty();
+    return options.scales.empty() ? "no scale" : "";
 }
 
-bool setContrast(const char* value, Options& options)
+std::string setContrast(const std::string& which, Options& options)
 {
-    const std::string text = value ? value : "";
-    options.contrasts = text == "both" ? std::vector<bool> {false, true} : std::vector<bool> {true};
-    return text.empty() || text == "both";
-}
-
-bool apply(int option, const char* value, Options& options)
-{
-    switch (option) {
-    case 'o':
-        options.folder = value;
-        return !options.folder.empty();
-    case 'l':
-        return setLanguages(value, options);
-    case 's':
-        return setScales(value, options);
-    case 'c':
-        return setContrast(value, options);
-    case 'a':
-        options.awkwardNames = true;
-        return true;
-    case 'q':
-        options.quiet = true;
-        return true;
-    default:
-        return false;
-    }
+    options.contrasts = which == "both" ? std::vector<bool> {false, true} : std::vector<bool> {true};
+    return which.empty() || which == "both" ? "" : "neither empty nor \"both\"";
 }
 
 } // namespace
@@ -177,37 +144,29 @@ std::vector<std::string> installedLanguages()
     return result;
 }
 
-std::optional<Options> parseOptions(int argc, char** argv, int& status)
+std::optional<Options> parseOptions(int argc, char** argv)
 {
-    static const option kOptions[] = {
-        {"out", required_argument, nullptr, 'o'},
-        {"lang", required_argument, nullptr, 'l'},
-        {"scale", required_argument, nullptr, 's'},
-        {"contrast", optional_argument, nullptr, 'c'},
-        {"awkward-names", no_argument, nullptr, 'a'},
-        {"quiet", no_argument, nullptr, 'q'},
-        {"help", no_argument, nullptr, 'h'},
-        {nullptr, 0, nullptr, 0},
-    };
     Options options;
-    status = 2;
-    for (int chosen = 0; (chosen = getopt_long(argc, argv, "h", kOptions, nullptr)) != -1;) {
-        if (chosen == 'h') {
-            fputs(kUsage, stdout);
-            status = 0;
-            return std::nullopt;
-        }
-        if (!apply(chosen, optarg, options)) {
-            fputs(kUsage, stderr);
-            return std::nullopt;
-        }
-    }
-    if (options.folder.empty() || optind < argc) {
-        fputs(kUsage, stderr);
+    const auto into = [&options](auto set) {
+        return [&options, set](const std::string& value) { return set(value, options); };
+    };
+    tools::CommandLine line("tessel-gallery", "", kDescription);
+    line.add({"out", tools::setText(options.folder), "where all goes; made if missing", "DIR"});
+    line.add({"lang", into(setLanguages),
+        "catalogues, for instance en,ar,pt_BR; \"all\" for every one there is (default: en)", "LIST"});
+    line.add(
+        {"contrast", into(setContrast), "high contrast; with \"=both\" also the normal one", "both", true});
+    line.add({"scale", into(setScales),
+        "screens as factors of 1080 lines, for instance 0.667,1,2 (default: 1)", "LIST"});
+    line.add({"awkward-names", tools::setFlag(options.awkwardNames),
+        "also phones, networks and accounts with names that break other programs"});
+    line.add({"quiet", tools::setFlag(options.quiet), "no line for each part of the work"});
+    if (!line.parse(tools::argumentsOf(argc, argv)))
         return std::nullopt;
-    }
-    status = 0;
-    return options;
+    if (!options.folder.empty())
+        return options;
+    line.wrongUsage("--out is needed");
+    return std::nullopt;
 }
 
 } // namespace gallery

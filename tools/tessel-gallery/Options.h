@@ -36,8 +36,8 @@ struct Options {
 /// @return the names of the installed catalogues, sorted
 std::vector<std::string> installedLanguages();
 
-/// @return nothing when the arguments are wrong (said on standard error) or help was asked for; @p status is
-///         then what to exit with
-std::optional<Options> parseOptions(int argc, char** argv, int& status);
+/// Answers --help, and ends the process then.
+/// @return nothing when the arguments are wrong, which standard error is told
+std::optional<Options> parseOptions(int argc, char** argv);
 
 } // namespace gallery

@@ -3,6 +3,7 @@
 #include "Options.h"
 #include "Report.h"
 #include "Runner.h"
+#include "options/CommandLine.h"
 
 #include <chrono>
 #include <cstdio>
@@ -11,10 +12,9 @@
 int main(int argc, char** argv)
 {
     using namespace gallery;
-    int status = 0;
-    auto options = parseOptions(argc, argv, status);
+    auto options = parseOptions(argc, argv);
     if (!options)
-        return status;
+        return tools::kWrongUsage;
     std::error_code error;
     options->folder = std::filesystem::absolute(options->folder, error);
     std::filesystem::create_directories(options->folder, error);
