@@ -127,6 +127,11 @@ std::optional<Command> parseViewer(const Words& words)
     return ViewerCommand {Words(words.begin() + 2, words.end())};
 }
 
+std::optional<Command> parseScenario(const Words& words)
+{
+    return words.size() == 2 ? std::optional<Command>(ScenarioCommand {words[1]}) : std::nullopt;
+}
+
 std::optional<Command> parseEcho(const Words& words)
 {
     if (words.size() > 2)
@@ -140,7 +145,7 @@ std::optional<Command> parsePlain(const Words& words)
     return words.size() == 1 ? std::optional<Command>(Plain {}) : std::nullopt;
 }
 
-constexpr std::array<CommandRow, 22> kCommands = {{
+constexpr std::array<CommandRow, 23> kCommands = {{
     {"ShowMobileGuide", "PIN", "the guide", false, parseRequest<1>},
     {"ShowNetworkTest", "PHONE NETWORK", "network test in progress", false, parseRequest<2>},
     {"ShowSSOLoginPopup", "PHONE ACCOUNT", "sign-in in progress", false, parseRequest<2>},
@@ -163,6 +168,7 @@ constexpr std::array<CommandRow, 22> kCommands = {{
         parseViaLine},
     {"restart", "SECONDS", "leave the bus, forget what is outstanding, and come back", false, parseRestart},
     {"viewer", "press KEY...", "print the line, for whoever plays the viewer", false, parseViewer},
+    {"scenario", "NAME", "play a scenario as --scenario does; not inside another one", false, parseScenario},
     {"echo", "TEXT", "print a line", true, parseEcho},
     {"help", "", "list the commands", false, parsePlain<HelpCommand>},
     {"quit", "", "end the simulator", false, parsePlain<QuitCommand>},
@@ -232,6 +238,14 @@ std::string toText(const RequestCommand& request)
     for (const std::string& argument : request.arguments)
         text += " " + EventLog::quoted(argument);
     return text;
+}
+
+Words commandNames()
+{
+    Words names;
+    for (const CommandRow& row : kCommands)
+        names.emplace_back(row.name);
+    return names;
 }
 
 std::string commandHelp()

@@ -45,15 +45,18 @@ struct RestartCommand {
 struct ViewerCommand {
     std::vector<std::string> keys; ///< by their X names, to press one after the other
 };
+struct ScenarioCommand {
+    std::string name;
+};
 struct EchoCommand {
     std::string text;
 };
 struct HelpCommand { };
 struct QuitCommand { };
 
-using Command =
-    std::variant<RequestCommand, SleepCommand, WaitCommand, SetIntCommand, SetStringCommand, UnsetCommand,
-        BehaveCommand, ViaCommand, RestartCommand, ViewerCommand, EchoCommand, HelpCommand, QuitCommand>;
+using Command = std::variant<RequestCommand, SleepCommand, WaitCommand, SetIntCommand, SetStringCommand,
+    UnsetCommand, BehaveCommand, ViaCommand, RestartCommand, ViewerCommand, ScenarioCommand, EchoCommand,
+    HelpCommand, QuitCommand>;
 
 /// What became of a line. Neither a command nor an error: the line is blank or a comment.
 struct ParsedLine {
@@ -66,6 +69,9 @@ ParsedLine parseLine(const std::string& line);
 
 /// @return the request as its line, the arguments between quotes.
 std::string toText(const RequestCommand& request);
+
+/// @return the first words of all commands.
+std::vector<std::string> commandNames();
 
 /// @return what help prints, a line a command.
 std::string commandHelp();

@@ -1,6 +1,7 @@
 #include "EventLog.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace DaemonSim {
 
@@ -35,28 +36,31 @@ EventLog::EventLog(bool timestamps)
 
 void EventLog::event(std::string_view text)
 {
-    if (m_prompt)
-        fputc('\r', stdout);
+    if (m_erasePrompt)
+        m_erasePrompt();
     if (m_timestamps)
         printf("%.3f ", static_cast<double>(g_get_monotonic_time() - m_start) / kMicrosecondsPerSecond);
     puts(oneLine(text).c_str());
     fflush(stdout);
-    if (m_prompt)
-        showPrompt();
+    if (m_showPrompt)
+        m_showPrompt();
 }
 
 void EventLog::error(std::string_view text)
 {
-    fprintf(stderr, "%stessel-daemon-sim: %s\n", m_prompt ? "\r" : "", oneLine(text).c_str());
-    if (m_prompt)
-        showPrompt();
+    if (m_erasePrompt) {
+        m_erasePrompt();
+        fflush(stdout);
+    }
+    fprintf(stderr, "tessel-daemon-sim: %s\n", oneLine(text).c_str());
+    if (m_showPrompt)
+        m_showPrompt();
 }
 
-void EventLog::showPrompt()
+void EventLog::setPrompt(std::function<void()> erase, std::function<void()> show)
 {
-    m_prompt = true;
-    fputs("> ", stdout);
-    fflush(stdout);
+    m_erasePrompt = std::move(erase);
+    m_showPrompt = std::move(show);
 }
 
 std::string EventLog::quoted(std::string_view text)

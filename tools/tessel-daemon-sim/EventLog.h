@@ -3,6 +3,7 @@
 
 #include <glib.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -20,9 +21,8 @@ public:
     /// Prints a problem on standard error.
     void error(std::string_view text);
 
-    /// Shows the prompt, and again below every later line, until hidePrompt().
-    void showPrompt();
-    void hidePrompt() { m_prompt = false; }
+    /// Has the prompt make way for each line and come back below it. Empty functions where there is none.
+    void setPrompt(std::function<void()> erase, std::function<void()> show);
 
     /// @return the text between double quotes, with quotes and backslashes in it escaped.
     static std::string quoted(std::string_view text);
@@ -30,7 +30,8 @@ public:
 private:
     gint64 m_start;
     bool m_timestamps;
-    bool m_prompt = false;
+    std::function<void()> m_erasePrompt;
+    std::function<void()> m_showPrompt;
 };
 
 } // namespace DaemonSim

@@ -1,37 +1,24 @@
-/// Reads standard input line by line without blocking the main loop.
+/// Reads a pipe or a file line by line without blocking the main loop.
 #pragma once
+
+#include "LineSource.h"
 
 #include <glib.h>
 
 #include <functional>
-#include <optional>
-#include <string>
 
 namespace DaemonSim {
 
-class LineReader {
+class LineReader : public LineSource {
 public:
-    struct Line {
-        std::string text; ///< without its line end
-        bool isTooLong = false; ///< the text was thrown away
-    };
-
     /// @param descriptor  borrowed. It may be closed, which counts as its end.
     /// @param onInput     called from the main loop when take() or atEnd() may have something new
     LineReader(int descriptor, std::function<void()> onInput);
-    ~LineReader() { stopListening(); }
-    LineReader(const LineReader&) = delete;
-    LineReader& operator=(const LineReader&) = delete;
+    ~LineReader() override { stopListening(); }
 
-    /// @return the next line, if there is one already.
-    std::optional<Line> take();
-
-    /// @return whether no line will come any more.
-    bool atEnd() const { return m_ended && m_buffer.empty(); }
-
-    /// Reads on until there is something new. Nothing is read before, so that a flood of input waits
-    /// outside.
-    void listen();
+    std::optional<Line> take() override;
+    bool atEnd() const override { return m_ended && m_buffer.empty(); }
+    void listen() override;
 
 private:
     static gboolean onReadable(gint descriptor, GIOCondition condition, gpointer data);

@@ -29,12 +29,14 @@ Outcome outcomeOf(bool success)
 
 } // namespace
 
-Player::Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished)
+Player::Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished,
+    std::function<bool(const std::string&)> onScenario)
     : m_log(log)
     , m_daemon(daemon)
     , m_via(options.via)
     , m_pauseDivisor(options.fast ? kFastDivisor : 1)
     , m_onFinished(std::move(onFinished))
+    , m_onScenario(std::move(onScenario))
 {
 }
 
@@ -157,6 +159,11 @@ void Player::start(const ViewerCommand& command)
         line += " " + key;
     m_log.event(line);
     finish(Outcome::Done);
+}
+
+void Player::start(const ScenarioCommand& command)
+{
+    finish(outcomeOf(m_onScenario(command.name)));
 }
 
 void Player::start(const EchoCommand& command)

@@ -25,7 +25,10 @@ enum class Outcome {
 class Player {
 public:
     /// @param onFinished  called with what became of a command, from inside play() or later
-    Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished);
+    /// @param onScenario  called to have the scenario of that name played next; false when that cannot be
+    /// done
+    Player(EventLog& log, Daemon& daemon, const Options& options, std::function<void(Outcome)> onFinished,
+        std::function<bool(const std::string&)> onScenario);
 
     /// Plays a command. Only while isBusy() is false.
     void play(const Command& command);
@@ -45,6 +48,7 @@ private:
     void start(const ViaCommand& command);
     void start(const RestartCommand& command);
     void start(const ViewerCommand& command);
+    void start(const ScenarioCommand& command);
     void start(const EchoCommand& command);
     void start(const HelpCommand& command);
     void start(const QuitCommand& command);
@@ -58,6 +62,7 @@ private:
     Via m_via;
     double m_pauseDivisor;
     std::function<void(Outcome)> m_onFinished;
+    std::function<bool(const std::string&)> m_onScenario;
     bool m_busy = false;
     Timer m_timer; ///< of a sleep or a wait
     std::vector<Event> m_missing; ///< what the present wait still waits for

@@ -3,6 +3,8 @@
 #include "EventLog.h"
 #include "base/GlibHandles.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <optional>
@@ -14,18 +16,20 @@ namespace {
 
 constexpr size_t kMaxFileBytes = 0x400000;
 
-/// @return where a scenario of that name lies beside the program.
-std::string shippedScenario(const std::string& name)
+constexpr char kEnding[] = ".scenario";
+
+/// @return where the scenarios lie beside the program.
+std::string shippedFolder()
 {
     const base::GStr program(g_file_read_link("/proc/self/exe", nullptr));
     const base::GStr folder(g_path_get_dirname(program ? program.get() : "."));
-    return std::string(folder.get()) + "/../share/tessel/scenarios/" + name + ".scenario";
+    return std::string(folder.get()) + "/../share/tessel/scenarios/";
 }
 
 std::string resolve(const std::string& name)
 {
     const bool isFile = name.find('/') != std::string::npos || g_file_test(name.c_str(), G_FILE_TEST_EXISTS);
-    return isFile ? name : shippedScenario(name);
+    return isFile ? name : shippedFolder() + name + kEnding;
 }
 
 std::optional<std::string> readFile(const std::string& path)
@@ -42,6 +46,18 @@ std::optional<std::string> readFile(const std::string& path)
 
 } // namespace
 
+std::vector<std::string> shippedScenarios()
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(shippedFolder(), error)) {
+        if (entry.path().extension() == kEnding)
+            names.push_back(entry.path().stem());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 bool loadScenario(EventLog& log, const std::string& name, std::deque<Step>& steps)
 {
     const std::string path = resolve(name);
@@ -56,7 +72,9 @@ bool loadScenario(EventLog& log, const std::string& name, std::deque<Step>& step
     std::string line;
     for (int number = 1; std::getline(lines, line); ++number) {
         const std::string place = path + ":" + std::to_string(number);
-        const ParsedLine parsed = parseLine(line);
+        ParsedLine parsed = parseLine(line);
+        if (parsed.command && std::holds_alternative<ScenarioCommand>(*parsed.command))
+            parsed = {std::nullopt, "a scenario cannot play another one"};
         if (!parsed.error.empty()) {
             log.error(place + ": " + parsed.error);
             isRight = false;

@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <string>
+#include <vector>
 
 namespace DaemonSim {
 
@@ -14,6 +15,9 @@ struct Step {
     Command command;
     std::string place; ///< file and line, for messages
 };
+
+/// @return the names of the scenarios that came with the program, sorted.
+std::vector<std::string> shippedScenarios();
 
 /// Adds the commands of a scenario to @p steps.
 /// @param name  a file, or the name of a scenario that came with the program, without its ending

@@ -1,7 +1,11 @@
 #include "Session.h"
 
+#include "LineReader.h"
+#include "Prompt.h"
+
 #include <glib-unix.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <unistd.h>
@@ -14,11 +18,15 @@ Session::Session(EventLog& log, const Options& options, std::deque<Step> steps)
     , m_loop(g_main_loop_new(nullptr, FALSE))
     , m_steps(std::move(steps))
     , m_stay(options.stay)
-    , m_showsPrompt(isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1)
     , m_daemon(log, options, daemonCallbacks())
-    , m_player(log, m_daemon, options, [this](Outcome outcome) { onFinished(outcome); })
-    , m_input(STDIN_FILENO, [this] { advance(); })
+    , m_player(
+          log, m_daemon, options, [this](Outcome outcome) { onFinished(outcome); },
+          [this](const std::string& name) { return addScenario(name); })
 {
+    if (isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1)
+        m_input = std::make_unique<Prompt>(log, [this] { advance(); });
+    else
+        m_input = std::make_unique<LineReader>(STDIN_FILENO, [this] { advance(); });
 }
 
 Daemon::Callbacks Session::daemonCallbacks()
@@ -62,7 +70,10 @@ void Session::onFinished(Outcome outcome)
         end(kExitOk);
     } else if (outcome != Outcome::Done && !m_place.empty()) {
         m_log.error(m_place + ": the scenario ends here");
-        end(kExitScenarioFailed);
+        m_steps.clear();
+        m_status = kExitScenarioFailed;
+        if (!m_isTyped)
+            end(kExitScenarioFailed);
     }
     advance();
 }
@@ -93,16 +104,14 @@ bool Session::playNext()
 bool Session::playTypedLine()
 {
     m_place.clear();
-    const auto line = m_input.take();
+    m_isTyped = true;
+    const auto line = m_input->take();
     if (!line) {
-        if (m_input.atEnd())
+        if (m_input->atEnd())
             endWhenIdle();
-        else if (m_showsPrompt)
-            m_log.showPrompt();
-        m_input.listen();
+        m_input->listen();
         return false;
     }
-    m_log.hidePrompt();
     const ParsedLine parsed =
         line->isTooLong ? ParsedLine {std::nullopt, "the line is too long"} : parseLine(line->text);
     if (!parsed.error.empty())
@@ -110,6 +119,15 @@ bool Session::playTypedLine()
     else if (parsed.command)
         m_player.play(*parsed.command);
     return true;
+}
+
+/// @return false when there is no such scenario, or it is wrong
+bool Session::addScenario(const std::string& name)
+{
+    const bool isRight = loadScenario(m_log, name, m_steps);
+    if (!isRight)
+        m_steps.clear();
+    return isRight;
 }
 
 void Session::endWhenIdle()
@@ -124,7 +142,7 @@ void Session::end(int status)
     if (m_ended)
         return;
     m_ended = true;
-    m_status = status;
+    m_status = std::max<int>(m_status, status);
     g_main_loop_quit(m_loop.get());
 }
 

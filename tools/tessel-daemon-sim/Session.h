@@ -3,13 +3,14 @@
 
 #include "Daemon.h"
 #include "EventLog.h"
-#include "LineReader.h"
+#include "LineSource.h"
 #include "Options.h"
 #include "Player.h"
 #include "Scenario.h"
 #include "base/GlibHandles.h"
 
 #include <deque>
+#include <memory>
 #include <string>
 
 namespace DaemonSim {
@@ -37,6 +38,7 @@ private:
 
     Daemon::Callbacks daemonCallbacks();
     void onFinished(Outcome outcome);
+    bool addScenario(const std::string& name);
     void advance();
     bool playNext();
     bool playTypedLine();
@@ -46,16 +48,16 @@ private:
     EventLog& m_log;
     base::LoopPtr m_loop;
     std::deque<Step> m_steps;
-    std::string m_place; ///< of the step under way; empty at the prompt
+    std::string m_place; ///< of the step under way; empty for a typed command
     bool m_stay;
-    bool m_showsPrompt;
+    bool m_isTyped = false; ///< the options' scenarios are over; what is played now was typed
     bool m_ready = false;
     bool m_advancing = false;
     bool m_ended = false;
     int m_status = kExitOk;
     Daemon m_daemon;
     Player m_player;
-    LineReader m_input;
+    std::unique_ptr<LineSource> m_input;
 };
 
 } // namespace DaemonSim

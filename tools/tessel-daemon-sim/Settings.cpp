@@ -1,12 +1,29 @@
 #include "Settings.h"
 
 #include "EventLog.h"
+#include "Names.h"
 
 #include <vconf.h>
+
+#include <iterator>
+#include <set>
 
 namespace DaemonSim {
 
 namespace {
+
+constexpr const char* kUiKeys[] = {
+    kStartModeKey,
+    kDeviceOwnedKey,
+    kRequestKey,
+    "db/bleapp/security_key",
+    "db/menu/system/accessibility/highcontrast",
+    "db/menu/system/accessibility/screenreader",
+    "db/menu_widget/language",
+    "memory/menu/network/tessel_ocf_ready",
+    "memory/tessel/ble_tvname",
+    "memory/wizard/wizard_mode",
+};
 
 bool report(EventLog& log, bool success, const std::string& what, const std::string& value)
 {
@@ -36,6 +53,16 @@ bool removeKey(EventLog& log, const std::string& key)
     const bool existed = vconf_get_type(key.c_str()) != VCONF_TYPE_NONE;
     const bool success = !existed || vconf_unset(key.c_str()) == VCONF_OK;
     return report(log, success, "unset " + key, "");
+}
+
+std::vector<std::string> settingsKeys()
+{
+    std::set<std::string> keys(std::begin(kUiKeys), std::end(kUiKeys));
+    const auto keep = [](const char* key, void* data) {
+        static_cast<std::set<std::string>*>(data)->insert(key);
+    };
+    vconf_list(nullptr, keep, &keys);
+    return {keys.begin(), keys.end()};
 }
 
 } // namespace DaemonSim

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace DaemonSim {
 
@@ -13,5 +14,8 @@ bool writeString(EventLog& log, const std::string& key, const std::string& value
 
 /// Removes a key. One that does not exist counts as removed.
 bool removeKey(EventLog& log, const std::string& key);
+
+/// @return the keys that the UI knows and those that are in the store.
+std::vector<std::string> settingsKeys();
 
 } // namespace DaemonSim

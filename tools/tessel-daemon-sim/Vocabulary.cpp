@@ -57,7 +57,26 @@ auto findRow(const Rows& rows, const Key& key, Field field)
     return row == rows.end() ? nullptr : &*row;
 }
 
+template <typename Rows>
+Words namesOf(const Rows& rows)
+{
+    Words names;
+    for (const auto& row : rows)
+        names.emplace_back(row.name);
+    return names;
+}
+
 } // namespace
+
+Words eventWords()
+{
+    return namesOf(kEvents);
+}
+
+Words behaviourWords()
+{
+    return namesOf(kBehaviours);
+}
 
 std::optional<Event> takeEvent(const Words& words, size_t& position, size_t end)
 {

@@ -54,6 +54,10 @@ std::optional<Via> parseVia(std::string_view text);
 /// Parses a plain decimal number of seconds, at most a day.
 std::optional<double> parseSeconds(std::string_view text);
 
+/// @return the words that a wait may begin with, and those that a behaviour may.
+std::vector<std::string> eventWords();
+std::vector<std::string> behaviourWords();
+
 /// @return the thing in the words of the language.
 std::string toText(const Behaviour& behaviour);
 std::string toText(const Event& event);
