@@ -1,23 +1,21 @@
-# Plays a scenario of the set-up daemon's simulator line by line and watches what becomes of each: what is on the
-# screen, what is read out, what the daemon receives. To be sourced after lib.sh by a script that has a display,
-# a bus and these:
+# Has the set-up daemon's simulator play a scenario, plays the viewer for it, and watches what becomes of each step:
+# what is on the screen, what is read out, what the daemon receives. To be sourced after lib.sh by a script that has
+# a display, a bus and these:
 #
 #   OUTPUT       folder for pictures and logs
 #   SPEECH       file that the program's read-outs are appended to
 #   PROGRAM SIMULATOR VIA   programs, and the way of the requests: bus or settings
 #
-# Each line is followed by a mark that the simulator prints when it is through with the line. Requests without a
-# pause between them are sent together: the last one is what is looked at.
+# The simulator prints a line an event, and waits wherever the viewer looks or presses a key. Of what happened
+# between two such moments, the last request or order is the step that is looked at.
 # shellcheck shell=bash
 
 STEP_SECONDS=15
 
 UI_PID=
 SIMULATOR_PID=
-SIMULATOR_INPUT=
 START_TIME=     # of the timeline, in nanoseconds
-SENT=0          # lines sent, which is the number of the last mark
-REPORTED=0      # events up to this line are in the timeline
+STOPS=0         # orders to stop that the daemon received
 STEP=0
 STEP_NAME=      # of the step whose outcome has not been looked at yet
 EXPECTED=       # its outcome: spoken, plain (no popup), or same
@@ -61,15 +59,30 @@ start_program() {
 
 # ---- the simulator
 
+# $1: the scenario's file
 start_simulator() {
-    mkfifo "$WORK_FOLDER/commands"
-    exec {SIMULATOR_INPUT}<>"$WORK_FOLDER/commands"
-    : >"$OUTPUT/daemon.out"
     # The order to leave is the scenario's business: a program that is told to stop must leave by itself.
-    "$SIMULATOR" --timestamps --end-after-stop never --via "$VIA" <"$WORK_FOLDER/commands" \
-        >"$OUTPUT/daemon.out" 2>"$OUTPUT/daemon.log" &
-    SIMULATOR_PID=$!
+    coproc DAEMON { exec "$SIMULATOR" --timestamps --with-viewer --scenario "$1" --end-after-stop never \
+        --via "$VIA" 2>"$OUTPUT/daemon.log"; }
+    SIMULATOR_PID=$DAEMON_PID
     STARTED_PIDS+=("$SIMULATOR_PID")
+    # The shell forgets them when the simulator has ended.
+    exec {EVENTS}<&"${DAEMON[0]}" {ANSWERS}>&"${DAEMON[1]}"
+}
+
+# Leaves the simulator's next event, without its time, in EVENT; fails when it has ended.
+next_event() {
+    local status=0
+    IFS= read -r -t 300 EVENT <&"$EVENTS" || status=$?
+    [ "$status" -le 128 ] || give_up "the simulator says nothing any more"
+    [ "$status" -eq 0 ] || return 1
+    printf '%s\n' "$EVENT" >>"$OUTPUT/daemon.out"
+    EVENT=${EVENT#* }
+}
+
+# The viewer is through.
+go_on() {
+    printf '\n' >&"$ANSWERS"
 }
 
 line_count() {
@@ -77,66 +90,14 @@ line_count() {
     wc -l <"$1"
 }
 
-# The events of the simulator after line $1 that match $2, without their time; fails when there are none.
-events_since() {
-    tail -n "+$(($1 + 1))" "$OUTPUT/daemon.out" | sed 's/^[0-9.]* //' | grep -E -- "$2"
-}
-
-# The same for those of the $1th line that was sent.
-events_of_line() {
-    sed -n "/ mark $(($1 - 1))\$/,/ mark $1\$/p" "$OUTPUT/daemon.out" | sed 's/^[0-9.]* //' | grep -E -- "$2"
-}
-
-send_line() {
-    SENT=$((SENT + 1))
-    printf '%s\necho mark %d\n' "$1" "$SENT" >&"$SIMULATOR_INPUT"
-}
-
-mark_is_there() {
-    grep -q " mark $1\$" "$OUTPUT/daemon.out"
-}
-
-mark_or_death() {
-    mark_is_there "$1" || has_ended "$SIMULATOR_PID"
-}
-
-# Waits until the simulator is through with the $1th line, $2, which must have gone well.
-await_line() {
-    local limit=60 problem
-    if [[ $2 =~ ^(sleep|wait|restart)\ (.*\ )?([0-9]+)[0-9.]*$ ]]; then
-        limit=$((limit + 10#${BASH_REMATCH[3]}))
-    fi
-    wait_until "$limit" mark_or_death "$1" || true
-    mark_is_there "$1" || give_up "the simulator is not through with: $2"
-    [ ! -s "$OUTPUT/daemon.log" ] || give_up "the simulator complains: $(tail -n 1 "$OUTPUT/daemon.log")"
-    problem=$(events_of_line "$1" '^(error|timeout) ') && give_up "$2: $problem"
-    return 0
-}
-
-tell_daemon() {
-    send_line "$1"
-    await_line "$SENT" "$1"
-}
-
-# Adds what the daemon has seen since the last time to the timeline.
-report_daemon() {
-    local from=$REPORTED event
-    REPORTED=$(line_count "$OUTPUT/daemon.out")
-    events_since "$from" '^(received |ui |restart$|ready$)' | while read -r event; do
-        timeline daemon "$event"
-    done || true
-}
-
 # ---- what the viewer sees
 
 # $1 the step's name, $2 its expected outcome
 begin_step() {
-    STEP=$((STEP + 1))
+    [ -n "$STEP_NAME" ] || STEP=$((STEP + 1))
     STEP_NAME=$1
     EXPECTED=$2
     TOLD=()
-    SPEECH_LINE=$(line_count "$SPEECH")
-    say ""
 }
 
 # Something was read out, and one utterance holds all that the viewer must be told.
@@ -217,91 +178,76 @@ expect_end() {
     UI_PID=
 }
 
-# ---- the lines of a scenario
+# ---- the events of a scenario
 
-# What the viewer must be told of the request in the $1th line: the simulator prints the arguments between
-# quotes, however the scenario writes them.
-remember_told() {
+# $1: the request as the simulator prints it, its arguments between quotes
+note_request() {
     local word
-    TOLD=()
+    timeline request "$1"
+    if [ "$1" = HidePopup ]; then begin_step "$1" plain; else begin_step "${1%% *}" spoken; fi
+    [[ $1 =~ ^Show(PinPopup|NetworkTest|SSOLoginPopup)\  ]] || return 0
     while read -r word; do
         TOLD+=("${word//\"/}")
-    done < <(events_of_line "$1" '^request Show(PinPopup|NetworkTest|SSOLoginPopup) ' | grep -o '"[^"]*"')
+    done < <(grep -o '"[^"]*"' <<<"$1")
 }
 
-# $@: requests without a pause between them
-play_requests() {
-    local line way number=$SENT last=${*: -1}
-    if [ "$last" = HidePopup ]; then begin_step "$last" plain; else begin_step "${last%% *}" spoken; fi
-    for line in "$@"; do
-        send_line "$line"
-    done
-    for line in "$@"; do
-        number=$((number + 1))
-        await_line "$number" "$line"
-        way="over the bus"
-        ! events_of_line "$number" '^set ' >/dev/null || way="through the settings store"
-        timeline request "$line ($way)"
-    done
-    remember_told "$number"
+# $1: key and value
+note_setting() {
+    timeline settings "$1"
+    case $1 in
+        */tessel_startmode\ 100) begin_step end plain ;;
+        */tessel_ocf_device_owned\ 1) begin_step owned spoken ;;
+    esac
 }
 
-play_order() {
-    begin_step "${1%% *}" "$2"
-    timeline request "$1"
-    tell_daemon "$1"
-}
-
-play_viewer() {
-    local key line
-    tell_daemon "$1"
-    line=$(events_of_line "$SENT" '^viewer press ') || give_up "the simulator does not say what to press: $1"
-    begin_step "press-$(tr ' ' '-' <<<"${line#viewer press }")" spoken
-    timeline viewer "presses ${line#viewer press }"
-    for key in ${line#viewer press }; do
+press() {
+    local key
+    timeline viewer "presses $*"
+    SPEECH_LINE=$(line_count "$SPEECH")
+    begin_step "press-$(tr ' ' '-' <<<"$*")" spoken
+    for key in "$@"; do
         xdotool key "$key" || give_up "$key cannot be pressed"
         sleep 0.2
     done
 }
 
-play_pause() {
-    send_line "$1"
-    if [ -n "$STEP_NAME" ]; then look; else look_again; fi
-    await_line "$SENT" "$1"
-}
-
-play_line() {
-    case ${1%% *} in
-        restart) play_order "$1" same ;;
-        end) play_order "$1" plain ;;
-        viewer) play_viewer "$1" ;;
-        sleep) play_pause "$1" ;;
-        echo) say "" && timeline scenario "${1#echo }" ;;
-        *) tell_daemon "$1" ;;
+handle_event() {
+    case $EVENT in
+        'viewer looks')
+            if [ -n "$STEP_NAME" ]; then look; else look_again; fi
+            SPEECH_LINE=$(line_count "$SPEECH")
+            say ""
+            go_on
+            ;;
+        'viewer press '*)
+            # shellcheck disable=SC2086 # a word is a key
+            press ${EVENT#viewer press }
+            go_on
+            ;;
+        'request '*) note_request "${EVENT#request }" ;;
+        'set '*) note_setting "${EVENT#set }" ;;
+        'reply '*) ;;
+        'error '* | 'timeout '*) give_up "$EVENT" ;;
+        'received '* | 'ui '* | ready | restart)
+            timeline daemon "$EVENT"
+            [[ $EVENT != 'received StopTessel '* ]] || STOPS=$((STOPS + 1))
+            [ "$EVENT" != restart ] || begin_step restart same
+            ;;
+        *) timeline scenario "$EVENT" ;;
     esac
-    report_daemon
-    [[ ! $1 =~ ^wait\ (.*\ )?gone(\ |$) ]] || expect_end
 }
 
-play_lines() {
-    local line requests=()
-    while read -r line; do
-        case $line in
-            '' | '#'*) continue ;;
-            Show* | HidePopup | json\ * | owned) requests+=("$line") && continue ;;
-        esac
-        [ ${#requests[@]} -eq 0 ] || play_requests "${requests[@]}"
-        requests=()
-        play_line "$line"
-    done <"$1"
-}
-
-# $1: the scenario's file, which ends with the end of the program
+# $1: the scenario's file, which the simulator has; it ends with the end of the program
 play_scenario() {
-    local stops
-    play_lines "$1"
-    [ -z "$UI_PID" ] || give_up "the scenario is over, but the program still runs"
-    stops=$(grep -c '^wait .*StopTessel' "$1" || true)
-    [ "$(events_since 0 '^received StopTessel ' | wc -l)" -eq "$stops" ] ||
-        give_up "the daemon was to receive $stops orders to stop"
+    local status=0
+    while next_event; do
+        handle_event
+    done
+    wait "$SIMULATOR_PID" || status=$?
+    if [ "$status" -ne 0 ] || [ -s "$OUTPUT/daemon.log" ]; then
+        give_up "the simulator complains: $(tail -n 1 "$OUTPUT/daemon.log")"
+    fi
+    expect_end
+    [ "$STOPS" -eq "$(grep -c '^wait .*StopTessel' "$1" || true)" ] ||
+        give_up "the daemon received $STOPS orders to stop"
 }

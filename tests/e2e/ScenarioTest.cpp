@@ -51,79 +51,67 @@ std::filesystem::path scenarioFolder()
     return std::filesystem::path(tv::TvBox::binary("..")) / "share/tessel/scenarios";
 }
 
-/// Runs the simulator in the place of the recorded daemon and gives it one line at a time.
+/// Runs the simulator in the place of the recorded daemon and plays its viewer.
 class AScenario : public tv::TvTest, public testing::WithParamInterface<std::pair<Session, const char*>> {
 protected:
     void SetUp() override
     {
         box.daemon.reset();
-        m_simulator =
-            std::make_unique<tv::Process>(std::vector<std::string> {tv::TvBox::binary("tessel-daemon-sim"),
-                                              "--end-after-stop", "never", "--via", GetParam().second},
-                box.environment());
+        const auto& [session, via] = GetParam();
+        m_simulator = std::make_unique<tv::Process>(
+            std::vector<std::string> {tv::TvBox::binary("tessel-daemon-sim"), "--end-after-stop", "never",
+                "--with-viewer", "--scenario", session.scenario, "--via", via},
+            box.environment());
         // The program tells the daemon once that it is up; a daemon that comes later never hears of it.
-        ASSERT_TRUE(tv::waitUntil([this] { return printed("ready") > 0; }));
+        ASSERT_EQ(nextEvent(), "ready");
         box.program = box.launch({"LAUNCH_MODE=POPUP"});
     }
 
-    size_t printed(const std::string& beginning) const
+    /// @return the simulator's next line, "" when it has ended or says nothing for too long
+    std::string nextEvent()
     {
-        const auto& lines = m_simulator->output();
-        return static_cast<size_t>(std::count_if(lines.begin(), lines.end(),
-            [&](const std::string& line) { return line.rfind(beginning, 0) == 0; }));
-    }
-
-    /// Success when the simulator did what the line says.
-    testing::AssertionResult tell(const std::string& line)
-    {
-        const std::string mark = "mark " + std::to_string(++m_marks) + ".";
-        m_simulator->tell(line);
-        m_simulator->tell("echo " + mark);
         constexpr tv::Milliseconds kLongestWait {30000};
-        tv::waitUntil([&] { return printed(mark) > 0 || !m_simulator->running(); }, kLongestWait);
-        if (printed(mark) > 0 && printed("error") + printed("timeout") == 0 && m_simulator->errors().empty())
-            return testing::AssertionSuccess();
-        return testing::AssertionFailure() << line << ": " << testing::PrintToString(m_simulator->output())
-                                           << testing::PrintToString(m_simulator->errors());
-    }
-
-    void press(const std::string& line)
-    {
-        ASSERT_EQ(m_simulator->output().end()[-2], line) << "whoever plays the viewer cannot know the key";
-        ASSERT_TRUE(box.press({line.substr(line.rfind(' ') + 1)}));
+        const auto& lines = m_simulator->output();
+        tv::waitUntil([&] { return lines.size() > m_read || !m_simulator->running(); }, kLongestWait);
+        return lines.size() > m_read ? lines[m_read++] : "";
     }
 
     std::unique_ptr<tv::Process> m_simulator;
-    int m_marks = 0;
+    size_t m_read = 0; ///< lines of its output
 };
 
 TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
 {
+    const std::string kPresses = "viewer press ";
     const auto& [session, via] = GetParam();
     auto look = session.looks.begin();
-    size_t stops = 0;
-    for (const std::string& line :
-        tv::readLines(scenarioFolder() / (session.scenario + std::string(".scenario")))) {
-        SCOPED_TRACE(line);
-        if (line.rfind("sleep", 0) == 0) {
+    ptrdiff_t stops = 0;
+    for (std::string event; !(event = nextEvent()).empty();) {
+        SCOPED_TRACE(event);
+        EXPECT_NE(event.rfind("error", 0), 0U);
+        if (event == "viewer looks") {
             ASSERT_NE(look, session.looks.end()) << "the scenario pauses more often than this test looks";
             ASSERT_TRUE(box.shows(*look++));
-            continue;
-        }
-        ASSERT_TRUE(tell(line));
-        if (line.rfind("viewer press", 0) == 0)
-            press(line);
-        if (line.rfind("wait StopTessel", 0) == 0) {
+            m_simulator->tell("");
+        } else if (event.rfind(kPresses, 0) == 0) {
+            ASSERT_TRUE(box.press({event.substr(kPresses.size())}));
+            m_simulator->tell("");
+        } else if (event.rfind("received StopTessel", 0) == 0) {
             ++stops;
             EXPECT_TRUE(tv::waitUntil([&] { return box.settings.getInt(tv::kStartMode) == 5; }));
             const bool atPin = std::prev(look)->front().title == "PIN";
             EXPECT_EQ(box.settings.getInt(tv::kReady), atPin ? std::optional {1} : std::nullopt);
         }
     }
+    EXPECT_EQ(m_simulator->waitForExit(), 0) << testing::PrintToString(m_simulator->output());
+    EXPECT_EQ(m_simulator->errors(), std::vector<std::string> {});
     EXPECT_EQ(look, session.looks.end());
     EXPECT_TRUE(box.program->endsWith(0));
     EXPECT_TRUE(box.screenIsPlain());
-    EXPECT_EQ(printed("received StopTessel"), stops);
+    const auto lines = tv::readLines(scenarioFolder() / (session.scenario + std::string(".scenario")));
+    EXPECT_EQ(stops, std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+        return line.rfind("wait StopTessel", 0) == 0;
+    }));
     EXPECT_EQ(box.program->complaints(), std::vector<std::string> {});
 }
 

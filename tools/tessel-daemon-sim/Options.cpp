@@ -59,6 +59,8 @@ std::optional<Options> parseOptions(int argc, char** argv)
     line.add({"via", [&](const std::string& value) { return takeVia(value, options.via); },
         "as the command (default bus)", "bus|settings"});
     line.add({"fast", tools::setFlag(options.fast), "sleep a quarter of the time"});
+    line.add({"with-viewer", tools::setFlag(options.withViewer),
+        "at each sleep and each key say so and wait for a line on standard input, which is no command then"});
     line.add({"timestamps", tools::setFlag(options.timestamps),
         "put the seconds since the start in front of every line"});
     line.add({"stay", tools::setFlag(options.stay), "go on after the end of standard input, until a signal"});

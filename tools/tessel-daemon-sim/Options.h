@@ -17,6 +17,7 @@ struct Options {
     bool fast = false; ///< shorter pauses
     bool timestamps = false;
     bool stay = false; ///< goes on after the end of standard input
+    bool withViewer = false; ///< standard input says when the viewer has looked and pressed
 };
 
 /// Answers --help, and ends the process then.

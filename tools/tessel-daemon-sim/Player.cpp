@@ -35,6 +35,7 @@ Player::Player(EventLog& log, Daemon& daemon, const Options& options, std::funct
     , m_daemon(daemon)
     , m_via(options.via)
     , m_pauseDivisor(options.fast ? kFastDivisor : 1)
+    , m_withViewer(options.withViewer)
     , m_onFinished(std::move(onFinished))
     , m_onScenario(std::move(onScenario))
 {
@@ -115,6 +116,11 @@ void Player::start(const RequestCommand& command)
 
 void Player::start(const SleepCommand& command)
 {
+    if (m_withViewer) {
+        m_log.event("viewer looks");
+        m_awaitsViewer = true;
+        return;
+    }
     m_timer.start(command.seconds / m_pauseDivisor, [this] { finish(Outcome::Done); });
 }
 
@@ -158,6 +164,14 @@ void Player::start(const ViewerCommand& command)
     for (const std::string& key : command.keys)
         line += " " + key;
     m_log.event(line);
+    m_awaitsViewer = m_withViewer;
+    if (!m_awaitsViewer)
+        finish(Outcome::Done);
+}
+
+void Player::goOn()
+{
+    m_awaitsViewer = false;
     finish(Outcome::Done);
 }
 

@@ -34,6 +34,10 @@ public:
     void play(const Command& command);
     bool isBusy() const { return m_busy; }
 
+    /// @return whether a command goes on only when the viewer has looked or pressed.
+    bool isAwaitingViewer() const { return m_awaitsViewer; }
+    void goOn();
+
     /// Tells of something that happened, so that a wait, present or later, can be fulfilled.
     void note(const Event& event);
 
@@ -61,9 +65,11 @@ private:
     Daemon& m_daemon;
     Via m_via;
     double m_pauseDivisor;
+    bool m_withViewer;
     std::function<void(Outcome)> m_onFinished;
     std::function<bool(const std::string&)> m_onScenario;
     bool m_busy = false;
+    bool m_awaitsViewer = false;
     Timer m_timer; ///< of a sleep or a wait
     std::vector<Event> m_missing; ///< what the present wait still waits for
     /// What came since the last wait of its kind: the flags of each call, once.

@@ -18,6 +18,7 @@ Session::Session(EventLog& log, const Options& options, std::deque<Step> steps)
     , m_loop(g_main_loop_new(nullptr, FALSE))
     , m_steps(std::move(steps))
     , m_stay(options.stay)
+    , m_withViewer(options.withViewer)
     , m_daemon(log, options, daemonCallbacks())
     , m_player(
           log, m_daemon, options, [this](Outcome outcome) { onFinished(outcome); },
@@ -85,13 +86,18 @@ void Session::advance()
     if (!m_ready || m_advancing)
         return;
     m_advancing = true;
-    while (!m_ended && !m_player.isBusy() && playNext()) { }
+    while (!m_ended
+        && (m_player.isAwaitingViewer() ? takeViewersAnswer() : !m_player.isBusy() && playNext())) { }
     m_advancing = false;
 }
 
 /// @return false when there is nothing to play for now.
 bool Session::playNext()
 {
+    if (m_steps.empty() && m_withViewer) {
+        endWhenIdle();
+        return false;
+    }
     if (m_steps.empty())
         return playTypedLine();
     const Step step = std::move(m_steps.front());
@@ -119,6 +125,21 @@ bool Session::playTypedLine()
     else if (parsed.command)
         m_player.play(*parsed.command);
     return true;
+}
+
+/// @return false when there is none for now.
+bool Session::takeViewersAnswer()
+{
+    if (m_input->take()) {
+        m_player.goOn();
+        return true;
+    }
+    if (m_input->atEnd()) {
+        m_log.error("nobody plays the viewer");
+        end(kExitScenarioFailed);
+    }
+    m_input->listen();
+    return false;
 }
 
 /// @return false when there is no such scenario, or it is wrong

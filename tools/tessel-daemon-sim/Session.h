@@ -42,6 +42,7 @@ private:
     void advance();
     bool playNext();
     bool playTypedLine();
+    bool takeViewersAnswer();
     void endWhenIdle();
     void end(int status);
 
@@ -50,6 +51,7 @@ private:
     std::deque<Step> m_steps;
     std::string m_place; ///< of the step under way; empty for a typed command
     bool m_stay;
+    bool m_withViewer;
     bool m_isTyped = false; ///< the options' scenarios are over; what is played now was typed
     bool m_ready = false;
     bool m_advancing = false;
