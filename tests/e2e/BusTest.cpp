@@ -1,6 +1,7 @@
 /// The program without its bus, missing from the start, stalled, or lost on the way and back again; and with
 /// a daemon that does not answer as it should. Neither takes the viewer's way out with it.
 #include "Cards.h"
+#include "Simulator.h"
 #include "TvTest.h"
 
 namespace {
@@ -103,23 +104,37 @@ class ADaemon : public tv::TvTest { };
 TEST_F(ADaemon, ThatIsUnwillingIsServedAndLeavesTheEndOrderly)
 {
     struct {
-        Answer atStart;
-        Answer atStop;
-        bool isError; ///< whether the stop fails, rather than bring an unusable answer
+        const char* atStart;
+        const char* atStop;
+        bool isError; ///< whether the stop fails, rather than bring an answer, an unusable one perhaps
     } const faults[] = {
-        {Answer::Refusal, Answer::Refusal, true},
-        {Answer::WrongType, Answer::WrongType, false},
-        {Answer::Zero, Answer::Vanish, true},
+        {"refuse", "refuse", true},
+        {"wrong-type", "wrong-type", false},
+        {"dawdle 0.2", "silent", false},
+        {"normal", "vanish", true},
     };
+    box.daemon.reset();
     for (const auto& [atStart, atStop, isError] : faults) {
-        SCOPED_TRACE(static_cast<int>(atStop));
-        box.daemon->answer("ServerStarted", atStart);
-        box.daemon->answer("StopTessel", atStop);
-        ASSERT_TRUE(box.startAgain());
-        ASSERT_TRUE(box.show(tv::kPinRequest));
+        SCOPED_TRACE(atStop);
+        tv::Simulator daemon({"--behave", atStart}, box.environment());
+        ASSERT_TRUE(daemon.says("ready"));
+        box.settings.remove(tv::kStartMode);
+        box.settings.remove(tv::kReady);
+        box.program = box.launch({"LAUNCH_MODE=POPUP"});
+        ASSERT_TRUE(daemon.says("received ServerStarted true"));
+        daemon.tell("ShowPinPopup \"Anna's phone\" 0042");
+        ASSERT_TRUE(daemon.says("reply ShowPinPopup 0"));
+        ASSERT_TRUE(box.shows({tv::kPinRequest.card}));
+        daemon.tell(std::string("behave ") + atStop);
+        ASSERT_TRUE(daemon.says(std::string("behave ") + atStop));
         const size_t mark = box.program->mark();
-        EXPECT_TRUE(box.press({"Return"}));
-        EXPECT_TRUE(endedByViewer(true));
+        box.display.key("Return");
+        ASSERT_TRUE(daemon.says("received StopTessel true false"));
+        if (daemon.running())
+            daemon.tell("behave normal"); // which breaks the silence
+        EXPECT_TRUE(box.program->endsWith(0));
+        EXPECT_EQ(box.settings.getInt(tv::kStartMode), 5);
+        EXPECT_EQ(box.settings.getInt(tv::kReady), 1);
         EXPECT_EQ(box.program->logged("DBUS call failed: *", mark), isError);
         EXPECT_TRUE(
             box.program->logsInOrder({"Stop Tessel", "Stopping Tessel", "In CTesselUI::OnTerminate"}, mark));

@@ -1,6 +1,7 @@
 /// Whole sessions of the simulator that comes with the program, played with real keys. Where a scenario
 /// pauses the viewer looks at the screen; the pauses themselves are left out.
 #include "Cards.h"
+#include "Simulator.h"
 #include "TvTest.h"
 
 #include <algorithm>
@@ -58,26 +59,15 @@ protected:
     {
         box.daemon.reset();
         const auto& [session, via] = GetParam();
-        m_simulator = std::make_unique<tv::Process>(
-            std::vector<std::string> {tv::TvBox::binary("tessel-daemon-sim"), "--end-after-stop", "never",
-                "--with-viewer", "--scenario", session.scenario, "--via", via},
+        m_simulator = std::make_unique<tv::Simulator>(
+            std::vector<std::string> {"--with-viewer", "--scenario", session.scenario, "--via", via},
             box.environment());
         // The program tells the daemon once that it is up; a daemon that comes later never hears of it.
-        ASSERT_EQ(nextEvent(), "ready");
+        ASSERT_TRUE(m_simulator->says("ready"));
         box.program = box.launch({"LAUNCH_MODE=POPUP"});
     }
 
-    /// @return the simulator's next line, "" when it has ended or says nothing for too long
-    std::string nextEvent()
-    {
-        constexpr tv::Milliseconds kLongestWait {30000};
-        const auto& lines = m_simulator->output();
-        tv::waitUntil([&] { return lines.size() > m_read || !m_simulator->running(); }, kLongestWait);
-        return lines.size() > m_read ? lines[m_read++] : "";
-    }
-
-    std::unique_ptr<tv::Process> m_simulator;
-    size_t m_read = 0; ///< lines of its output
+    std::unique_ptr<tv::Simulator> m_simulator;
 };
 
 TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
@@ -86,7 +76,7 @@ TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
     const auto& [session, via] = GetParam();
     auto look = session.looks.begin();
     ptrdiff_t stops = 0;
-    for (std::string event; !(event = nextEvent()).empty();) {
+    for (std::string event; !(event = m_simulator->next()).empty();) {
         SCOPED_TRACE(event);
         EXPECT_NE(event.rfind("error", 0), 0U);
         if (event == "viewer looks") {

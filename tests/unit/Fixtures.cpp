@@ -112,11 +112,9 @@ void ApplicationTest::SetUp()
 {
     ToolkitTest::SetUp();
     const char* bus = getenv("DBUS_SYSTEM_BUS_ADDRESS");
-    m_daemon = std::make_unique<tv::Process>(
-        std::vector<std::string> {BIN_DIR "/tessel-daemon-sim", "--end-after-stop", "never"},
+    m_daemon = std::make_unique<tv::Simulator>(std::vector<std::string> {},
         std::vector<std::string> {std::string("DBUS_SYSTEM_BUS_ADDRESS=") + bus});
-    const auto& lines = m_daemon->output();
-    ASSERT_TRUE(tv::waitUntil([&] { return std::count(lines.begin(), lines.end(), "ready") > 0; }));
+    ASSERT_TRUE(m_daemon->says("ready"));
 }
 
 std::vector<std::string> ApplicationTest::told(size_t calls) const

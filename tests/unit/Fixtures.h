@@ -3,7 +3,7 @@
 #define TESTS_FIXTURES_H
 
 #include "Journal.h"
-#include "Process.h"
+#include "Simulator.h"
 #include "Toolkit.h"
 #include "UIManager.h"
 
@@ -54,7 +54,7 @@ protected:
     /// @return what the daemon was told since its start, once that is as much
     std::vector<std::string> told(size_t calls) const;
 
-    std::unique_ptr<tv::Process> m_daemon;
+    std::unique_ptr<tv::Simulator> m_daemon;
     Evas_Object* m_window = nullptr; ///< set by start()
 };
 

@@ -162,7 +162,7 @@ constexpr std::array<CommandRow, 23> kCommands = {{
     {"wait", "EVENT... [within SECONDS]",
         "until all came: ServerStarted [FLAG], StopTessel [FLAG FLAG], ui, gone", false, parseWait},
     {"sleep", "SECONDS", "do nothing for a while", false, parseSleep},
-    {"behave", "normal|refuse|dawdle SECONDS|wrong-type|vanish", "how to answer from now on", false,
+    {"behave", "normal|refuse|dawdle SECONDS|wrong-type|silent|vanish", "how to answer from now on", false,
         parseBehave},
     {"via", "bus|settings", "the way of the requests from now on that have words for both", false,
         parseViaLine},

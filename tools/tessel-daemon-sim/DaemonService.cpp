@@ -100,10 +100,29 @@ void DaemonService::receive(const Event& event, base::GObjectPtr<GDBusMethodInvo
     m_log.event("received " + toText(event));
     const Behaviour behaviour = m_behaviour; // what follows the event may set another one
     m_callbacks.onReceived(event);
+    answerAs(behaviour, std::move(invocation), isStop);
+}
 
+void DaemonService::setBehaviour(const Behaviour& behaviour)
+{
+    m_behaviour = behaviour;
+    if (behaviour.kind == Behaviour::Kind::Silent)
+        return;
+    for (Answer& late : std::exchange(m_unanswered, {}))
+        answerAs(behaviour, std::move(late.invocation), late.isStop);
+}
+
+void DaemonService::answerAs(
+    const Behaviour& behaviour, base::GObjectPtr<GDBusMethodInvocation> invocation, bool isStop)
+{
     switch (behaviour.kind) {
     case Behaviour::Kind::Refuse:
         g_dbus_method_invocation_return_dbus_error(invocation.release(), kRefusedError, "told to refuse");
+        break;
+    case Behaviour::Kind::Silent:
+        m_unanswered.emplace_back();
+        m_unanswered.back().invocation = std::move(invocation);
+        m_unanswered.back().isStop = isStop;
         break;
     case Behaviour::Kind::Vanish:
         vanish();

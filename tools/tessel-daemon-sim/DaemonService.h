@@ -35,10 +35,10 @@ public:
     /// Exports the object and asks for the bus name. @return false when the object cannot be exported.
     bool start();
 
-    /// Holds for the calls received from now on.
-    void setBehaviour(const Behaviour& behaviour) { m_behaviour = behaviour; }
+    /// Holds for the calls received from now on, and for those that a silent daemon has not answered.
+    void setBehaviour(const Behaviour& behaviour);
 
-    /// @return whether every call is answered and no order to leave is due.
+    /// @return whether every call is answered, but for those left in silence, and no order to leave is due.
     bool isIdle() const { return m_answers.empty() && !m_endTimer.isRunning(); }
 
 private:
@@ -56,6 +56,8 @@ private:
     static void onNameLost(GDBusConnection* connection, const char* name, gpointer data);
 
     void receive(const Event& event, base::GObjectPtr<GDBusMethodInvocation> invocation);
+    void answerAs(
+        const Behaviour& behaviour, base::GObjectPtr<GDBusMethodInvocation> invocation, bool isStop);
     void answerLater(base::GObjectPtr<GDBusMethodInvocation> invocation, bool isStop, double seconds);
     void answerWithWrongType(GDBusMethodInvocation* invocation);
     void vanish();
@@ -69,6 +71,7 @@ private:
     base::NodeInfoPtr m_interface;
     Timer m_endTimer;
     std::list<Answer> m_answers;
+    std::list<Answer> m_unanswered; ///< in silence
     guint m_registration = 0;
     guint m_nameOwner = 0;
 };

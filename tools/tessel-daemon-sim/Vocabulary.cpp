@@ -32,11 +32,12 @@ struct BehaviourRow {
     Behaviour::Kind kind;
 };
 
-constexpr std::array<BehaviourRow, 5> kBehaviours = {{
+constexpr std::array<BehaviourRow, 6> kBehaviours = {{
     {"normal", Behaviour::Kind::Normal},
     {"refuse", Behaviour::Kind::Refuse},
     {"dawdle", Behaviour::Kind::Dawdle},
     {"wrong-type", Behaviour::Kind::WrongType},
+    {"silent", Behaviour::Kind::Silent},
     {"vanish", Behaviour::Kind::Vanish},
 }};
 

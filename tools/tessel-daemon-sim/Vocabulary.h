@@ -15,6 +15,7 @@ struct Behaviour {
         Refuse, ///< answers with a D-Bus error
         Dawdle, ///< answers late
         WrongType, ///< answers with a text where a number belongs
+        Silent, ///< answers once it is told to behave in another way
         Vanish, ///< leaves the bus without an answer, and ends
     };
     Kind kind = Kind::Normal;
@@ -41,7 +42,7 @@ enum class Via {
     Settings, ///< as JSON in a settings key, for those requests that can be said so
 };
 
-/// Parses "normal", "refuse", "dawdle SECONDS", "wrong-type" or "vanish", given as words.
+/// Parses "normal", "refuse", "dawdle SECONDS", "wrong-type", "silent" or "vanish", given as words.
 std::optional<Behaviour> parseBehaviour(const std::vector<std::string>& words);
 
 /// Takes an event and its flags, if any are given, from the words at @p position on, which moves behind them.
