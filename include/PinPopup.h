@@ -4,7 +4,6 @@
 #include "NetworkPopup.h"
 #include "base/EflHandles.h"
 
-#include <memory>
 #include <string>
 
 namespace TesselUI {

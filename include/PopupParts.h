@@ -2,8 +2,6 @@
 /// off the screen.
 #pragma once
 
-#include "NetUtilAccessibility.h"
-
 #include <Elementary.h>
 
 #include <initializer_list>

@@ -22,7 +22,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>

@@ -2,7 +2,6 @@
 #include "base/Handles.h"
 
 #include <cstring>
-#include <memory>
 #include <new>
 #include <utility>
 

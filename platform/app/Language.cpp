@@ -19,7 +19,6 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <set>
 #include <sstream>
 #include <string>

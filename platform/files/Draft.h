@@ -4,7 +4,6 @@
 
 #include "files/FileDescriptor.h"
 
-#include <ctime>
 #include <initializer_list>
 #include <optional>
 #include <string>

@@ -3,7 +3,6 @@
 #include "files/Draft.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -1,4 +1,5 @@
 #include "flux/Layout.h"
+#include "elm_flux.h"
 
 #include "flux/Record.h"
 #include "flux/Textbox.h"

@@ -1,7 +1,7 @@
 /// Inside of the styled layout, for the other parts of the widget set.
 #pragma once
 
-#include "elm_flux.h"
+#include <Elementary.h>
 
 #include <vector>
 

@@ -8,8 +8,6 @@
 #include <sys/un.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <glib.h>
 #include <string_view>
 #include <utility>

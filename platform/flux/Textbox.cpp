@@ -5,7 +5,6 @@
 #include "flux/Record.h"
 #include "flux/Theme.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace orbis::flux {

@@ -14,7 +14,6 @@
 #include <glib.h>
 
 #include <cerrno>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -9,9 +9,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>

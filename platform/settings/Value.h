@@ -4,8 +4,6 @@
 #include "base/Handles.h"
 #include "vconf.h"
 
-#include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string_view>
 

@@ -1,7 +1,6 @@
 #include "string_util.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 #include <string_view>
 

@@ -14,8 +14,6 @@
 #include "combinate.h"
 
 #include <cstdio>
-#include <cstring>
-#include <string_view>
 
 namespace TesselUI {
 

@@ -1,5 +1,6 @@
 #include "PopupParts.h"
 
+#include "NetUtilAccessibility.h"
 #include "ToolkitObjects.h"
 #include "WidgetNumbers.h"
 

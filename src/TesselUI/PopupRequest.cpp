@@ -10,7 +10,6 @@
 #include "base/Handles.h"
 
 #include <new>
-#include <stdexcept>
 #include <string>
 
 namespace TesselUI {
