@@ -15,8 +15,7 @@ namespace TesselUI {
 class BusReturn {
 public:
     /// @param onBack  called when the bus has accepted a connection (which is closed again). It may delete
-    /// this
-    ///                object and return true; after false it is called again a little later
+    ///                this object and return true; after false it is called again a little later
     explicit BusReturn(std::function<bool()> onBack);
     ~BusReturn();
     BusReturn(const BusReturn&) = delete;
