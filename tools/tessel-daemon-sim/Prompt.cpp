@@ -78,10 +78,11 @@ void Prompt::bindKeys()
 {
     EditLine* editor = m_editor.get();
     el_set(editor, EL_EDITOR, "emacs");
-    el_set(editor, EL_ADDFN, "complete", "Completes the word", onTab);
+    // The library makes copies of narrow texts here, and never lets go of them.
+    el_wset(editor, EL_ADDFN, L"complete", L"Completes the word", onTab);
     el_set(editor, EL_BIND, "^I", "complete", nullptr);
     // The library's own end of the input is a character in the line, when it reads key by key.
-    el_set(editor, EL_ADDFN, "end-input", "Ends the input", onEnd);
+    el_wset(editor, EL_ADDFN, L"end-input", L"Ends the input", onEnd);
     el_set(editor, EL_BIND, "^D", "end-input", nullptr);
     el_set(editor, EL_BIND, "^R", "ed-search-prev-history", nullptr);
     // These wait for more keys.
