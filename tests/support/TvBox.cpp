@@ -33,7 +33,8 @@ TvBox::TvBox(const PrivateBus& bus, const Display& screen)
 
 std::string TvBox::binary(const std::string& name)
 {
-    return std::string(BIN_DIR "/") + name;
+    const char* folder = std::getenv("TV_PROGRAMS");
+    return std::string(folder ? folder : BIN_DIR) + "/" + name;
 }
 
 std::vector<std::string> TvBox::environment() const

@@ -37,7 +37,8 @@ public:
     /// @param display  borrowed; must outlive the box
     TvBox(const PrivateBus& bus, const Display& display);
 
-    /// @return the program's path among the binaries of the build
+    /// @return the program's path among the binaries of the build; the variable TV_PROGRAMS names the folder
+    ///         of another build's
     static std::string binary(const std::string& name);
     /// @return an environment in which the program finds this box
     std::vector<std::string> environment() const;

@@ -1,0 +1,47 @@
+# Builds the program of SOURCE without its platform/, on the layer that is built in BUILD. FOLDER gets what is installed
+# of it (installed/), the sources that a vendor has (sources/) and the program's build (build/).
+function(run)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT status EQUAL 0)
+        list(JOIN ARGV " " command)
+        message(FATAL_ERROR "${command}\nended with ${status}:\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+set(installed ${FOLDER}/installed)
+set(sources ${FOLDER}/sources)
+set(build ${FOLDER}/build)
+
+file(REMOVE_RECURSE ${installed} ${sources})
+foreach(component platform platform-dev)
+    run(${CMAKE_COMMAND} --install ${BUILD} --component ${component} --prefix ${installed})
+endforeach()
+# Copies: from a linked folder, ".." would lead back to the tree that has platform/.
+foreach(part CMakeLists.txt base common include res src tools)
+    file(COPY ${SOURCE}/${part} DESTINATION ${sources})
+endforeach()
+
+set(ENV{PKG_CONFIG_PATH} ${installed}/${LIBDIR}/pkgconfig)
+# In whichever order somebody asks.
+run(${PKG_CONFIG} --libs elementary orbis-platform)
+if(NOT output MATCHES "-lorbis-platform " OR output MATCHES "-lelementary .*-lorbis-platform")
+    message(FATAL_ERROR "The toolkit comes before the platform: ${output}")
+endif()
+
+# What an earlier run has compiled may stay, but not what it has found. All that makes the build short is taken.
+run(${CMAKE_COMMAND} --fresh -G ${GENERATOR} -S ${sources} -B ${build} -D TESSEL_PLATFORM=external
+    -D CMAKE_BUILD_TYPE=Debug -D CMAKE_CXX_FLAGS_DEBUG=-O0 -D TESSEL_PRECOMPILE=ON -D CMAKE_CXX_COMPILER=${CXX}
+    -D TESSEL_WERROR=${WERROR} -D BUILD_TESTING=OFF)
+run(${CMAKE_COMMAND} --build ${build} --target tessel-ui tessel-daemon-sim)
+
+run(${OBJDUMP} -p ${build}/bin/tessel-ui)
+if(NOT output MATCHES "NEEDED +liborbis-platform.*NEEDED +libelementary")
+    message(FATAL_ERROR "The toolkit's library is searched before the platform's, or one is not there:\n${output}")
+endif()
+run(ldd ${build}/bin/tessel-ui)
+string(REGEX MATCH "liborbis-platform[^ ]* => ([^ ]*)" found "${output}")
+cmake_path(IS_PREFIX installed "${CMAKE_MATCH_1}" NORMALIZE there)
+if(NOT there)
+    message(FATAL_ERROR "The program does not run with the installed platform:\n${output}")
+endif()
