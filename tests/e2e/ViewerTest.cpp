@@ -272,8 +272,8 @@ TEST_F(AScreen, MayGetAnotherSizeWithAPopupUp)
     for (const char* when : {"open", "made later"}) {
         SCOPED_TRACE(when);
         const tv::Geometry now = digits(800, 600);
-        EXPECT_NEAR(now.width, large.width * 800 / 1920, 12);
-        EXPECT_NEAR(now.x + now.width / 2, 400, 3);
+        EXPECT_NEAR(now.width, large.width * 800.0 / 1920, 12);
+        EXPECT_NEAR(now.x + now.width / 2.0, 400, 3);
         EXPECT_LT(now.y + now.height, 600);
         ASSERT_TRUE(box.show(tv::kPinRequest));
     }
@@ -281,7 +281,7 @@ TEST_F(AScreen, MayGetAnotherSizeWithAPopupUp)
     EXPECT_TRUE(waitUntil([&] { return window() == tv::Display::kScreen; }));
     const tv::Geometry again = digits(1920, 1080);
     EXPECT_NEAR(again.width, large.width, 12) << "in pixels of the small screen's rounding";
-    EXPECT_NEAR(again.x + again.width / 2, 960, 3);
+    EXPECT_NEAR(again.x + again.width / 2.0, 960, 3);
     EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(true));
 }

@@ -3,7 +3,6 @@
 #include "Weston.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 

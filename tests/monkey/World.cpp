@@ -1,6 +1,7 @@
 #include "World.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <sched.h>
 #include <sys/mount.h>
 

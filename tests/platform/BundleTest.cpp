@@ -3,6 +3,8 @@
 #include "app.h"
 #include "bundle.h"
 
+#include <cstdlib>
+
 namespace {
 
 bundle* import(Words words)

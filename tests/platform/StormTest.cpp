@@ -2,6 +2,7 @@
 #include "StoreFixture.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 
 namespace {

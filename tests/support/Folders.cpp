@@ -3,6 +3,7 @@
 #include "Handles.h"
 #include "vconf.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>

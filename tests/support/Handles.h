@@ -4,7 +4,6 @@
 
 #include <gio/gio.h>
 
-#include <cstdlib>
 #include <memory>
 #include <type_traits>
 #include <utility>

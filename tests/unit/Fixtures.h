@@ -1,15 +1,14 @@
-/// What the cases stand on.
+/// What the cases stand on, with the journal and the toolkit, which every case uses.
 #ifndef TESTS_FIXTURES_H
 #define TESTS_FIXTURES_H
 
-#include "Journal.h"
+#include "Journal.h" // IWYU pragma: export
 #include "Simulator.h"
-#include "Toolkit.h"
+#include "Toolkit.h" // IWYU pragma: export
 #include "UIManager.h"
 
 #include <gtest/gtest.h>
 #include <memory>
-#include <optional>
 #include <string>
 
 /// The toolkit, an empty settings store and an empty journal; afterwards no window is left.

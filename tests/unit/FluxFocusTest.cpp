@@ -1,6 +1,5 @@
 /// The keys belong to the topmost popup, and a held one acts once.
 #include "Fixtures.h"
-#include "elm_flux.h"
 
 namespace {
 

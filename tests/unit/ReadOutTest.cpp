@@ -2,7 +2,6 @@
 #include "Fixtures.h"
 #include "Folders.h"
 #include "NetUtilAccessibility.h"
-#include "elm_flux.h"
 #include "vconf.h"
 
 #include <cstring>

@@ -2,7 +2,7 @@
 #ifndef TESTS_TOOLKIT_H
 #define TESTS_TOOLKIT_H
 
-#include "Display.h"
+#include "Picture.h"
 #include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"

@@ -3,10 +3,8 @@
 #include "PopupTest.h"
 #include "SSOLoginPopup.h"
 #include "Tessel_Conn_Comm_Func.h"
-#include "elm_flux.h"
 
 #include <glib.h>
-#include <type_traits>
 
 namespace {
 
