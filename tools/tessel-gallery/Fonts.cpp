@@ -5,8 +5,6 @@
 #include <Eina.h>
 #include <fontconfig/fontconfig.h>
 
-#include <memory>
-
 namespace gallery {
 
 namespace {

@@ -6,9 +6,7 @@
 #include "base/EflHandles.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace gallery {
 
