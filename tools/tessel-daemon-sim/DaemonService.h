@@ -1,8 +1,8 @@
 /// The daemon's own end on the bus: what the UI calls.
 #pragma once
 
-#include "Commands.h"
 #include "Timer.h"
+#include "Vocabulary.h"
 #include "base/GlibHandles.h"
 
 #include <functional>
