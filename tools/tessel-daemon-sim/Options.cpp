@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "Commands.h"
 #include "options/CommandLine.h"
 
 #include <iterator>

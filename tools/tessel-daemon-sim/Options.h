@@ -1,7 +1,7 @@
 /// The command line.
 #pragma once
 
-#include "Commands.h"
+#include "Vocabulary.h"
 
 #include <optional>
 #include <string>
