@@ -39,7 +39,7 @@ fs::path included(const fs::path& file, const std::string& name)
 
 Arrows includes(const std::vector<fs::path>& files)
 {
-    static const std::regex s_include(R"re(#include "([^"]+)")re");
+    static const std::regex s_include(R"re(#include [<"]([^">]+)[">])re");
     Arrows arrows;
     for (const fs::path& file : files) {
         const std::string text = textOf(file);
