@@ -88,8 +88,8 @@ private:
     TesselDbusClient* m_pDbusClient; ///< owned
     CTesselUIDbus* m_pUIDbus; ///< owned; null until the client is ready
     std::shared_ptr<UIManager> m_pUIManager;
-    std::unique_ptr<Json::Value>
-        m_root; ///< the last request; never null. Apart, so that who needs this class need not know JSON
+    /// The last request; never null. Apart, so that who needs this class need not know JSON.
+    std::unique_ptr<Json::Value> m_root;
     std::unique_ptr<BusReturn> m_busReturn; ///< while the bus is gone
 
     static CTesselUI* m_pInstance;

@@ -69,8 +69,7 @@ public:
 extern TSUtil* instance; ///< the object made last
 
 /// @param text  nullable, as only it is
-/// @return a copy of @p text between the two others, cut to kMarkedNameSize, which the caller frees; null for
-/// null
+/// @return a copy of @p text between the two others, cut to kMarkedNameSize, which the caller frees; or null
 char* enclosed(const char* before, const char* text, const char* after);
 
 } // namespace TesselUI

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace TesselUI {
 
@@ -51,7 +52,7 @@ const Request* find(Matches matches)
 
 const Request* requestOfMethod(const char* method)
 {
-    return find([method](const Request& row) { return method && std::string(row.method) == method; });
+    return find([method](const Request& row) { return method && std::string_view {row.method} == method; });
 }
 
 const Request* requestOfPage(const std::string& page)

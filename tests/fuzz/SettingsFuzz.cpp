@@ -1,10 +1,10 @@
 /// The files of the settings store, whatever they hold and are called.
 #include "Fuzz.h"
+#include "base/Handles.h"
 #include "vconf.h"
 
 #include <cstdlib>
 #include <fstream>
-#include <memory>
 #include <unistd.h>
 
 namespace {
@@ -20,7 +20,7 @@ void checkValue(const std::string& bytes)
     writeFile("value", bytes);
     int number = 0;
     const bool isNumber = vconf_get_int("db/value", &number) == VCONF_OK;
-    const std::unique_ptr<char, decltype(&free)> text {vconf_get_str("db/value"), free};
+    const base::MallocStr text {vconf_get_str("db/value")};
     fuzz::demand(!isNumber || !text, "one type at a time", bytes);
     if (isNumber)
         fuzz::demand(std::atoll(bytes.c_str() + 4) == number && bytes.compare(0, 4, "int\n") == 0,
@@ -53,7 +53,7 @@ void checkKey(const std::string& key)
 {
     if (vconf_set_str(key.c_str(), "here") != VCONF_OK)
         return;
-    const std::unique_ptr<char, decltype(&free)> text {vconf_get_str(key.c_str()), free};
+    const base::MallocStr text {vconf_get_str(key.c_str())};
     fuzz::demand(text && std::string("here") == text.get(), "what was written can be read", key);
     vconf_unset(key.c_str());
 }

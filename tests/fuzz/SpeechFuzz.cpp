@@ -1,12 +1,11 @@
 /// What is read out: markup turned into one plain line.
 #include "Fuzz.h"
 #include "NetUtilAccessibility.h"
+#include "base/Handles.h"
 #include "flux/SpokenText.h"
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
-#include <memory>
 
 namespace {
 
@@ -35,8 +34,7 @@ void fuzz::tryInput(Input& input)
     const bool flag = input.number(2) == 1;
     const std::string first = input.text();
     const std::string second = input.text();
-    const std::unique_ptr<char, decltype(&free)> spoken {
-        access_cb_func(first.c_str(), second.c_str(), flag), free};
+    const base::MallocStr spoken {access_cb_func(first.c_str(), second.c_str(), flag)};
     fuzz::demand(spoken != nullptr, "there is something to say");
     checkLine(spoken.get());
     checkLine(first);

@@ -21,7 +21,7 @@ Arguments someRequest(Random& random)
 /// Texts on the bus are UTF-8; others do not get past the caller's library.
 std::string utf8(const std::string& text)
 {
-    const tv::GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    const base::GStr valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
     return valid.get();
 }
 

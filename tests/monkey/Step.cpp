@@ -8,7 +8,7 @@ std::string Step::line() const
 {
     std::string result = action;
     for (const std::string& argument : arguments)
-        result.append("\t").append(tv::GText(g_strescape(argument.c_str(), nullptr)).get());
+        result.append("\t").append(base::GStr(g_strescape(argument.c_str(), nullptr)).get());
     return result;
 }
 
@@ -18,7 +18,7 @@ Step Step::fromLine(const std::string& line)
     Step step;
     step.action = line.substr(0, line.find('\t'));
     for (size_t i = 1; i < g_strv_length(words.get()); ++i)
-        step.arguments.emplace_back(tv::GText(g_strcompress(words.get()[i])).get());
+        step.arguments.emplace_back(base::GStr(g_strcompress(words.get()[i])).get());
     return step;
 }
 

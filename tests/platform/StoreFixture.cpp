@@ -1,4 +1,5 @@
 #include "StoreFixture.h"
+#include "base/Handles.h"
 
 #include <Ecore.h>
 #include <algorithm>
@@ -143,7 +144,7 @@ void settle()
 
 std::optional<std::string> text(const std::string& key)
 {
-    const std::unique_ptr<char, decltype(&std::free)> value(vconf_get_str(key.c_str()), std::free);
+    const base::MallocStr value(vconf_get_str(key.c_str()));
     return value ? std::make_optional<std::string>(value.get()) : std::nullopt;
 }
 

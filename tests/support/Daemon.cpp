@@ -24,7 +24,7 @@ constexpr const char* kDescription = R"(<node>
 
 std::string printed(GVariant* value, bool withTypes)
 {
-    const GText text(g_variant_print(value, withTypes));
+    const base::GStr text(g_variant_print(value, withTypes));
     return text.get();
 }
 
@@ -50,7 +50,7 @@ GVariant* tupleOf(const std::vector<std::string>& texts)
 /// Answers past GDBus, which would not let a value of another type than the described one through.
 void answerWithText(GDBusMethodInvocation* invocation)
 {
-    const CHandle<GDBusMessage, g_object_unref> reply(
+    const base::CHandle<GDBusMessage, g_object_unref> reply(
         g_dbus_message_new_method_reply(g_dbus_method_invocation_get_message(invocation)));
     g_dbus_message_set_body(reply.get(), g_variant_new("(s)", "zero"));
     g_dbus_connection_send_message(g_dbus_method_invocation_get_connection(invocation), reply.get(),
@@ -68,7 +68,7 @@ Daemon::Daemon(const std::string& busAddress, const char* name)
     GError* raw = nullptr;
     m_connection.reset(
         g_dbus_connection_new_for_address_sync(busAddress.c_str(), flags, nullptr, nullptr, &raw));
-    const ErrorPtr error(raw);
+    const base::ErrorPtr error(raw);
     if (!m_connection)
         throw std::runtime_error(error->message);
     m_description.reset(g_dbus_node_info_new_for_xml(kDescription, nullptr));
@@ -76,7 +76,7 @@ Daemon::Daemon(const std::string& busAddress, const char* name)
     m_registration = g_dbus_connection_register_object(
         m_connection.get(), kPath, m_description->interfaces[0], &s_table, this, nullptr, nullptr);
     constexpr guint kDoNotQueue = 4;
-    const VariantPtr owned(busCall("RequestName", g_variant_new("(su)", name, kDoNotQueue)));
+    const base::VariantPtr owned(busCall("RequestName", g_variant_new("(su)", name, kDoNotQueue)));
     if (!m_registration || !owned || printed(owned.get(), false) != "(1,)")
         throw std::runtime_error("the recorded daemon cannot own its name");
 }
@@ -140,7 +140,7 @@ GVariant* Daemon::busCall(const char* method, GVariant* parameters) const
 
 bool Daemon::findsUi(int pid) const
 {
-    const VariantPtr owner(busCall("GetConnectionUnixProcessID", g_variant_new("(s)", kUiName)));
+    const base::VariantPtr owner(busCall("GetConnectionUnixProcessID", g_variant_new("(s)", kUiName)));
     guint32 found = 0;
     if (owner)
         g_variant_get(owner.get(), "(u)", &found);
@@ -158,8 +158,8 @@ void Daemon::on_reply(GObject* source, GAsyncResult* result, gpointer self)
 {
     auto* daemon = static_cast<Daemon*>(self);
     GError* raw = nullptr;
-    const VariantPtr value(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &raw));
-    const ErrorPtr error(raw);
+    const base::VariantPtr value(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &raw));
+    const base::ErrorPtr error(raw);
     --daemon->m_pending;
     daemon->m_replies.push_back(
         {value ? printed(value.get(), true) : std::string(), error ? error->message : std::string()});

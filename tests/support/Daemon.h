@@ -76,8 +76,8 @@ private:
     GVariant* busCall(const char* method, GVariant* parameters) const;
 
     std::string m_busAddress;
-    ConnectionPtr m_connection;
-    NodeInfoPtr m_description;
+    base::GObjectPtr<GDBusConnection> m_connection;
+    base::NodeInfoPtr m_description;
     guint m_registration = 0;
     std::vector<std::string> m_calls;
     std::map<std::string, Answer> m_answers;

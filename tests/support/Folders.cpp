@@ -21,9 +21,9 @@ constexpr const char* kPassedOn[] = {
 
 Folders::Folders()
 {
-    ErrorPtr error;
+    base::ErrorPtr error;
     GError* raw = nullptr;
-    const GText path(g_dir_make_tmp("tessel-test-XXXXXX", &raw));
+    const base::GStr path(g_dir_make_tmp("tessel-test-XXXXXX", &raw));
     error.reset(raw);
     if (!path)
         throw std::runtime_error(error->message);

@@ -1,27 +1,14 @@
-/// Owners of the C handles that the test support holds.
+/// What the test support owns beside the handles that all share.
 #ifndef TESSEL_TESTS_HANDLES_H
 #define TESSEL_TESTS_HANDLES_H
 
-#include <gio/gio.h>
+#include "base/GlibHandles.h" // IWYU pragma: export
 
-#include <memory>
-#include <type_traits>
 #include <utility>
 
 #include <unistd.h>
 
 namespace tv {
-
-template <typename T, auto Free>
-using CHandle = std::unique_ptr<T, std::integral_constant<decltype(Free), Free>>;
-template <typename T>
-using ObjectPtr = CHandle<T, g_object_unref>;
-
-using GText = CHandle<char, g_free>; ///< from GLib
-using ErrorPtr = CHandle<GError, g_error_free>;
-using VariantPtr = CHandle<GVariant, g_variant_unref>;
-using NodeInfoPtr = CHandle<GDBusNodeInfo, g_dbus_node_info_unref>;
-using ConnectionPtr = ObjectPtr<GDBusConnection>;
 
 /// A GLib event source of the default main context; removed with its owner.
 class Source {

@@ -98,7 +98,7 @@ Process::Process(const std::vector<std::string>& arguments, const std::vector<st
     const bool started =
         g_spawn_async_with_pipes(nullptr, pointers(arguments).data(), pointers(environment).data(), flags,
             dieWithParent, nullptr, &m_pid, &m_input, &output, &errors, &raw);
-    const ErrorPtr error(raw);
+    const base::ErrorPtr error(raw);
     if (!started)
         throw std::runtime_error(error->message);
     m_output.open(output);

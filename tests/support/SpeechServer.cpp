@@ -11,12 +11,12 @@ SpeechServer::SpeechServer(const std::string& path, Manner manner)
     , m_manner(manner)
 {
     unlink(path.c_str());
-    const ObjectPtr<GSocketAddress> address(g_unix_socket_address_new(path.c_str()));
+    const base::GObjectPtr<GSocketAddress> address(g_unix_socket_address_new(path.c_str()));
     if (!g_socket_listener_add_address(m_listener.get(), address.get(), G_SOCKET_TYPE_STREAM,
             G_SOCKET_PROTOCOL_DEFAULT, nullptr, nullptr, nullptr))
         throw std::runtime_error("the stand-in for the speech service cannot listen");
     m_thread = std::thread([this] {
-        while (const ObjectPtr<GSocketConnection> guest {
+        while (const base::GObjectPtr<GSocketConnection> guest {
             g_socket_listener_accept(m_listener.get(), nullptr, m_end.get(), nullptr)}) {
             ++m_visits;
             converse(G_IO_STREAM(guest.get()));
@@ -39,10 +39,12 @@ std::vector<std::string> SpeechServer::told() const
 
 void SpeechServer::converse(GIOStream* guest)
 {
-    const ObjectPtr<GDataInputStream> input(g_data_input_stream_new(g_io_stream_get_input_stream(guest)));
+    const base::GObjectPtr<GDataInputStream> input(
+        g_data_input_stream_new(g_io_stream_get_input_stream(guest)));
     g_data_input_stream_set_newline_type(input.get(), G_DATA_STREAM_NEWLINE_TYPE_CR_LF);
     bool isText = false; // what comes is a text, up to a line with a dot
-    while (const GText line {g_data_input_stream_read_line(input.get(), nullptr, m_end.get(), nullptr)}) {
+    while (
+        const base::GStr line {g_data_input_stream_read_line(input.get(), nullptr, m_end.get(), nullptr)}) {
         const std::string answer = answerTo(line.get(), isText);
         if (m_manner == Manner::IsSilent)
             continue;

@@ -41,8 +41,8 @@ private:
     std::string answerTo(const std::string& line, bool& isText);
 
     std::string m_path;
-    ObjectPtr<GSocketListener> m_listener {g_socket_listener_new()};
-    ObjectPtr<GCancellable> m_end {g_cancellable_new()}; ///< ends the thread
+    base::GObjectPtr<GSocketListener> m_listener {g_socket_listener_new()};
+    base::GObjectPtr<GCancellable> m_end {g_cancellable_new()}; ///< ends the thread
     std::atomic<Manner> m_manner;
     std::atomic<int> m_visits {0};
     mutable std::mutex m_mutex; ///< of m_told

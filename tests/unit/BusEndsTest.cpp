@@ -51,7 +51,7 @@ public:
 
     bool ownsTheName() const
     {
-        const tv::VariantPtr reply {
+        const base::VariantPtr reply {
             g_dbus_connection_call_sync(m_connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                 "org.freedesktop.DBus", "GetNameOwner", g_variant_new("(s)", "com.norvale.orbis.tessel.ui"),
                 nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr)};
@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    tv::ConnectionPtr m_connection;
+    base::GObjectPtr<GDBusConnection> m_connection;
 };
 
 TEST_F(TheBusEnds, HoldTheNameWithoutAGapUntilTheServiceGoes)
@@ -104,7 +104,7 @@ TEST_F(TheBusEnds, SurviveABusThatDiesBetweenProxyAndName)
 
 TEST_F(TheBusEnds, CopyNoMoreOfAValueThanThereIs)
 {
-    const tv::VariantPtr value {g_variant_ref_sink(g_variant_new("(i)", 0x01020304))};
+    const base::VariantPtr value {g_variant_ref_sink(g_variant_new("(i)", 0x01020304))};
     char out[8];
     memset(out, '#', sizeof out);
     for (int room : {2, 8}) {

@@ -101,9 +101,9 @@ TEST_F(ShortMemory, TakesARequestAndNothingElse)
             "ShowNetworkTest", g_variant_new("(ss)", name.c_str(), name.c_str()), nullptr,
             G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
             [](GObject* source, GAsyncResult* result, gpointer data) {
-                const tv::VariantPtr reply {
+                const base::VariantPtr reply {
                     g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr)};
-                const tv::GText text {reply ? g_variant_print(reply.get(), FALSE) : g_strdup("an error")};
+                const base::GStr text {reply ? g_variant_print(reply.get(), FALSE) : g_strdup("an error")};
                 *static_cast<std::string*>(data) = text.get();
             },
             &answer);

@@ -11,7 +11,6 @@ namespace base {
 using ObjectPtr = CHandle<Evas_Object, evas_object_del>;
 using CanvasPtr = CHandle<Ecore_Evas, ecore_evas_free>;
 using JobPtr = CHandle<Ecore_Job, ecore_job_del>;
-using TimerPtr = CHandle<Ecore_Timer, ecore_timer_del>;
 using CursorPtr = CHandle<Evas_Textblock_Cursor, evas_textblock_cursor_free>;
 using TextblockStylePtr = CHandle<Evas_Textblock_Style, evas_textblock_style_free>;
 using BufferPtr = CHandle<Eina_Strbuf, eina_strbuf_free>;

@@ -25,8 +25,7 @@ inline std::size_t entityLength(std::string_view text)
 }
 
 /// @return the length of what stands between angle brackets at the beginning of @p text, these included, or
-/// 0; one that
-///         another opens in is none
+///         0; what another one opens in is none
 inline std::size_t tagLength(std::string_view text)
 {
     if (text.empty() || text.front() != '<')
