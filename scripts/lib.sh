@@ -136,8 +136,9 @@ has_window_manager() {
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
+# SCREEN_SIZE: its pixels, 1920x1080 by default.
 virtual_display_start() {
-    run_in_background xvfb Xvfb -displayfd 1 -screen 0 1920x1080x24 -nolisten tcp -noreset
+    run_in_background xvfb Xvfb -displayfd 1 -screen 0 "${SCREEN_SIZE:-1920x1080}x24" -nolisten tcp -noreset
     # The number is written once the server takes clients.
     wait_until 20 has_line "$LOG_FOLDER/xvfb.out" || fail "Xvfb did not start: $(tail -n 3 "$LOG_FOLDER/xvfb.log")"
     DISPLAY=:$(head -n 1 "$LOG_FOLDER/xvfb.out")

@@ -1,0 +1,19 @@
+/// What a process has used, as the kernel tells it.
+#pragma once
+
+#include <sys/types.h>
+
+namespace bench {
+
+struct ProcessFigures {
+    double processorSeconds; ///< of all its threads
+    long pageFaults;
+    long wakeUps; ///< how often its threads have gone to sleep of their own accord
+};
+
+/// @return all zero for a process that has gone
+ProcessFigures figuresOf(pid_t process);
+double proportionalMiB(pid_t process);
+int descriptorsOf(pid_t process);
+
+} // namespace bench
