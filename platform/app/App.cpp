@@ -68,6 +68,7 @@ public:
 
 private:
     static void on_start(void* data);
+    static Eina_Bool on_idle(void* data);
     static Eina_Bool on_hangUp(void*, int, void*);
     static Eina_Bool on_endEvent(void* data, int, void*);
 
@@ -81,6 +82,8 @@ private:
     LaunchParameters m_parameters;
     Instance m_instance;
     Ecore_Job* m_start = nullptr; ///< cleared by the job itself
+    Ecore_Idler* m_statusIdler = nullptr; ///< cleared by itself
+    aul_app_status m_status = STATUS_LAUNCHING; ///< of the window, to be told
     bool m_created = false;
     bool m_ended = false; ///< the loop has; from then on only terminate is called
     bool m_visible = false;
@@ -138,6 +141,8 @@ void Run::loop(Ending& ending)
         m_callbacks.terminate(m_userData);
     if (m_start)
         ecore_job_del(std::exchange(m_start, nullptr));
+    if (m_statusIdler)
+        ecore_idler_del(std::exchange(m_statusIdler, nullptr));
     ecore_event_handler_del(end);
     ecore_event_handler_del(hangUp);
     stopEventSources();
@@ -192,12 +197,23 @@ void Run::windowState(bool visible, bool focused)
     if (m_ended)
         return;
     const aul_app_status shown = focused ? STATUS_FOCUS : STATUS_VISIBLE;
-    aul_app_set_status(m_id.c_str(), visible ? shown : STATUS_BG);
+    m_status = visible ? shown : STATUS_BG;
+    if (!m_statusIdler)
+        m_statusIdler = ecore_idler_add(on_idle, this);
     if (visible == m_visible)
         return;
     m_visible = visible;
     if (auto* callback = visible ? m_callbacks.resume : m_callbacks.pause)
         callback(m_userData);
+}
+
+/// Others are told of the window once it has been drawn: to write a file takes as long as much of a picture.
+Eina_Bool Run::on_idle(void* data)
+{
+    auto* self = static_cast<Run*>(data);
+    self->m_statusIdler = nullptr;
+    aul_app_set_status(self->m_id.c_str(), self->m_status);
+    return ECORE_CALLBACK_CANCEL;
 }
 
 void Run::lose(const char* what)

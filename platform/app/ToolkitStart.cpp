@@ -24,6 +24,8 @@ constexpr std::size_t kMostFreed = std::size_t {256} * 1024;
 bool startLoop()
 {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
+    // A popup's pictures are small and few: handing them to another thread costs more than it saves.
+    setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
     chooseFonts();
     return loop::start();
 }

@@ -55,6 +55,8 @@ Manager::Manager(Evas_Object* window)
     , m_displayLoss(window)
     , m_pressGate(window, m_keyGuard)
     , m_dimming(window)
+    , m_backdrop(window)
+    , m_exposure(window)
     , m_lowering(window, [this] { m_readout.stop(); })
     , m_placement(window)
 {

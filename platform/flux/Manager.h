@@ -2,7 +2,9 @@
 #pragma once
 
 #include "app/DisplayLoss.h"
+#include "flux/Backdrop.h"
 #include "flux/Dimming.h"
+#include "flux/Exposure.h"
 #include "flux/FocusReadout.h"
 #include "flux/KeyGuard.h"
 #include "flux/Leftovers.h"
@@ -44,6 +46,8 @@ private:
     app::DisplayLoss m_displayLoss;
     PressGate m_pressGate; // knows the guard, so it goes first
     Dimming m_dimming;
+    Backdrop m_backdrop;
+    Exposure m_exposure;
     Lowering m_lowering;
     Placement m_placement; // made last, because it changes the window
 };

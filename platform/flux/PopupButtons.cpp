@@ -175,8 +175,10 @@ void focusPopup(Evas_Object* popup)
         if (!target)
             target = button;
     }
-    if (target)
-        elm_object_focus_set(target, EINA_TRUE);
+    if (!target)
+        return;
+    elm_object_signal_emit(target, "flux,focus,still", "");
+    elm_object_focus_set(target, EINA_TRUE);
 }
 
 } // namespace orbis::flux

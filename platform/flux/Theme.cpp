@@ -87,10 +87,17 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
     return nullptr;
 }
 
+/// Asked a dozen times for each popup; it is the same throughout one turn of the loop.
 bool highContrast()
 {
-    int contrast = 0;
-    return vconf_get_int(names::kHighContrastKey, &contrast) == VCONF_OK && contrast == names::kOn;
+    static double s_turn = -1;
+    static bool s_isOn = false;
+    if (const double turn = ecore_loop_time_get(); turn != s_turn) {
+        int contrast = 0;
+        s_isOn = vconf_get_int(names::kHighContrastKey, &contrast) == VCONF_OK && contrast == names::kOn;
+        s_turn = turn;
+    }
+    return s_isOn;
 }
 
 void applyContrast(Evas_Object* object)

@@ -29,6 +29,11 @@ bool engineIs(const Evas_Object* window, const char* system)
     return name && std::string {name}.find(system) != std::string::npos;
 }
 
+Display* displayOf()
+{
+    return static_cast<Display*>(ecore_x_display_get());
+}
+
 _Ecore_Wl2_Display* compositorOf(const Evas_Object* window)
 {
     const Ecore_Wl2_Window* surface = elm_win_wl_window_get(window);
@@ -62,6 +67,29 @@ void syncWindowSystem(const Evas_Object* window)
         // Not a round trip: that would serve other events inside of whatever asked for this.
         ecore_wl2_display_flush(compositor);
     }
+}
+
+bool mixesTransparency(const Evas_Object* window)
+{
+    constexpr int kWithAlpha = 32;
+    XWindowAttributes attributes {};
+    return XGetWindowAttributes(displayOf(), elm_win_xwindow_get(window), &attributes)
+        && attributes.depth == kWithAlpha;
+}
+
+void setBackground(const Evas_Object* window, const Tint& colour)
+{
+    const auto part = [](int value, int shift) { return static_cast<unsigned long>(value) << shift; };
+    XSetWindowBackground(displayOf(), elm_win_xwindow_get(window),
+        part(colour.alpha, 24) | part(colour.red, 16) | part(colour.green, 8) | part(colour.blue, 0));
+}
+
+void clearToBackground(const Evas_Object* window, const Area& area)
+{
+    if (!area.isEmpty()) // a width of 0 would reach to the window's edge
+        XClearArea(displayOf(), elm_win_xwindow_get(window), area.left, area.top,
+            static_cast<unsigned>(area.right - area.left), static_cast<unsigned>(area.bottom - area.top),
+            False);
 }
 
 /// What the compositor's answer reaches: it may come after the mark's owner is gone.
@@ -98,8 +126,8 @@ void DrawnMark::send()
     if (isX11(m_window)) {
         ++m_underWay;
         // Appending nothing to a property of its own tells the window so.
-        XChangeProperty(static_cast<Display*>(ecore_x_display_get()), elm_win_xwindow_get(m_window),
-            ecore_x_atom_get(kMarkProperty), ECORE_X_ATOM_CARDINAL, 8, PropModeAppend, nullptr, 0);
+        XChangeProperty(displayOf(), elm_win_xwindow_get(m_window), ecore_x_atom_get(kMarkProperty),
+            ECORE_X_ATOM_CARDINAL, 8, PropModeAppend, nullptr, 0);
         ecore_x_flush();
         return;
     }

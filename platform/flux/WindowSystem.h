@@ -1,6 +1,8 @@
 /// What the window's own system is asked for, past the toolkit.
 #pragma once
 
+#include "flux/Outline.h"
+
 #include <Elementary.h>
 
 #include <functional>
@@ -12,6 +14,15 @@ bool isWayland(const Evas_Object* window);
 
 /// Returns once the window system has taken in everything that was drawn, shown or hidden so far.
 void syncWindowSystem(const Evas_Object* window);
+
+/// @return whether a window on X11 is mixed with what is behind it, pixel by pixel
+bool mixesTransparency(const Evas_Object* window);
+
+/// What the X server fills a window with where nobody has drawn yet. The window mixes transparency.
+void setBackground(const Evas_Object* window, const Tint& colour);
+
+/// Has the X server fill a part of a window again, without asking anybody to draw there.
+void clearToBackground(const Evas_Object* window, const Area& area);
 
 /// Tells when the window system has taken in what was drawn: everything that it reported before the answer,
 /// keys and clicks among it, happened before. The order of events on one connection says so, and no clock is

@@ -1,0 +1,146 @@
+#include "flux/Outline.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace orbis::flux {
+
+namespace {
+
+constexpr int kOpaque = 255;
+
+/// How far something may be drawn beyond its own place, pixels: what is turned or smoothed.
+constexpr int kOverhang = 16;
+
+int share(int value, int of)
+{
+    return value * of / kOpaque;
+}
+
+Tint colourOf(const Evas_Object* object)
+{
+    Tint tint;
+    evas_object_color_get(object, &tint.red, &tint.green, &tint.blue, &tint.alpha);
+    return tint;
+}
+
+Area placeOf(const Evas_Object* object)
+{
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(object, &x, &y, &width, &height);
+    return {x, y, x + width, y + height};
+}
+
+Tint over(const Tint& below, const Tint& above)
+{
+    const int through = kOpaque - above.alpha;
+    return {above.red + share(below.red, through), above.green + share(below.green, through),
+        above.blue + share(below.blue, through), above.alpha + share(below.alpha, through)};
+}
+
+/// Asked for by its kind: the toolkit complains when any other is asked for what it is made of.
+bool isLeaf(const Evas_Object* object)
+{
+    constexpr std::string_view kLeaves[] = {
+        "rectangle", "image", "text", "textblock", "vectors", "textgrid", "polygon", "line"};
+    return std::find(std::begin(kLeaves), std::end(kLeaves), evas_object_type_get(object))
+        != std::end(kLeaves);
+}
+
+class Look {
+public:
+    explicit Look(Evas* canvas)
+    {
+        evas_output_size_get(canvas, &m_whole.right, &m_whole.bottom);
+        m_outline.rest = Tint {};
+        for (Evas_Object* object = evas_object_bottom_get(canvas); object;
+             object = evas_object_above_get(object))
+            visit(object);
+    }
+
+    const Outline& outline() const { return m_outline; }
+
+private:
+    void visit(Evas_Object* object)
+    {
+        if (!evas_object_visible_get(object))
+            return;
+        if (isLeaf(object)) {
+            note(object);
+            return;
+        }
+        Eina_List* members = evas_object_smart_members_get(object);
+        void* member = nullptr;
+        EINA_LIST_FREE(members, member)
+        visit(static_cast<Evas_Object*>(member));
+    }
+
+    void note(const Evas_Object* object)
+    {
+        if (evas_object_clipees_has(object))
+            return; // only what it clips is drawn
+        Area place = placeOf(object);
+        Tint colour = colourOf(object);
+        if (evas_object_map_enable_get(object)) { // it may be turned about its middle
+            const int longest = std::max(place.right - place.left, place.bottom - place.top);
+            place = {
+                place.left - longest, place.top - longest, place.right + longest, place.bottom + longest};
+        }
+        for (const Evas_Object* clip = evas_object_clip_get(object); clip;
+             clip = evas_object_clip_get(clip)) {
+            if (!evas_object_visible_get(clip))
+                return;
+            const Tint through = colourOf(clip);
+            place = place.cutTo(placeOf(clip));
+            colour = {share(colour.red, through.red), share(colour.green, through.green),
+                share(colour.blue, through.blue), share(colour.alpha, through.alpha)};
+        }
+        place = place.cutTo(m_whole); // the window's own frame lies outside
+        if (colour.alpha > 0 && !place.isEmpty())
+            add(place, colour, std::string_view {evas_object_type_get(object)} == "rectangle");
+    }
+
+    void add(const Area& place, const Tint& colour, bool isPlain)
+    {
+        if (!place.covers(m_whole)) {
+            const Area drawn {place.left - kOverhang, place.top - kOverhang, place.right + kOverhang,
+                place.bottom + kOverhang};
+            m_outline.things = m_outline.things.with(drawn.cutTo(m_whole));
+        } else if (!isPlain) {
+            m_outline.rest.reset();
+        } else if (m_outline.rest) {
+            m_outline.rest = over(*m_outline.rest, colour);
+        }
+    }
+
+    Area m_whole;
+    Outline m_outline;
+};
+
+} // namespace
+
+Area Area::with(const Area& other) const
+{
+    if (isEmpty())
+        return other;
+    if (other.isEmpty())
+        return *this;
+    return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+        std::max(bottom, other.bottom)};
+}
+
+Area Area::cutTo(const Area& other) const
+{
+    return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+        std::min(bottom, other.bottom)};
+}
+
+Outline outlineOf(Evas* canvas)
+{
+    return Look {canvas}.outline();
+}
+
+} // namespace orbis::flux
