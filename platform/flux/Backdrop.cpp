@@ -63,6 +63,14 @@ std::vector<Area> Backdrop::rest() const
     return areas;
 }
 
+/// The next picture has nothing there.
+void Backdrop::leaveOut()
+{
+    for (const Area& area : rest())
+        evas_obscured_rectangle_add(
+            m_canvas, area.left, area.top, area.right - area.left, area.bottom - area.top);
+}
+
 /// What the server filled is the canvas's to draw from here on.
 void Backdrop::takeOver()
 {
@@ -77,8 +85,14 @@ void Backdrop::on_drawing(void* data, Evas* canvas, void*)
 {
     auto* self = static_cast<Backdrop*>(data);
     evas_obscured_clear(canvas);
-    // Where it is not seen, it gets what comes next instead of being emptied first.
-    if (!evas_object_visible_get(self->m_window) || !self->canFill())
+    if (!isX11(self->m_window))
+        return;
+    // A window that is off the screen is not emptied: the server forgets it, and when it comes back it is drawn whole.
+    if (!evas_object_visible_get(self->m_window)) {
+        self->leaveOut();
+        return;
+    }
+    if (!self->canFill())
         return;
     const Outline outline = outlineOf(canvas);
     self->m_drawn = self->m_drawn.with(outline.things);
@@ -87,9 +101,7 @@ void Backdrop::on_drawing(void* data, Evas* canvas, void*)
         return;
     }
     self->fill(*outline.rest);
-    for (const Area& area : self->rest())
-        evas_obscured_rectangle_add(
-            canvas, area.left, area.top, area.right - area.left, area.bottom - area.top);
+    self->leaveOut();
 }
 
 void Backdrop::on_drawn(void*, Evas* canvas, void*)

@@ -28,6 +28,7 @@ private:
 
     bool canFill();
     void fill(const Tint& colour);
+    void leaveOut();
     void takeOver();
     std::vector<Area> rest() const;
 
