@@ -50,6 +50,13 @@ long wakeUpsOf(pid_t process)
     return sum;
 }
 
+int entriesOf(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator folder(path, error);
+    return static_cast<int>(std::distance(begin(folder), end(folder)));
+}
+
 } // namespace
 
 ProcessFigures figuresOf(pid_t process)
@@ -71,9 +78,12 @@ double proportionalMiB(pid_t process)
 
 int descriptorsOf(pid_t process)
 {
-    std::error_code error;
-    const std::filesystem::directory_iterator folder(folderOf(process) + "/fd", error);
-    return static_cast<int>(std::distance(begin(folder), end(folder)));
+    return entriesOf(folderOf(process) + "/fd");
+}
+
+int threadsOf(pid_t process)
+{
+    return entriesOf(folderOf(process) + "/task");
 }
 
 } // namespace bench

@@ -15,5 +15,6 @@ struct ProcessFigures {
 ProcessFigures figuresOf(pid_t process);
 double proportionalMiB(pid_t process);
 int descriptorsOf(pid_t process);
+int threadsOf(pid_t process);
 
 } // namespace bench

@@ -10,6 +10,7 @@
 
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/XRes.h>
 #include <X11/extensions/XTest.h>
 #include <X11/extensions/Xdamage.h>
 
@@ -185,6 +186,19 @@ std::vector<unsigned> Screen::rows(Window window, const std::vector<int>& which)
         XDestroyImage(image);
     }
     return pixels;
+}
+
+int Screen::resourcesOf(pid_t process) const
+{
+    int count = 0;
+    int kinds = 0;
+    XResType* types = nullptr;
+    if (!XResQueryClientResources(m_display, windowOf(process), &kinds, &types))
+        return 0;
+    for (int i = 0; i < kinds; ++i)
+        count += static_cast<int>(types[i].count);
+    XFree(types);
+    return count;
 }
 
 std::vector<int> Screen::busiestRows(Window window) const

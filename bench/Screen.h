@@ -39,6 +39,8 @@ public:
     std::vector<unsigned> rows(Window window, const std::vector<int>& which) const;
     /// @return the rows of a window in which the most changes from pixel to pixel, which are those of texts
     std::vector<int> busiestRows(Window window) const;
+    /// @return how many windows, pictures and the like the X server keeps for a process that has a window
+    int resourcesOf(pid_t process) const;
     int height() const;
     int width() const;
     void press(const char* key);

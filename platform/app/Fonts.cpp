@@ -67,7 +67,8 @@ std::vector<std::string> namesOf(FcConfig* config, const char* family, const bas
 /// @return what keeps texts from their own font, or ""
 std::string faultOfFonts()
 {
-    const base::FontConfigPtr config {FcInitLoadConfigAndFonts()};
+    // That of the toolkit, which has been read already: another one would be a megabyte for a moment.
+    const base::FontConfigPtr config {FcConfigReference(nullptr)};
     const base::FontPatternPtr asked {FcPatternCreate()};
     if (!config || !asked)
         return "fonts cannot be looked for";

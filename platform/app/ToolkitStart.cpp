@@ -26,6 +26,8 @@ bool startLoop()
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     // A popup's pictures are small and few: handing them to another thread costs more than it saves.
     setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
+    // A popup is drawn once or twice: scaled copies of its shadow and edge would be two megabytes for nothing.
+    setenv("EVAS_SCALECACHE_MIN_USES", "1000000", 0);
     chooseFonts();
     return loop::start();
 }
