@@ -148,6 +148,35 @@ void ApplicationTest::TearDown()
     ToolkitTest::TearDown();
 }
 
+int ManagerTest::request(Kind kind, std::string name)
+{
+    std::string other = "sso";
+    switch (kind) {
+    case Kind::Pin:
+        return m_manager->showPinPopup(name, other = "0042");
+    case Kind::NoNetwork:
+        return m_manager->showFailedPopup(name);
+    case Kind::Terms:
+        return m_manager->showTncPopup();
+    case Kind::Networks:
+        return m_manager->showApListPopup();
+    case Kind::NoSignIn:
+        return m_manager->showFailedPopup(other);
+    case Kind::NetworkTest:
+        return m_manager->showNetworkTestPopup(name, name);
+    case Kind::SignIn:
+        return m_manager->showSSOLoginPopup(name, name);
+    case Kind::Owned:
+        return m_manager->showAfterPairingPopup();
+    case Kind::Guide:
+        vconf_set_str("memory/wizard/wizard_mode", "INITIAL_SETUP"); // in which it needs nothing else
+        return m_manager->showGuidePopup(other);
+    case Kind::Nothing:
+        break;
+    }
+    return m_manager->hidePopup();
+}
+
 std::string text(const char* id)
 {
     std::string translated = dgettext(TesselUI::kTextDomain, id);
@@ -166,9 +195,4 @@ std::string setting(const char* key)
 {
     int number = 0;
     return vconf_get_int(key, &number) == VCONF_OK ? std::to_string(number) : "none";
-}
-
-void letTheGuideBeShown()
-{
-    ASSERT_EQ(vconf_set_str("memory/wizard/wizard_mode", "INITIAL_SETUP"), VCONF_OK);
 }

@@ -33,11 +33,19 @@ protected:
     Evas_Object* m_window = nullptr;
 };
 
+/// What the manager can be asked to show; Nothing hides what is up.
+enum class Kind { Pin, NoNetwork, Terms, Networks, NoSignIn, NetworkTest, SignIn, Owned, Guide, Nothing };
+
 /// The application's window and manager, without the bus.
 class ManagerTest : public ToolkitTest {
 protected:
     void SetUp() override;
     void TearDown() override;
+
+    /// @param name  the phone's, the network's and the account's. @return what the manager answers
+    int request(Kind kind, std::string name = "Anna");
+    const toolkit::PopupRecord* top() const { return toolkit::topPopup(m_window); }
+    Evas_Object* focused() const { return elm_object_focused_object_get(m_window); }
 
     Evas_Object* m_window = nullptr; ///< borrowed from the manager
     std::unique_ptr<TesselUI::UIManager> m_manager;
@@ -65,8 +73,5 @@ std::string taken(char* text);
 
 /// @return the number that the key holds, or "none"
 std::string setting(const char* key);
-
-/// Lets the wizard's mode be one in which the guide is shown without asking further.
-void letTheGuideBeShown();
 
 #endif

@@ -1,16 +1,14 @@
 /// What names from outside may do to a text, on the screen and in speech.
 #include "Fixtures.h"
+#include "Folders.h"
 #include "elm_flux.h"
 #include "flux/Markup.h"
 #include "flux/SpokenText.h"
 #include "vconf.h"
 
 #include <algorithm>
-#include <atomic>
 #include <ctime>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <thread>
+#include <sys/inotify.h>
 #include <unistd.h>
 
 namespace {
@@ -114,43 +112,24 @@ protected:
 
 TEST_F(ANameWithMarkup, OpensNoFileWhereverItIsShown)
 {
-    letTheGuideBeShown();
-    // Short, because the program cuts names. Whoever opens it to read ends its writer, which is refused till
-    // then.
-    const std::string path = "/tmp/tessel-fifo";
-    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    std::atomic<bool> isOver {false};
-    std::atomic<bool> isOpened {false};
-    std::thread writer([&] {
-        while (!isOver) {
-            const int file = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-            isOpened = isOpened || file >= 0;
-            if (file >= 0)
-                close(file);
-            g_usleep(2000);
-        }
-    });
-    std::string none;
-    for (std::string name :
+    const std::string path = std::string(getenv("ORBIS_RUNTIME_DIR")) + "/font";
+    tv::writeFile(path, "");
+    const int opened = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(opened, path.c_str(), IN_OPEN), 0);
+    for (const std::string& name :
         {"<font=Sans font_source=" + path + ">A", "<b font=" + path + "><font_fallbacks=" + path + ">A"}) {
-        m_manager->showPinPopup(name, name);
-        toolkit::settle();
-        m_manager->showNetworkTestPopup(name, name);
-        toolkit::settle();
-        toolkit::press(m_window, "Return");
-        m_manager->showSSOLoginPopup(name, name);
-        toolkit::settle();
         vconf_set_str("memory/tessel/ble_tvname", name.c_str());
-        m_manager->showGuidePopup(none);
-        toolkit::settle();
+        for (Kind kind : {Kind::Pin, Kind::SignIn, Kind::NetworkTest, Kind::Guide}) {
+            request(kind, name);
+            toolkit::settle();
+        }
         const auto texts = toolkit::textsOf(m_window);
         EXPECT_EQ(std::count(texts.begin(), texts.end(), name[1] == 'b' ? "<b>A" : "A"), 1);
         showInWidgets(name);
-        EXPECT_FALSE(isOpened) << name;
+        char event[1024];
+        EXPECT_LT(read(opened, event, sizeof event), 0) << name;
     }
-    isOver = true;
-    writer.join();
-    unlink(path.c_str());
+    close(opened);
 }
 
 TEST_F(ANameWithMarkup, IsLaidOutAtOnceHoweverLongItIs)
