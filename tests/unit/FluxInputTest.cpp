@@ -1,23 +1,12 @@
 /// The styled widgets refuse what makes no sense, and survive it.
 #include "Fixtures.h"
+#include "Paths.h"
 #include "elm_flux.h"
 
 #include <cmath>
 #include <unistd.h>
 
 namespace {
-
-/// @return the path of a picture that was written for the test
-std::string writePicture(const Evas_Object* window)
-{
-    const std::string path = std::string(getenv("ORBIS_RUNTIME_DIR")) + "/picture.png";
-    Evas_Object* image = evas_object_image_filled_add(evas_object_evas_get(window));
-    evas_object_image_size_set(image, 4, 4);
-    evas_object_image_data_set(image, evas_object_image_data_get(image, EINA_TRUE));
-    EXPECT_TRUE(evas_object_image_save(image, path.c_str(), nullptr, nullptr));
-    evas_object_del(image);
-    return path;
-}
 
 using TheStyledWidgets = WindowTest;
 
@@ -28,7 +17,7 @@ TEST_F(TheStyledWidgets, RefuseWhatMakesNoSenseAndStayAsTheyAre)
     Evas_Object* content = elm_object_part_content_get(open, "elm.swallow.content");
     Evas_Object* layout = elm_flux_layout_add(open);
     Evas_Object* image = elm_flux_imagebox_add(open);
-    const std::string picture = writePicture(m_window);
+    const std::string picture = std::string(TesselUI::kThemeImageFolder) + "/tessel_img_m_popup.png";
     ASSERT_TRUE(elm_flux_imagebox_file_set(image, picture.c_str()));
     Evas_Object* foreign = elm_flux_textbox_add(m_window);
     Evas_Object* rectangle = evas_object_rectangle_add(evas_object_evas_get(m_window));
@@ -70,7 +59,6 @@ TEST_F(TheStyledWidgets, RefuseWhatMakesNoSenseAndStayAsTheyAre)
         elm_image_file_get(image, &shown, nullptr);
         EXPECT_STREQ(shown, picture.c_str());
     }
-    unlink(picture.c_str());
 }
 
 TEST_F(TheStyledWidgets, RefuseNullAndDeletedObjects)

@@ -66,8 +66,10 @@ TEST_F(APopup, GivesUpOnTheTickAfterItsCountdown)
         toolkit::advance((row.lastTick ? row.lastTick : 700) - 0.5);
         EXPECT_FALSE(journal::has("I PBC Timer expires"));
         EXPECT_EQ(setting(kStartMode), "none");
-        toolkit::advance(6);
-        EXPECT_EQ(journal::count("I PBC Timer expires"), row.lastTick ? 1 : 0) << "late, or more than once";
+        for (double later : {1, 5}) {
+            toolkit::advance(later);
+            EXPECT_EQ(journal::count("I PBC Timer expires"), row.lastTick ? 1 : 0) << later;
+        }
         EXPECT_EQ(setting(kStartMode), row.lastTick ? "5" : "none");
         EXPECT_EQ(setting(kReady), row.kind == Kind::Pin ? "1" : "none");
         EXPECT_FALSE(journal::has("T exit")) << "giving up leaves the end to the daemon";
