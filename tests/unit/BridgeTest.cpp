@@ -125,25 +125,6 @@ TEST_F(TheBridge, NoticesADescriptorThatComesUnderTheNumberOfAnother)
     EXPECT_TRUE(turnsUntil([&] { return seen; }));
 }
 
-TEST_F(TheBridge, LeavesEcoreItsDescriptors)
-{
-    // Ecore watches the same file as GLib, and goes on when GLib's source goes.
-    int read = 0;
-    const auto onReady = [](void* count, Ecore_Fd_Handler* ready) -> Eina_Bool {
-        char byte = 0;
-        *static_cast<int*>(count) += ::read(ecore_main_fd_handler_fd_get(ready), &byte, 1) == 1;
-        return ECORE_CALLBACK_RENEW;
-    };
-    Ecore_Fd_Handler* handler =
-        ecore_main_fd_handler_add(m_pipe[0], ECORE_FD_READ, onReady, &read, nullptr, nullptr);
-    const guint source = g_unix_fd_add(m_pipe[0], G_IO_IN, onceReady, nullptr);
-    turnsUntil([] { return false; }, 0.05);
-    g_source_remove(source);
-    ring();
-    EXPECT_TRUE(turnsUntil([&] { return read == 1; }));
-    ecore_main_fd_handler_del(handler);
-}
-
 TEST_F(TheBridge, FollowsASourceThatChangesWhatItWaitsFor)
 {
     constexpr auto kNothing = static_cast<GIOCondition>(0);
@@ -264,19 +245,17 @@ TEST_F(TheBridge, LetsACallbacksTimersBeginWhenItRuns)
 
 TEST_F(TheBridge, GivesEcoreItsTurn)
 {
-    // GLib always has something; Ecore's timers, jobs and descriptors are served all the same.
+    // GLib always has something; Ecore's jobs are served all the same.
     int turns = 0;
-    int jobs = 0;
-    Action job = [&] { ++jobs; };
-    const guint flood = g_idle_add_full(
-        G_PRIORITY_HIGH,
-        [](gpointer count) -> gboolean {
-            ++*static_cast<int*>(count);
-            return G_SOURCE_CONTINUE;
-        },
-        &turns, nullptr);
+    bool served = false;
+    Action job = [&] { served = true; };
+    const auto onIdle = [](gpointer count) -> gboolean {
+        ++*static_cast<int*>(count);
+        return G_SOURCE_CONTINUE;
+    };
+    const guint flood = g_idle_add_full(G_PRIORITY_HIGH, onIdle, &turns, nullptr);
     ecore_job_add(onceForAll, &job);
-    EXPECT_TRUE(turnsUntil([&] { return jobs == 1; }));
+    EXPECT_TRUE(turnsUntil([&] { return served; }));
     EXPECT_LE(turns, 3) << "one dispatch a turn";
     g_source_remove(flood);
 }

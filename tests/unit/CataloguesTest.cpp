@@ -1,5 +1,6 @@
 /// The message catalogues: each language says everything, and each region finds a language.
 #include "Fixtures.h"
+#include "Folders.h"
 #include "Paths.h"
 #include "app/Language.h"
 #include "vconf.h"
@@ -7,9 +8,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <libintl.h>
 #include <map>
+#include <regex>
 #include <set>
 
 extern "C" int _nl_msg_cat_cntr;
@@ -17,9 +18,6 @@ extern "C" int _nl_msg_cat_cntr;
 namespace {
 
 using Texts = std::map<std::string, std::string>;
-
-const std::string kOpen = "\u2068"; ///< begins an isolate
-const std::string kClose = "\u2069";
 
 class ACatalogue : public ToolkitTest {
 protected:
@@ -38,16 +36,11 @@ protected:
     /// @return the texts, by id, of all ids that the English catalogue has
     static Texts currentTexts()
     {
+        static const std::regex s_id("msgid \"(.+)\"");
+        const std::string catalogue = tv::readFile(ENGLISH_CATALOGUE);
         Texts result;
-        const std::string start = "msgid \"";
-        std::ifstream catalogue(ENGLISH_CATALOGUE);
-        for (std::string line; std::getline(catalogue, line);) {
-            const std::string id = line.substr(std::min(start.size(), line.size()));
-            if (line.rfind(start, 0) == 0 && id.size() > 1)
-                result[id.substr(0, id.size() - 1)];
-        }
-        for (auto& [id, text] : result)
-            text = dgettext(TesselUI::kTextDomain, id.c_str());
+        for (std::sregex_iterator match(catalogue.begin(), catalogue.end(), s_id), end; match != end; ++match)
+            result[(*match)[1]] = dgettext(TesselUI::kTextDomain, (*match)[1].str().c_str());
         return result;
     }
     /// @return what the language's catalogue says; what it lacks is its id
@@ -64,19 +57,12 @@ protected:
         orbis::app::applyLanguage();
         return currentTexts();
     }
-    /// @return the signs behind the percent signs; a placeholder that is not between isolates is a failure
-    static std::multiset<char> placeholders(const std::string& text)
+    /// @return the placeholders; one that is not between isolates is a failure
+    static std::multiset<std::string> placeholders(const std::string& text)
     {
-        std::multiset<char> result;
-        for (size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 2)) {
-            const char sign = text.c_str()[at + 1];
-            result.insert(sign);
-            const std::string isolated = kOpen + "%" + sign + kClose;
-            const bool stands =
-                at >= kOpen.size() && text.compare(at - kOpen.size(), isolated.size(), isolated) == 0;
-            EXPECT_TRUE(sign == '%' || (sign >= '1' && sign <= '4' && stands)) << text;
-        }
-        return result;
+        static const std::regex s_isolated("\u2068%[1-4]\u2069|%%");
+        EXPECT_EQ(std::regex_replace(text, s_isolated, "").find('%'), std::string::npos) << text;
+        return {std::sregex_token_iterator(text.begin(), text.end(), s_isolated), {}};
     }
     static auto characters(const std::string& text)
     {

@@ -7,68 +7,49 @@
 #include <cstring>
 #include <libintl.h>
 #include <random>
-#include <unistd.h>
 
 namespace {
 
 using orbis::app::faultOfCatalogue;
 
-std::string german()
-{
-    return tv::readFile(CATALOGUES "/de/LC_MESSAGES/org.orbis.tessel-UI.mo");
-}
+const std::string kGerman = tv::readFile(CATALOGUES "/de/LC_MESSAGES/org.orbis.tessel-UI.mo");
 
 TEST(ADamagedCatalogue, IsFoundOutAtEveryLength)
 {
-    const std::string whole = german();
-    ASSERT_EQ(faultOfCatalogue(whole), "");
-    for (size_t length = 0; length < whole.size(); ++length)
-        ASSERT_NE(faultOfCatalogue(whole.substr(0, length)), "") << length << " bytes of " << whole.size();
+    ASSERT_EQ(faultOfCatalogue(kGerman), "");
+    for (size_t length = 0; length < kGerman.size(); ++length)
+        ASSERT_NE(faultOfCatalogue(kGerman.substr(0, length)), "")
+            << length << " bytes of " << kGerman.size();
 }
 
-/// Asks the C library for texts of each catalogue, and ends the process.
-[[noreturn]] void readAll(const std::string& folder, const std::vector<std::string>& domains)
-{
-    constexpr unsigned kLimit = 20; // seconds
-    alarm(kLimit);
-    setenv("LANGUAGE", "xx", 1);
-    for (const std::string& domain : domains) {
-        fprintf(stderr, "%s\n", domain.c_str());
-        bindtextdomain(domain.c_str(), folder.c_str());
-        bind_textdomain_codeset(domain.c_str(), "UTF-8");
-        for (const char* id : {"", "SID_PIN", "SID_CANCEL", "COM_SID_OK", "TV_SID_ENTER_PIN_UR_PH",
-                 "no such id", "~", "A", "TV_SID_TESSEL_MIX_CONNECTED_DEVICE"})
-            EXPECT_GE(strlen(dgettext(domain.c_str(), id)), 0U);
-    }
-    _exit(0);
-}
-
-TEST(ADamagedCatalogue, ThatIsTakenForSoundEndsNoProcess)
+/// What is wrong with the check ends or holds this process.
+TEST(ADamagedCatalogue, ThatIsTakenForSoundServesTheLibrary)
 {
     const tv::Folders folders;
     const auto place = folders.root() / "xx" / "LC_MESSAGES";
     std::filesystem::create_directories(place);
-    const std::string whole = german();
     std::mt19937 random(8);
-    const auto any = [&](size_t bound) {
-        return std::uniform_int_distribution<size_t>(0, bound - 1)(random);
-    };
     constexpr size_t kTries = 1000;
-    std::vector<std::string> sound;
+    size_t sound = 0;
+    setenv("LANGUAGE", "xx", 1);
     for (size_t i = 0; i < kTries; ++i) {
-        std::string bytes = whole;
-        // Where the offsets are, and anywhere.
-        const size_t at = any(i % 2 == 0 ? 1000 : bytes.size());
-        bytes[at] = static_cast<char>(bytes[at] ^ (1 << any(8)));
+        std::string bytes = kGerman;
+        const size_t at =
+            random() % (i % 2 == 0 ? 1000 : bytes.size()); // where the offsets are, and anywhere
+        bytes[at] = static_cast<char>(bytes[at] ^ (1U << random() % 8));
         if (!faultOfCatalogue(bytes).empty())
             continue;
-        sound.push_back("byte-" + std::to_string(at) + "-try-" + std::to_string(i));
-        tv::writeFile(place / (sound.back() + ".mo"), bytes);
+        ++sound;
+        const std::string domain = "try-" + std::to_string(i);
+        tv::writeFile(place / (domain + ".mo"), bytes);
+        bindtextdomain(domain.c_str(), folders.root().c_str());
+        bind_textdomain_codeset(domain.c_str(), "UTF-8");
+        for (const char* id : {"", "SID_PIN", "TV_SID_ENTER_PIN_UR_PH", "no such id", "~"})
+            EXPECT_GE(strlen(dgettext(domain.c_str(), id)), 0U);
     }
-    EXPECT_GT(sound.size(), 0U) << "nothing was tried: a changed letter is no fault";
-    EXPECT_LT(sound.size(), kTries / 2);
-    EXPECT_EXIT(readAll(folders.root(), sound), testing::ExitedWithCode(0), "")
-        << "the last one that is named above";
+    setenv("LANGUAGE", "en", 1);
+    EXPECT_GT(sound, 0U) << "nothing was tried: a changed letter is no fault";
+    EXPECT_LT(sound, kTries / 2);
 }
 
 } // namespace

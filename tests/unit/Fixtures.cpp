@@ -24,13 +24,6 @@ void emptyStore()
         vconf_unset(key.c_str());
 }
 
-Evas_Object* onlyWindow()
-{
-    const auto windows = toolkit::windows();
-    EXPECT_EQ(windows.size(), 1U);
-    return windows.empty() ? nullptr : windows.front();
-}
-
 } // namespace
 
 void ToolkitTest::SetUp()
@@ -47,13 +40,19 @@ void ToolkitTest::TearDown()
     EXPECT_TRUE(toolkit::windows().empty());
 }
 
+void ToolkitTest::use(Evas_Object* window)
+{
+    m_window = window;
+    evas_object_show(window);
+    toolkit::focusWindow(window);
+}
+
 void WindowTest::SetUp()
 {
     ToolkitTest::SetUp();
-    m_window = elm_win_add(nullptr, "test", ELM_WIN_BASIC);
-    ASSERT_TRUE(elm_flux_manager_init(m_window));
-    evas_object_show(m_window);
-    toolkit::focusWindow(m_window);
+    Evas_Object* window = elm_win_add(nullptr, "test", ELM_WIN_BASIC);
+    ASSERT_TRUE(elm_flux_manager_init(window));
+    use(window);
     journal::clear();
 }
 
@@ -95,9 +94,7 @@ void ManagerTest::SetUp()
     TesselUI::CTesselUI::createInstance();
     m_manager = std::make_unique<TesselUI::UIManager>();
     m_manager->createWindow();
-    m_window = onlyWindow();
-    evas_object_show(m_window);
-    toolkit::focusWindow(m_window);
+    use(toolkit::windows().at(0));
     journal::clear();
 }
 
@@ -105,46 +102,6 @@ void ManagerTest::TearDown()
 {
     m_manager.reset();
     TesselUI::CTesselUI::destroyInstance();
-    ToolkitTest::TearDown();
-}
-
-void ApplicationTest::SetUp()
-{
-    ToolkitTest::SetUp();
-    const char* bus = getenv("DBUS_SYSTEM_BUS_ADDRESS");
-    m_daemon = std::make_unique<tv::Simulator>(std::vector<std::string> {},
-        std::vector<std::string> {std::string("DBUS_SYSTEM_BUS_ADDRESS=") + bus});
-    ASSERT_TRUE(m_daemon->says("ready"));
-}
-
-std::vector<std::string> ApplicationTest::told(size_t calls) const
-{
-    const std::string mark = "received ";
-    std::vector<std::string> result;
-    tv::waitUntil([&] {
-        result.clear();
-        for (const std::string& line : m_daemon->output()) {
-            if (line.rfind(mark, 0) == 0)
-                result.push_back(line.substr(mark.size()));
-        }
-        return result.size() >= calls;
-    });
-    return result;
-}
-
-void ApplicationTest::start()
-{
-    TesselUI::CTesselUI::OnCreate(nullptr);
-    m_window = onlyWindow();
-    ASSERT_TRUE(toolkit::runUntil([] { return journal::has("I End m_OnBusAcquired"); }));
-    evas_object_show(m_window);
-    toolkit::focusWindow(m_window);
-}
-
-void ApplicationTest::TearDown()
-{
-    TesselUI::CTesselUI::OnTerminate(nullptr);
-    m_daemon.reset();
     ToolkitTest::TearDown();
 }
 
@@ -177,18 +134,24 @@ int ManagerTest::request(Kind kind, std::string name)
     return m_manager->hidePopup();
 }
 
+void ApplicationTest::start()
+{
+    TesselUI::CTesselUI::OnCreate(nullptr);
+    ASSERT_TRUE(toolkit::runUntil([] { return journal::has("I End m_OnBusAcquired"); }));
+    use(toolkit::windows().at(0));
+}
+
+void ApplicationTest::TearDown()
+{
+    TesselUI::CTesselUI::OnTerminate(nullptr);
+    ToolkitTest::TearDown();
+}
+
 std::string text(const char* id)
 {
     std::string translated = dgettext(TesselUI::kTextDomain, id);
     EXPECT_NE(translated, id);
     return translated;
-}
-
-std::string taken(char* text)
-{
-    std::string result = text ? text : "(null)";
-    free(text);
-    return result;
 }
 
 std::string setting(const char* key)

@@ -1,6 +1,5 @@
-/// The base of the popups: its timer, its read-out record, and its ends.
+/// The base of the popups: its timer and its read-out record.
 #include "NetworkPopup.h"
-#include "DimBase.h"
 #include "Fixtures.h"
 #include "NetUtilAccessibility.h"
 
@@ -24,7 +23,6 @@ public:
         addTimer(1);
     }
 
-    using CNetworkPopup::m_buttons;
     using CNetworkPopup::m_timer;
 
     Eina_Bool t_OnTimeout(void*) override
@@ -32,11 +30,8 @@ public:
         journal::note("tick");
         return onTick();
     }
-    void t_Button1Clicked() override { onClick(); }
-    void t_Button2Clicked() override { onClick(); }
 
     std::function<Eina_Bool()> onTick = [] { return ECORE_CALLBACK_RENEW; };
-    std::function<void()> onClick = [] {};
 };
 
 class ANetworkPopup : public WindowTest {
@@ -44,7 +39,7 @@ protected:
     void SetUp() override
     {
         WindowTest::SetUp();
-        make();
+        m_popup = std::make_unique<OpenPopup>(m_window);
     }
     void TearDown() override
     {
@@ -52,7 +47,6 @@ protected:
         WindowTest::TearDown();
         delaccessObject();
     }
-    void make() { m_popup = std::make_unique<OpenPopup>(m_window); }
     int ticksIn(double seconds)
     {
         const int before = journal::count("T tick");
@@ -72,12 +66,11 @@ TEST_F(ANetworkPopup, WritesTheReadOutRecordAndCutsIt)
     EXPECT_STREQ(record->text2, "Yes,No,");
     EXPECT_TRUE(record->flag);
     m_popup->setTTS(std::string(3000, 'x'), "", "");
-    m_popup->m_SetTTS(m_popup->m_buttons[0]);
+    m_popup->setFocusOnButton1(true);
     EXPECT_EQ(std::string(record->text1), "Title," + std::string(993, 'x'));
-    EXPECT_STREQ(record->text2, "Yes,No,");
 }
 
-TEST_F(ANetworkPopup, EndsItsTimerWhenTheTickSaysSoAndSurvivesWhatItsHandlersDo)
+TEST_F(ANetworkPopup, EndsItsTimerWhenTheTickSaysSoAndSurvivesWhatItDoes)
 {
     EXPECT_EQ(ticksIn(2.5), 2);
     m_popup->onTick = [] { return ECORE_CALLBACK_CANCEL; };
@@ -98,55 +91,6 @@ TEST_F(ANetworkPopup, EndsItsTimerWhenTheTickSaysSoAndSurvivesWhatItsHandlersDo)
         return ECORE_CALLBACK_RENEW;
     };
     EXPECT_EQ(ticksIn(3), 1) << "it deleted itself";
-
-    make();
-    m_popup->show();
-    toolkit::settle();
-    m_popup->onClick = [] { throw std::runtime_error("click"); };
-    toolkit::press(m_window, "Return");
-    EXPECT_TRUE(journal::has("E on_Button1Clicked gave up: click"));
-}
-
-TEST_F(ANetworkPopup, EndsInAnyOrder)
-{
-    // Show, hide, destroy, and last of all delete.
-    for (const std::string order : {"", "hd", "sdh", "shsh", "ds", "s"}) {
-        SCOPED_TRACE(order);
-        make();
-        for (char step : order) {
-            if (step == 's')
-                m_popup->show();
-            else if (step == 'h')
-                m_popup->hide();
-            else
-                m_popup->destroy();
-            toolkit::settle();
-            EXPECT_TRUE(step == 's' || !toolkit::topPopup(m_window));
-        }
-        m_popup.reset();
-        toolkit::settle();
-        EXPECT_EQ(toolkit::topPopup(m_window), nullptr);
-        EXPECT_EQ(ticksIn(3), 0);
-    }
-}
-
-using ABackdrop = WindowTest;
-
-TEST_F(ABackdrop, CoversTheWindowWhateverItsSize)
-{
-    TesselUI::CDimBase backdrop(m_window);
-    backdrop.Show();
-    evas_object_show(m_window);
-    for (const int width : {1280, 640}) {
-        evas_object_resize(m_window, width, 480);
-        toolkit::settle();
-        const Evas_Object* drawn = toolkit::shownGroup(m_window, "dim");
-        ASSERT_NE(drawn, nullptr);
-        EXPECT_EQ(toolkit::boxOf(drawn), toolkit::boxOf(m_window)) << width;
-        EXPECT_GT(toolkit::strength(drawn, "dim"), 0);
-    }
-    backdrop.Hide();
-    EXPECT_EQ(toolkit::shownGroup(m_window, "dim"), nullptr);
 }
 
 } // namespace

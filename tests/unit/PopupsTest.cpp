@@ -93,6 +93,18 @@ TEST_F(APopup, CutsLongNamesBetweenCharacters)
     }
 }
 
+TEST_F(APopup, OfTheNetworkTestLooksAfterItsFocusTwentyTimesAndLeavesTheQuestionsAlone)
+{
+    request(Kind::NetworkTest);
+    toolkit::settle();
+    toolkit::press(m_window, "Return");
+    for (const auto& [seconds, looks] : {std::pair(1.9, 19), {0.1, 20}, {1.0, 20}}) {
+        toolkit::advance(seconds, 0.1);
+        EXPECT_EQ(journal::count("I [Focus is not in Close Button],Set Focus"), looks);
+        EXPECT_EQ(focused(), top()->buttons[0]) << "the keys went back to the popup below";
+    }
+}
+
 class AClosedPopup : public ManagerTest {
 protected:
     /// Shows a popup and presses some of the keys that lead to its end.
@@ -180,14 +192,8 @@ TEST_F(AClosedPopup, OfTheGuideMakesWayInItsOwnJob)
     EXPECT_FALSE(journal::has("T exit")) << "going on with the phone is no stop";
 }
 
-class AQuestion : public ManagerTest {
-protected:
-    size_t popups() const { return toolkit::shown<toolkit::PopupRecord>(m_window).size(); }
-    static int dim(const toolkit::PopupRecord* popup, const char* part)
-    {
-        return toolkit::strength(popup->object, part);
-    }
-};
+using AQuestion = ManagerTest;
+using toolkit::strength;
 
 TEST_F(AQuestion, StandsBeforeItsDimmedPopupAndGivesTheKeysBack)
 {
@@ -196,14 +202,14 @@ TEST_F(AQuestion, StandsBeforeItsDimmedPopupAndGivesTheKeysBack)
         toolkit::settle();
         const auto* popup = top();
         EXPECT_TRUE(toolkit::shownGroup(m_window, "elm/flux/dim/window"));
-        EXPECT_EQ(dim(popup, "dim"), 0) << "the picture is dimmed twice";
+        EXPECT_EQ(strength(popup->object, "dim"), 0) << "the picture is dimmed twice";
         toolkit::press(m_window, "Return");
-        EXPECT_GT(dim(top(), "dim"), 0) << "the popup below is as bright as the question";
-        EXPECT_EQ(dim(popup, "half") > 0, kind == Kind::SignIn);
+        EXPECT_GT(strength(top()->object, "dim"), 0) << "the popup below is as bright as the question";
+        EXPECT_EQ(strength(popup->object, "half") > 0, kind == Kind::SignIn);
         toolkit::press(m_window, "Right");
         toolkit::press(m_window, "Return");
         EXPECT_EQ(top(), popup);
-        EXPECT_EQ(dim(popup, "half"), 0);
+        EXPECT_EQ(strength(popup->object, "half"), 0);
         EXPECT_EQ(focused(), popup->buttons[0]);
     }
     request(Kind::Nothing);
@@ -219,9 +225,9 @@ TEST_F(AQuestion, GoesWithItsPopupHoweverOftenItWasAsked)
         Evas_Object* cancel = top()->buttons[0];
         toolkit::click(cancel);
         toolkit::click(cancel);
-        EXPECT_EQ(popups(), 3U);
+        EXPECT_EQ(toolkit::shown<toolkit::PopupRecord>(m_window).size(), 3U);
         request(Kind::Terms);
-        EXPECT_EQ(popups(), 1U);
+        EXPECT_EQ(toolkit::shown<toolkit::PopupRecord>(m_window).size(), 1U);
     }
 }
 

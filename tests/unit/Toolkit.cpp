@@ -5,9 +5,9 @@
 #include <Ecore_Evas.h>
 #include <Ecore_Input.h>
 
-#include <chrono>
 #include <cstdarg>
 #include <dlfcn.h>
+#include <glib.h>
 
 namespace toolkit {
 
@@ -19,8 +19,7 @@ unsigned int s_timestamp = 1; ///< of the last key, milliseconds
 
 double machineTime()
 {
-    using std::chrono::steady_clock;
-    return std::chrono::duration<double>(steady_clock::now().time_since_epoch()).count();
+    return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC;
 }
 
 double loopTime()
@@ -202,22 +201,6 @@ PopupRecord* topPopup(const Evas_Object* window)
     return popups.empty() ? nullptr : popups.back();
 }
 
-std::string titleOf(const PopupRecord& popup)
-{
-    const char* title = elm_object_part_text_get(popup.object, "title,text");
-    return title ? title : "(none)";
-}
-
-std::vector<std::string> labelsOf(const PopupRecord& popup)
-{
-    std::vector<std::string> labels;
-    for (const Evas_Object* button : popup.buttons) {
-        if (button)
-            labels.emplace_back(elm_object_text_get(button));
-    }
-    return labels;
-}
-
 std::vector<std::string> textsOf(const Evas_Object* window)
 {
     std::vector<std::string> texts;
@@ -243,8 +226,7 @@ Evas_Object* shownGroup(const Evas_Object* window, const std::string& group)
 
 int strength(const Evas_Object* layout, const char* part)
 {
-    const Evas_Object* theme = isOfType(layout, "edje") ? layout : elm_layout_edje_get(layout);
-    const Evas_Object* drawn = edje_object_part_object_get(theme, part);
+    const Evas_Object* drawn = edje_object_part_object_get(elm_layout_edje_get(layout), part);
     int alpha = 0;
     evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
     return drawn && evas_object_visible_get(drawn) ? alpha : 0;

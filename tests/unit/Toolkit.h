@@ -67,11 +67,6 @@ using orbis::flux::TextboxRecord;
 /// @return the topmost popup, or null
 PopupRecord* topPopup(const Evas_Object* window);
 
-std::string titleOf(const PopupRecord& popup);
-
-/// @return the labels of the buttons, in slot order
-std::vector<std::string> labelsOf(const PopupRecord& popup);
-
 /// @return the texts that are not empty, from top to bottom
 std::vector<std::string> textsOf(const Evas_Object* window);
 
