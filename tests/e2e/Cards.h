@@ -6,6 +6,7 @@
 
 namespace tv {
 
+constexpr uint32_t kPinColour = 0x29C5FF; ///< of its digits
 constexpr const char* kSetUp = "Set up with your phone";
 
 /// Names are between the marks that keep their direction apart from the sentence's, the catalogue's and the

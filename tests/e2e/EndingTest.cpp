@@ -7,24 +7,23 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
 
 namespace fs = std::filesystem;
-using tv::Answer;
 using tv::waitUntil;
+using Names = std::vector<std::string>;
 
 constexpr int kDisplayLost = 3;
 
 class AnEnd : public tv::TvTest {
 protected:
     /// @return the files that are there only while the program runs
-    std::vector<std::string> traces() const
+    Names traces() const
     {
-        std::vector<std::string> found;
+        Names found;
         for (const char* folder : {"apps", "app-control"}) {
             std::error_code ignored;
             for (const auto& entry : fs::directory_iterator(box.folders.runtime() / folder, ignored)) {
@@ -46,7 +45,7 @@ protected:
             SCOPED_TRACE(signal);
             box.daemon->forget();
             ASSERT_TRUE(bringAbout());
-            ASSERT_NE(traces(), std::vector<std::string> {}) << "it has not begun";
+            ASSERT_NE(traces(), Names {}) << "it has not begun";
             const auto begin = std::chrono::steady_clock::now();
             box.program->signal(signal);
             EXPECT_TRUE(box.program->endsWith(0));
@@ -55,21 +54,16 @@ protected:
             quickest = std::min(quickest, took);
             display().signal(SIGCONT);
             bus().goOn();
-            box.daemon->release();
-            EXPECT_EQ(traces(), std::vector<std::string> {});
+            box.daemon->behave(tv::kWilling);
+            EXPECT_EQ(traces(), Names {});
         }
         EXPECT_LT(quickest.count(), 1);
-    }
-
-    bool isToldTo(const char* call) const
-    {
-        return waitUntil([&] { return box.daemon->received(call); });
     }
 
     /// Launches the program. @return whether it comes to where it asks for its display
     bool launch()
     {
-        box.program = box.launch({"LAUNCH_MODE=POPUP"});
+        box.program = box.launch();
         return waitUntil([&] { return !traces().empty(); });
     }
 };
@@ -125,29 +119,27 @@ TEST_F(AnEndAskedFor, ComesWhileAFileIsAPipeThatNobodyFills)
 
 TEST_F(AnEndAskedFor, ComesWhileTheDaemonIsSilent)
 {
-    box.daemon->answer("ServerStarted", Answer::Held);
-    expectEnds([&] { return launch() && isToldTo("ServerStarted(true)"); });
-    box.daemon->answer("ServerStarted", Answer::Zero);
-    box.daemon->answer("StopTessel", Answer::Held);
     expectEnds([&] {
-        if (!box.start() || !box.show("ShowFailedPopup", {"pin"}))
-            return false;
+        box.daemon->behave(tv::kSilent);
+        return launch() && box.daemon->receives("ServerStarted true");
+    });
+    expectEnds([&] {
+        const bool isUp = box.start() && box.show("ShowFailedPopup", {"pin"});
+        box.daemon->behave(tv::kSilent);
         display().key("Return");
-        return isToldTo("StopTessel(true, false)");
+        return isUp && box.daemon->receives("StopTessel true false");
     });
 }
 
 class ALostScreen : public AnEnd {
 protected:
-    void expectLoss()
+    /// @param isOrderly  whether the loop can still run
+    void expectLoss(bool isOrderly)
     {
         EXPECT_TRUE(box.program->endsWith(kDisplayLost));
-        EXPECT_EQ(traces(), std::vector<std::string> {});
-        const auto& lines = box.program->errors();
-        EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
-                      [](const std::string& line) { return line.rfind("org.orbis.tessel-UI: ", 0) == 0; }),
-            1)
-            << "one message says why";
+        EXPECT_EQ(traces(), Names {});
+        EXPECT_EQ(box.program->logged("In CTesselUI::OnTerminate"), isOrderly);
+        EXPECT_EQ(box.program->lines("org.orbis.tessel-UI: ").size(), 1U) << "one message says why";
     }
 };
 
@@ -157,7 +149,7 @@ TEST_F(ALostScreen, EndsTheProgramWithAndWithoutAPopup)
     struct {
         const char* what;
         std::function<void()> lose;
-        bool isOrderly; ///< whether the loop can still run
+        bool isOrderly;
     } const losses[] = {
         {"window", [&] { display().destroyWindow(window); }, true},
         {"connection", [&] { display().disconnect(window); }, false},
@@ -175,8 +167,7 @@ TEST_F(ALostScreen, EndsTheProgramWithAndWithoutAPopup)
                 ASSERT_TRUE(box.screenIsPlain());
             }
             lose();
-            expectLoss();
-            EXPECT_EQ(box.program->logged("In CTesselUI::OnTerminate"), isOrderly);
+            expectLoss(isOrderly);
             if (!display().isUp()) {
                 display().start();
                 box.setVariable("DISPLAY", display().name());
@@ -195,8 +186,7 @@ TEST_F(ALostScreen, IsAlsoACompositorThatGoes)
         ASSERT_TRUE(box.request(method));
         weston.process().signal(SIGKILL);
         weston.process().waitForExit();
-        expectLoss();
-        EXPECT_TRUE(box.program->logged("In CTesselUI::OnTerminate")) << "the loop still ran";
+        expectLoss(true);
     }
 }
 

@@ -1,7 +1,6 @@
 /// Whole sessions of the simulator that comes with the program, played with real keys. Where a scenario
 /// pauses the viewer looks at the screen; the pauses themselves are left out.
 #include "Cards.h"
-#include "Simulator.h"
 #include "TvTest.h"
 
 #include <algorithm>
@@ -52,40 +51,26 @@ std::filesystem::path scenarioFolder()
     return std::filesystem::path(tv::TvBox::binary("..")) / "share/tessel/scenarios";
 }
 
-/// Runs the simulator in the place of the recorded daemon and plays its viewer.
-class AScenario : public tv::TvTest, public testing::WithParamInterface<std::pair<Session, const char*>> {
-protected:
-    void SetUp() override
-    {
-        box.daemon.reset();
-        const auto& [session, via] = GetParam();
-        m_simulator = std::make_unique<tv::Simulator>(
-            std::vector<std::string> {"--with-viewer", "--scenario", session.scenario, "--via", via},
-            box.environment());
-        // The program tells the daemon once that it is up; a daemon that comes later never hears of it.
-        ASSERT_TRUE(m_simulator->says("ready"));
-        box.program = box.launch({"LAUNCH_MODE=POPUP"});
-    }
-
-    std::unique_ptr<tv::Simulator> m_simulator;
-};
+class AScenario : public tv::TvTest, public testing::WithParamInterface<std::pair<Session, const char*>> { };
 
 TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
 {
     const std::string kPresses = "viewer press ";
     const auto& [session, via] = GetParam();
+    box.bringDaemon({"--with-viewer", "--scenario", session.scenario, "--via", via});
+    box.program = box.launch();
     auto look = session.looks.begin();
-    ptrdiff_t stops = 0;
-    for (std::string event; !(event = m_simulator->next()).empty();) {
+    int stops = 0;
+    for (std::string event; !(event = box.daemon->next()).empty();) {
         SCOPED_TRACE(event);
         EXPECT_NE(event.rfind("error", 0), 0U);
         if (event == "viewer looks") {
             ASSERT_NE(look, session.looks.end()) << "the scenario pauses more often than this test looks";
             ASSERT_TRUE(box.shows(*look++));
-            m_simulator->tell("");
+            box.daemon->tell("");
         } else if (event.rfind(kPresses, 0) == 0) {
             ASSERT_TRUE(box.press({event.substr(kPresses.size())}));
-            m_simulator->tell("");
+            box.daemon->tell("");
         } else if (event.rfind("received StopTessel", 0) == 0) {
             ++stops;
             EXPECT_TRUE(tv::waitUntil([&] { return box.settings.getInt(tv::kStartMode) == 5; }));
@@ -93,15 +78,13 @@ TEST_P(AScenario, ShowsTheViewerWhatItSaysAndEnds)
             EXPECT_EQ(box.settings.getInt(tv::kReady), atPin ? std::optional {1} : std::nullopt);
         }
     }
-    EXPECT_EQ(m_simulator->waitForExit(), 0) << testing::PrintToString(m_simulator->output());
-    EXPECT_EQ(m_simulator->errors(), std::vector<std::string> {});
+    EXPECT_EQ(box.daemon->waitForExit(), 0) << testing::PrintToString(box.daemon->output());
+    EXPECT_EQ(box.daemon->errors(), std::vector<std::string> {});
     EXPECT_EQ(look, session.looks.end());
     EXPECT_TRUE(box.program->endsWith(0));
     EXPECT_TRUE(box.screenIsPlain());
-    const auto lines = tv::readLines(scenarioFolder() / (session.scenario + std::string(".scenario")));
-    EXPECT_EQ(stops, std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
-        return line.rfind("wait StopTessel", 0) == 0;
-    }));
+    const auto text = tv::readFile(scenarioFolder() / (session.scenario + std::string(".scenario")));
+    EXPECT_EQ(stops, text.find("\nwait StopTessel") != std::string::npos ? 1 : 0);
     EXPECT_EQ(box.program->complaints(), std::vector<std::string> {});
 }
 

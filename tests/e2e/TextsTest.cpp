@@ -34,8 +34,9 @@ TEST_F(TextsFromOutside, OpenNoFileForgeNoLineOfTheLogAndLastNoLongerThanTheirPo
     for (const std::string& text : texts) {
         SCOPED_TRACE(text.substr(0, 40) + " (" + std::to_string(text.size()) + " bytes)");
         ASSERT_TRUE(box.request("ShowPinPopup", {text, "0042"}));
-        ASSERT_TRUE(display().waitForPicture([](const tv::Picture& now) { return now.count(0x29C5FF) > 0; }))
-            << "the phone's name took the PIN with it";
+        ASSERT_TRUE(display().waitForPicture([](const tv::Picture& now) {
+            return now.count(tv::kPinColour) > 0;
+        })) << "the phone's name took the PIN with it";
         ASSERT_TRUE(box.request("ShowPinPopup", {"Anna's phone", text}));
         ASSERT_TRUE(box.request("ShowFailedPopup", {text}));
         for (const char* method : {"ShowNetworkTest", "ShowSSOLoginPopup"}) {
@@ -71,13 +72,12 @@ TEST_F(TextsFromOutside, AreServedAlsoWhenNobodyReadsTheLog)
     }
     EXPECT_TRUE(box.shows({tv::kFailedCard}));
     box.program->listenToErrors(true);
-    const auto saysSo = [](const std::string& line) {
-        return line.find(" log lines were lost") != std::string::npos;
-    };
     ASSERT_TRUE(box.request("HidePopup"));
-    const auto& lines = box.program->errors();
-    EXPECT_TRUE(tv::waitUntil([&] { return std::any_of(lines.begin(), lines.end(), saysSo); }))
-        << "all lines were taken, or their loss is not told";
+    EXPECT_TRUE(tv::waitUntil([&] {
+        const auto warnings = box.program->lines("W/");
+        return std::any_of(warnings.begin(), warnings.end(),
+            [](const std::string& line) { return line.find(" log lines were lost") != std::string::npos; });
+    })) << "all lines were taken, or their loss is not told";
 
     box.program->listenToErrors(false);
     for (int round = 0; round < kRounds * 8; ++round)

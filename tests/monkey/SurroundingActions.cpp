@@ -8,23 +8,6 @@ namespace monkey {
 
 namespace {
 
-constexpr const char* kMethods[] = {"ServerStarted", "StopTessel"};
-
-struct Manner {
-    const char* name;
-    tv::Answer answer;
-};
-constexpr Manner kManners[] = {{"right", tv::Answer::Zero}, {"late", tv::Answer::Held},
-    {"refusing", tv::Answer::Refusal}, {"wrong", tv::Answer::WrongType}, {"leaving", tv::Answer::Vanish}};
-
-void answer(World& world, const Arguments& arguments)
-{
-    for (const Manner& manner : kManners) {
-        if (arguments[1] == manner.name)
-            world.answer(arguments[0], manner.answer);
-    }
-}
-
 void changeDaemon(World& world, const Arguments& arguments)
 {
     arguments[0] == "back" ? world.bringDaemon() : world.removeDaemon();
@@ -104,15 +87,14 @@ Arguments backOr(Random& random, std::initializer_list<const char*> others)
 
 const Actions& surroundingActions()
 {
+    constexpr static const char* kManners[] = {
+        tv::kWilling, "dawdle 0.3", tv::kRefusing, "wrong-type", "vanish"};
     constexpr static const char* kModes[] = {"0", "5", "99", "101", "-100", "100", "100"};
     constexpr static const char* kScreens[] = {"1920x1080", "1280x720", "800x600"};
     constexpr static const char* kSignals[] = {"1", "2", "15"};
     static const Actions actions {
-        {"answer", 6,
-            [](Random& random) {
-                return Arguments {random.pick(kMethods), random.pick(kManners).name};
-            },
-            answer},
+        {"answer", 6, [](Random& random) { return Arguments {random.pick(kManners)}; },
+            [](World& world, const Arguments& arguments) { world.answer(arguments[0]); }},
         {"daemon", 3, [](Random& random) { return backOr(random, {"gone"}); }, changeDaemon},
         {"bus", 1, [](Random& random) { return Arguments {random.numberBelow(1500)}; }, bus},
         {"folders", 3,

@@ -12,14 +12,12 @@ constexpr const char* kGone = ".gone";
 
 } // namespace
 
-void World::answer(const std::string& method, tv::Answer how)
+void World::answer(const std::string& how)
 {
-    if (!box.daemon)
+    if (!box.daemon || !box.daemon->running())
         return;
-    box.daemon->answer(method, how);
-    m_daemonIsWilling = m_daemonIsWilling && (how == tv::Answer::Zero || how == tv::Answer::Refusal);
-    if (how == tv::Answer::Zero)
-        m_daemonIsWilling = true;
+    box.daemon->behave(how);
+    m_daemonIsWilling = how == tv::kWilling || (m_daemonIsWilling && how == tv::kRefusing);
 }
 
 void World::removeDaemon()
@@ -32,8 +30,7 @@ void World::bringDaemon()
 {
     if (!m_busIsUp)
         return;
-    box.daemon.reset();
-    box.daemon = std::make_unique<tv::Daemon>(m_bus.address());
+    box.bringDaemon();
     m_daemonIsWilling = true;
 }
 

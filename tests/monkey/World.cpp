@@ -21,11 +21,6 @@ constexpr long kMostDescriptors = 120;
 constexpr const char* kReports[] = {"ERROR: AddressSanitizer", "runtime error: ", "ERROR: LeakSanitizer",
     "AddressSanitizer:DEADLYSIGNAL", "terminate called", "Assertion `"};
 
-std::filesystem::path probeOf(const tv::TvBox& box)
-{
-    return box.folders.root() / "screen-probe";
-}
-
 size_t memoryOf(int pid)
 {
     const std::string status = tv::readFile("/proc/" + std::to_string(pid) + "/status");
@@ -40,13 +35,13 @@ long descriptorsOf(int pid)
     return gone ? 0 : std::distance(begin(all), end(all));
 }
 
-/// @return the processes that live in these folders
-std::string processesIn(const std::filesystem::path& root)
+/// @return the processes that live in these folders, but for the daemon
+std::string processesIn(const std::filesystem::path& root, int daemon)
 {
     std::string found;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const std::string name = entry.path().filename();
-        if (name.find_first_not_of("0123456789") == std::string::npos
+        if (name.find_first_not_of("0123456789") == std::string::npos && name != std::to_string(daemon)
             && tv::readFile(entry.path() / "environ").find("ORBIS_STATE_DIR=" + root.string() + "/")
                 != std::string::npos)
             found += name + " ";
@@ -80,8 +75,6 @@ void World::makeReady()
     bringManager();
     resizeScreen(tv::Display::kScreen.width, tv::Display::kScreen.height);
     box.daemon->forget();
-    for (const char* method : {"ServerStarted", "StopTessel"})
-        answer(method, tv::Answer::Zero);
     box.settings.setInt(tv::kStartMode, 0);
     m_daemonIsWilling = true;
     m_folderWasGone = false;
@@ -101,8 +94,6 @@ void World::check()
     if (!box.program)
         return;
     tv::stays([] { return true; }, kBreath);
-    if (box.daemon)
-        box.daemon->release();
     readReports();
     if (isRunning())
         checkLiving();
@@ -143,9 +134,7 @@ void World::checkLiving()
     std::string shown;
     const bool isWell = waitUntil(
         [&] {
-            if (box.daemon)
-                box.daemon->release();
-            const auto screen = tv::askProbe(probeOf(box));
+            const auto screen = tv::askProbe(box.probeSocket());
             if (screen) {
                 wrong = whatIsWrongWith(*screen);
                 shown = ": " + screen->description();
@@ -183,11 +172,10 @@ void World::checkEnd()
 {
     checkStatus();
     const int pid = box.program->pid();
-    const auto gone = [&] { return !box.folders.appStatus(tv::kPackage) && !display.visibleWindow(pid); };
-    if (!waitUntil(gone))
-        throw Fault(
-            "after its end there is still its " + box.folders.appStatus(tv::kPackage).value_or("window"));
-    const std::string processes = processesIn(box.folders.root());
+    const auto entry = box.folders.appStatus(tv::kPackage);
+    if (!waitUntil([&] { return !std::filesystem::exists(entry) && !display.visibleWindow(pid); }))
+        throw Fault("after its end there is still its " + (exists(entry) ? entry.string() : "window"));
+    const std::string processes = processesIn(box.folders.root(), box.daemon ? box.daemon->pid() : 0);
     if (!processes.empty())
         throw Fault("after its end there are still processes: " + processes);
     box.program.reset();
@@ -196,14 +184,7 @@ void World::checkEnd()
 void World::mustEnd(const char* reason)
 {
     m_mayEnd = true;
-    const bool ended = waitUntil(
-        [this] {
-            if (box.daemon)
-                box.daemon->release();
-            return !isRunning();
-        },
-        kPatience);
-    if (!ended)
+    if (!waitUntil([this] { return !isRunning(); }, kPatience))
         throw Fault(std::string("it does not end after ") + reason);
 }
 
@@ -219,9 +200,8 @@ void World::request(const std::string& method, const Arguments& texts, size_t ti
         return;
     for (size_t i = before; i < before + times && isRunning(); ++i) {
         const auto& replies = box.daemon->replies();
-        if (i >= replies.size() || replies[i].value != "(0,)")
-            throw Fault(
-                method + " is answered with \"" + (i < replies.size() ? replies[i].error : "") + "\"");
+        if (i >= replies.size() || replies[i] != tv::kTaken)
+            throw Fault(method + " is answered with \"" + (i < replies.size() ? replies[i] : "") + "\"");
     }
 }
 
@@ -239,9 +219,9 @@ void World::launch()
         return;
     }
     checkStatus();
-    const std::string bus = box.daemon && m_busIsUp ? box.daemon->busAddress() : "";
+    const bool isFound = box.daemon && m_busIsUp;
     const bool serves = waitUntil(
-        [&] { return !other->running() || bus.empty() || box.daemon->findsUi(other->pid()); }, kPatience);
+        [&] { return !other->running() || !isFound || box.daemon->findsUi(other->pid()); }, kPatience);
     if (!serves || !other->running())
         throw Fault(wasEnding ? "a launch while the program was closing is lost" : "both launches end");
     box.program = std::move(other);

@@ -38,7 +38,7 @@ public:
     void launch();
 
     /// Sets how the daemon answers.
-    void answer(const std::string& method, tv::Answer how);
+    void answer(const std::string& how);
     void removeDaemon();
     void bringDaemon();
     void killBus();

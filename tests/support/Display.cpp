@@ -15,6 +15,7 @@ constexpr Milliseconds kRest {250};
 void Display::start()
 {
     m_manager.reset();
+    m_screen = kScreen;
     // A white background tells a dimmed screen from a plain one.
     m_server = std::make_unique<Process>(
         std::vector<std::string> {"Xvfb", "-displayfd", "1", "-screen", "0", "1920x1080x24", "-wr",
@@ -74,6 +75,7 @@ void Display::resize(int width, int height)
     outputOf({"xrandr", "--addmode", "screen", mode}, environment());
     if (!outputOf({"xrandr", "--output", "screen", "--mode", mode}, environment()))
         throw std::runtime_error("the screen does not take the size " + mode);
+    m_screen = {0, 0, width, height};
 }
 
 std::optional<Geometry> Display::visibleWindow(int pid) const
@@ -108,7 +110,7 @@ bool Display::hasKeys(int pid) const
 
 Picture Display::picture() const
 {
-    return readWindowDump(m_folders.root() / "Xvfb_screen0");
+    return readWindowDump(m_folders.root() / "Xvfb_screen0", m_screen);
 }
 
 Picture Display::settledPicture() const

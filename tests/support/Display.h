@@ -71,6 +71,7 @@ private:
     Folders m_folders;
     std::unique_ptr<Process> m_server;
     std::string m_name;
+    Geometry m_screen = kScreen;
     std::unique_ptr<Process> m_manager; // goes before the server it talks to
     Picture m_plain;
 };

@@ -1,10 +1,10 @@
 #include "Folders.h"
 
 #include "Handles.h"
-#include "vconf.h"
 
 #include <cstdlib>
 #include <fstream>
+#include <glib/gstdio.h>
 #include <sstream>
 #include <stdexcept>
 
@@ -21,17 +21,12 @@ constexpr const char* kPassedOn[] = {
 
 Folders::Folders()
 {
-    base::ErrorPtr error;
-    GError* raw = nullptr;
-    const base::GStr path(g_dir_make_tmp("tessel-test-XXXXXX", &raw));
-    error.reset(raw);
+    const base::GStr path(g_dir_make_tmp("tessel-test-XXXXXX", nullptr));
     if (!path)
-        throw std::runtime_error(error->message);
+        throw std::runtime_error("no folder for a test can be made");
     m_root = path.get();
-    for (const fs::path& folder : {state(), runtime(), home(), session()}) {
-        fs::create_directory(folder);
-        fs::permissions(folder, fs::perms::owner_all);
-    }
+    for (const fs::path& folder : {state(), runtime(), home(), session()})
+        g_mkdir(folder.c_str(), S_IRWXU);
 }
 
 Folders::~Folders()
@@ -55,20 +50,6 @@ std::vector<std::string> Folders::environment() const
             result.push_back(std::string(name) + "=" + value);
     }
     return result;
-}
-
-void Folders::setAppStatus(const std::string& package, long pid, int status) const
-{
-    fs::create_directories(runtime() / "apps");
-    writeFile(runtime() / "apps" / package, std::to_string(pid) + " " + std::to_string(status));
-}
-
-std::optional<std::string> Folders::appStatus(const std::string& package) const
-{
-    const fs::path file = runtime() / "apps" / package;
-    if (!fs::exists(file))
-        return std::nullopt;
-    return readFile(file);
 }
 
 std::string readFile(const fs::path& path)
@@ -100,29 +81,6 @@ Settings::Settings(const Folders& folders)
 {
     g_setenv("ORBIS_STATE_DIR", folders.state().c_str(), TRUE);
     g_setenv("ORBIS_RUNTIME_DIR", folders.runtime().c_str(), TRUE);
-}
-
-bool Settings::setInt(const char* key, int value) const
-{
-    return vconf_set_int(key, value) == VCONF_OK;
-}
-
-bool Settings::setText(const char* key, const std::string& value) const
-{
-    return vconf_set_str(key, value.c_str()) == VCONF_OK;
-}
-
-std::optional<int> Settings::getInt(const char* key) const
-{
-    int value = 0;
-    if (vconf_get_int(key, &value) != VCONF_OK)
-        return std::nullopt;
-    return value;
-}
-
-bool Settings::remove(const char* key) const
-{
-    return vconf_unset(key) == VCONF_OK;
 }
 
 } // namespace tv

@@ -2,6 +2,8 @@
 #ifndef TESSEL_TESTS_FOLDERS_H
 #define TESSEL_TESTS_FOLDERS_H
 
+#include "vconf.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -26,10 +28,8 @@ public:
     /// only the search path and what sanitizers and the dynamic linker need.
     std::vector<std::string> environment() const;
 
-    /// Writes the status of an application ("PID STATUS"), as that application would.
-    void setAppStatus(const std::string& package, long pid, int status) const;
-    /// @return the status entry of an application, nothing when there is none
-    std::optional<std::string> appStatus(const std::string& package) const;
+    /// @return the file in which an application tells its status
+    std::filesystem::path appStatus(const std::string& package) const { return runtime() / "apps" / package; }
 
 private:
     std::filesystem::path m_root;
@@ -47,10 +47,17 @@ public:
     /// Makes @p folders the ones that this process's store works on.
     explicit Settings(const Folders& folders);
 
-    bool setInt(const char* key, int value) const;
-    bool setText(const char* key, const std::string& value) const;
-    std::optional<int> getInt(const char* key) const;
-    bool remove(const char* key) const;
+    bool setInt(const char* key, int value) const { return vconf_set_int(key, value) == VCONF_OK; }
+    bool setText(const char* key, const std::string& value) const
+    {
+        return vconf_set_str(key, value.c_str()) == VCONF_OK;
+    }
+    std::optional<int> getInt(const char* key) const
+    {
+        int value = 0;
+        return vconf_get_int(key, &value) == VCONF_OK ? std::optional(value) : std::nullopt;
+    }
+    bool remove(const char* key) const { return vconf_unset(key) == VCONF_OK; }
 };
 
 } // namespace tv

@@ -31,8 +31,6 @@ public:
         if (m_id)
             g_source_remove(m_id);
     }
-    /// Forgets a source that removes itself by what its callback returns.
-    void forget() { m_id = 0; }
 
 private:
     guint m_id;

@@ -3,7 +3,6 @@
 #include "Folders.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <numeric>
@@ -24,36 +23,12 @@ size_t Picture::differences(const Picture& other) const
         pixels.begin(), pixels.end(), other.pixels.begin(), size_t {0}, std::plus<>(), std::not_equal_to<>());
 }
 
-size_t Picture::count(uint32_t colour, int tolerance) const
+size_t Picture::count(uint32_t colour) const
 {
-    const auto differs = [=](uint32_t pixel, int shift) {
-        return std::abs(static_cast<int>(pixel >> shift & 0xFF) - static_cast<int>(colour >> shift & 0xFF))
-            > tolerance;
-    };
-    return static_cast<size_t>(std::count_if(pixels.begin(), pixels.end(),
-        [&](uint32_t pixel) { return !differs(pixel, 0) && !differs(pixel, 8) && !differs(pixel, 16); }));
+    return static_cast<size_t>(std::count(pixels.begin(), pixels.end(), colour));
 }
 
-Geometry Picture::surrounding(uint32_t colour, int width, int height) const
-{
-    int left = width;
-    int right = -1;
-    int top = height;
-    int bottom = -1;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            if (pixels[static_cast<size_t>(y * 1920 + x)] != colour)
-                continue;
-            left = std::min(left, x);
-            right = std::max(right, x);
-            top = std::min(top, y);
-            bottom = y;
-        }
-    }
-    return right < 0 ? Geometry {} : Geometry {left, top, right - left + 1, bottom - top + 1};
-}
-
-Picture readWindowDump(const std::filesystem::path& file)
+Picture readWindowDump(const std::filesystem::path& file, const Geometry& screen)
 {
     const std::string data = readFile(file);
     Picture picture;
@@ -62,8 +37,11 @@ Picture readWindowDump(const std::filesystem::path& file)
     if (data.size() < size)
         throw std::runtime_error("no window dump of a whole screen: " + file.string());
     std::memcpy(picture.pixels.data(), &data[data.size() - size], size);
-    for (uint32_t& pixel : picture.pixels)
-        pixel &= 0xFFFFFF; // the fourth byte says nothing
+    for (size_t i = 0; i < picture.pixels.size(); ++i) {
+        const bool isSeen =
+            i % 1920 < static_cast<size_t>(screen.width) && i / 1920 < static_cast<size_t>(screen.height);
+        picture.pixels[i] &= isSeen ? 0xFFFFFF : 0; // the fourth byte says nothing
+    }
     return picture;
 }
 

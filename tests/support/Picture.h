@@ -25,18 +25,16 @@ struct Picture {
 
     /// @return how many pixels differ
     size_t differences(const Picture& other) const;
-    /// @return how many pixels have this colour, or one whose parts differ from it by that much
-    size_t count(uint32_t colour, int tolerance = 0) const;
-    /// @return what surrounds the pixels of this colour in the upper left corner of this size; no width when
-    /// there are none
-    Geometry surrounding(uint32_t colour, int width = 1920, int height = 1080) const;
+    /// @return how many pixels have this colour
+    size_t count(uint32_t colour) const;
     bool operator==(const Picture& other) const { return pixels == other.pixels; }
     bool operator!=(const Picture& other) const { return pixels != other.pixels; }
 };
 
-/// Reads an X window dump of a whole screen, 32 bits a pixel, lowest byte first.
+/// Reads an X window dump of a whole screen, 32 bits a pixel, lowest byte first; what lies beside @p screen
+/// is black.
 /// @throws std::runtime_error for one that is too short
-Picture readWindowDump(const std::filesystem::path& file);
+Picture readWindowDump(const std::filesystem::path& file, const Geometry& screen);
 
 } // namespace tv
 

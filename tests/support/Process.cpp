@@ -1,8 +1,5 @@
 #include "Process.h"
 
-#include <glib-unix.h>
-
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <stdexcept>
@@ -32,8 +29,11 @@ void dieWithParent(gpointer /*data*/)
 
 void LineReader::open(int descriptor)
 {
-    m_descriptor = descriptor;
-    g_unix_set_fd_nonblocking(descriptor, TRUE, nullptr);
+    m_channel.reset(g_io_channel_unix_new(descriptor));
+    g_io_channel_set_close_on_unref(m_channel.get(), TRUE);
+    g_io_channel_set_encoding(m_channel.get(), nullptr, nullptr);
+    g_io_channel_set_flags(m_channel.get(), G_IO_FLAG_NONBLOCK, nullptr);
+    g_io_channel_set_line_term(m_channel.get(), "\n", 1);
     listen(true);
 }
 
@@ -41,52 +41,29 @@ void LineReader::listen(bool on)
 {
     constexpr auto kAnything = static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR);
     m_source =
-        on && !isAtEnd() ? Source(g_unix_fd_add(m_descriptor, kAnything, on_readable, this)) : Source();
+        on && m_channel ? Source(g_io_add_watch(m_channel.get(), kAnything, on_readable, this)) : Source();
 }
 
-gboolean LineReader::on_readable(gint /*descriptor*/, GIOCondition /*condition*/, gpointer self)
+gboolean LineReader::on_readable(GIOChannel* /*channel*/, GIOCondition /*condition*/, gpointer self)
 {
-    auto* reader = static_cast<LineReader*>(self);
-    reader->drain();
-    if (reader->m_descriptor >= 0)
-        return G_SOURCE_CONTINUE;
-    reader->m_source.forget();
-    return G_SOURCE_REMOVE;
+    static_cast<LineReader*>(self)->drain();
+    return G_SOURCE_CONTINUE;
 }
 
 void LineReader::drain()
 {
-    std::array<char, 65536> bytes;
-    while (m_descriptor >= 0) {
-        const ssize_t count = read(m_descriptor, bytes.data(), bytes.size());
-        if (count > 0)
-            take(bytes.data(), static_cast<size_t>(count));
-        else if (count < 0 && errno == EINTR)
-            continue;
-        else if (count < 0 && errno == EAGAIN)
-            return;
-        else
-            close();
+    GIOStatus status = G_IO_STATUS_NORMAL;
+    while (m_channel && status == G_IO_STATUS_NORMAL) {
+        gchar* line = nullptr;
+        gsize end = 0;
+        status = g_io_channel_read_line(m_channel.get(), &line, nullptr, &end, nullptr);
+        if (const base::GStr owner {line})
+            m_lines.emplace_back(line, end);
     }
-}
-
-void LineReader::take(const char* bytes, size_t count)
-{
-    m_rest.append(bytes, count);
-    size_t begin = 0;
-    for (size_t end; (end = m_rest.find('\n', begin)) != std::string::npos; begin = end + 1)
-        m_lines.push_back(m_rest.substr(begin, end - begin));
-    m_rest.erase(0, begin);
-}
-
-void LineReader::close()
-{
-    if (m_descriptor < 0)
+    if (status == G_IO_STATUS_AGAIN)
         return;
-    ::close(m_descriptor);
-    m_descriptor = -1;
-    if (!m_rest.empty())
-        m_lines.push_back(std::exchange(m_rest, {}));
+    m_source = Source();
+    m_channel.reset();
 }
 
 Process::Process(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
@@ -116,7 +93,7 @@ Process::~Process()
 void Process::on_exit(GPid /*pid*/, gint waitStatus, gpointer self)
 {
     auto* process = static_cast<Process*>(self);
-    process->m_watch.forget();
+    process->m_watch = Source(); // it has come, and goes by itself
     process->m_output.drain();
     process->m_errors.drain();
     process->m_status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
@@ -128,9 +105,8 @@ void Process::signal(int number) const
         kill(m_pid, number);
 }
 
-void Process::tell(const std::string& line) const
+void Process::type(const std::string& text) const
 {
-    const std::string text = line + "\n";
     // A program that has ended is found out by whoever waits for its answer.
     std::signal(SIGPIPE, SIG_IGN);
     if (write(m_input, text.data(), text.size()) < 0 && errno != EPIPE)

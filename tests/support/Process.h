@@ -11,30 +11,21 @@
 
 namespace tv {
 
-/// Collects the lines that arrive on a pipe or socket; owns its descriptor.
+/// Collects the lines that arrive on a pipe; owns its descriptor.
 class LineReader {
 public:
-    LineReader() = default;
-    ~LineReader() { close(); }
-    LineReader(const LineReader&) = delete;
-    LineReader& operator=(const LineReader&) = delete;
-
     void open(int descriptor);
     /// Whether lines are taken when they come. What nobody takes makes whoever writes wait.
     void listen(bool on);
     /// Takes in whatever has arrived, without waiting.
     void drain();
-    bool isAtEnd() const { return m_descriptor < 0; }
     const std::vector<std::string>& lines() const { return m_lines; }
 
 private:
-    static gboolean on_readable(gint descriptor, GIOCondition condition, gpointer self);
-    void take(const char* bytes, size_t count);
-    void close();
+    static gboolean on_readable(GIOChannel* channel, GIOCondition condition, gpointer self);
 
     std::vector<std::string> m_lines;
-    int m_descriptor = -1;
-    std::string m_rest; ///< the line that has not ended yet
+    base::CHandle<GIOChannel, g_io_channel_unref> m_channel; ///< null when nothing can come any more
     Source m_source; // declared last: no callback outlives what it fills
 };
 
@@ -54,14 +45,20 @@ public:
     bool running() const { return !m_status; }
     /// @return the exit status, 128 + N when signal N ended it, nothing while it runs
     std::optional<int> status() const { return m_status; }
-    const std::vector<std::string>& output() const { return m_output.lines(); }
+    /// @return its lines so far, those that have just arrived, too
+    const std::vector<std::string>& output() const
+    {
+        m_output.drain();
+        return m_output.lines();
+    }
     const std::vector<std::string>& errors() const { return m_errors.lines(); }
     /// Whether somebody reads the program's standard error, as from the start.
     void listenToErrors(bool on) { m_errors.listen(on); }
 
     void signal(int number) const;
-    /// Writes a line to the program's standard input, which stays open as long as this object.
-    void tell(const std::string& line) const;
+    /// Writes to the program's standard input, which stays open as long as this object.
+    void type(const std::string& text) const;
+    void tell(const std::string& line) const { type(line + "\n"); }
     /// @return the exit status, or nothing when it still runs after @p limit
     std::optional<int> waitForExit(Milliseconds limit = kLimit) const;
 
@@ -71,7 +68,7 @@ private:
     GPid m_pid = 0;
     int m_input = -1;
     std::optional<int> m_status;
-    LineReader m_output;
+    mutable LineReader m_output;
     LineReader m_errors;
     Source m_watch;
 };

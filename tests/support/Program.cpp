@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <iterator>
 
 namespace tv {
 
@@ -14,13 +15,11 @@ constexpr size_t kLinesShown = 40;
 /// @return the message of a log line, nothing for any other line
 std::optional<std::string> messageOf(const std::string& line)
 {
-    if (line.compare(1, kTag.size(), kTag) != 0)
+    if (line.size() < kTag.size() || line.compare(1, kTag.size(), kTag) != 0)
         return std::nullopt;
     const size_t names = line.find(") > [");
     const size_t end = names == std::string::npos ? names : line.find("] ", names);
-    if (end == std::string::npos)
-        return std::nullopt;
-    return line.substr(end + 2);
+    return end == std::string::npos ? std::nullopt : std::optional(line.substr(end + 2));
 }
 
 bool matches(const std::string& message, std::string_view expected)
@@ -31,21 +30,18 @@ bool matches(const std::string& message, std::string_view expected)
     return message.compare(0, expected.size(), expected) == 0;
 }
 
-bool contains(const std::string& line, const char* part)
+bool hasOneOf(const std::string& line, const std::vector<const char*>& parts)
 {
-    return line.find(part) != std::string::npos;
+    return std::any_of(
+        parts.begin(), parts.end(), [&](const char* part) { return line.find(part) != std::string::npos; });
 }
 
-/// Says only that the machine was busy: a thread of the toolkit did not get its turn in time.
-bool isLateness(const std::string& line)
+template <typename Condition>
+std::vector<std::string> those(const std::vector<std::string>& lines, const Condition& condition)
 {
-    return contains(line, "timeout waiting for async rendering") || contains(line, "should have slept");
-}
-
-bool isReport(const std::string& line)
-{
-    return contains(line, "ERROR: AddressSanitizer") || contains(line, "ERROR: LeakSanitizer")
-        || contains(line, ": runtime error: ");
+    std::vector<std::string> result;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(result), condition);
+    return result;
 }
 
 } // namespace
@@ -57,20 +53,18 @@ Program::~Program()
     signal(SIGTERM);
     waitForExit();
 #endif
-    std::string report;
-    for (auto line = std::find_if(errors().begin(), errors().end(), isReport); line != errors().end(); ++line)
-        report += *line + "\n";
-    if (!report.empty())
-        ADD_FAILURE() << report;
+    EXPECT_EQ(those(errors(),
+                  [](auto& line) {
+                      return hasOneOf(
+                          line, {"ERROR: AddressSanitizer", "ERROR: LeakSanitizer", ": runtime error: "});
+                  }),
+        std::vector<std::string> {});
 }
 
 const std::vector<std::string>& Program::log() const
 {
     for (; m_parsed < errors().size(); ++m_parsed) {
-        const std::string& line = errors()[m_parsed];
-        if (line.empty())
-            continue;
-        if (auto message = messageOf(line))
+        if (auto message = messageOf(errors()[m_parsed]))
             m_log.push_back(std::move(*message));
     }
     return m_log;
@@ -87,9 +81,7 @@ size_t Program::count(std::string_view message, size_t from) const
 testing::AssertionResult Program::waitForLog(std::string_view message, size_t from) const
 {
     waitUntil([&] { return logged(message, from) || !running(); });
-    if (logged(message, from))
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure()
+    return testing::AssertionResult(logged(message, from))
         << "the log never said \"" << message << "\"" << (running() ? "" : "; the program has ended");
 }
 
@@ -97,11 +89,10 @@ testing::AssertionResult Program::logsInOrder(const std::vector<std::string>& me
 {
     const auto& all = log();
     auto at = all.begin() + static_cast<std::ptrdiff_t>(std::min(from, all.size()));
-    for (size_t i = 0; i < messages.size(); ++i) {
-        at = std::find_if(at, all.end(), [&](const std::string& one) { return matches(one, messages[i]); });
+    for (const std::string& message : messages) {
+        at = std::find_if(at, all.end(), [&](const std::string& one) { return matches(one, message); });
         if (at == all.end())
-            return testing::AssertionFailure() << "the log does not say \"" << messages[i] << "\" after \""
-                                               << (i ? messages[i - 1] : "(the beginning)") << "\"";
+            return testing::AssertionFailure() << "the log does not say \"" << message << "\", or too early";
         ++at;
     }
     return testing::AssertionSuccess();
@@ -110,23 +101,23 @@ testing::AssertionResult Program::logsInOrder(const std::vector<std::string>& me
 testing::AssertionResult Program::endsWith(int expected) const
 {
     const auto actual = waitForExit();
-    if (actual == expected)
-        return testing::AssertionSuccess();
-    if (!actual)
-        return testing::AssertionFailure() << "the program still runs";
-    return testing::AssertionFailure() << "the program ended with " << *actual << ", not " << expected;
+    return testing::AssertionResult(actual == expected)
+        << (actual ? "the program ended with " + std::to_string(*actual)
+                   : std::string("the program still runs"));
 }
 
 std::vector<std::string> Program::complaints() const
 {
-    std::vector<std::string> result;
-    for (const std::string& line : errors()) {
-        for (const char* mark : {"ERR<", "CRI<", "-CRITICAL **", "-WARNING **"}) {
-            if (contains(line, mark) && !isLateness(line))
-                result.push_back(line);
-        }
-    }
-    return result;
+    return those(errors(), [](auto& line) {
+        // That a thread of the toolkit did not get its turn in time says only that the machine was busy.
+        return hasOneOf(line, {"ERR<", "CRI<", "-CRITICAL **", "-WARNING **"})
+            && !hasOneOf(line, {"timeout waiting for async rendering", "should have slept"});
+    });
+}
+
+std::vector<std::string> Program::lines(std::string_view beginning) const
+{
+    return those(errors(), [&](auto& line) { return line.compare(0, beginning.size(), beginning) == 0; });
 }
 
 std::string Program::tail() const

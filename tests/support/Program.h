@@ -36,6 +36,8 @@ public:
 
     /// @return what the libraries below the program reported as errors; each is a misuse of theirs
     std::vector<std::string> complaints() const;
+    /// @return the lines on standard error that begin so
+    std::vector<std::string> lines(std::string_view beginning) const;
     /// @return the last lines on standard error, for a failure's message
     std::string tail() const;
 

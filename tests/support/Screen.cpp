@@ -1,12 +1,9 @@
 #include "Screen.h"
 
-#include "Process.h"
+#include "Wait.h"
+#include "base/GlibHandles.h"
 
-#include <sstream>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
+#include <gio/gunixsocketaddress.h>
 
 namespace tv {
 
@@ -20,10 +17,9 @@ void take(const std::string& name, const std::string& value, Screen& screen)
     else if (name == "leftover")
         screen.leftover = std::stoi(value);
     else if (name == "pictures")
-        screen.pictures = std::stoi(value);
-    else if (name == "drawn")
-        std::istringstream(value) >> screen.drawn.x >> screen.drawn.y >> screen.drawn.width
-            >> screen.drawn.height;
+        screen.pictures = std::stol(value);
+    else if (name == "pixels")
+        screen.pixels = std::stol(value);
     else if (name == "popup")
         screen.cards.push_back({value, {}, {}, {}});
     else if (name == "text" && !value.empty())
@@ -32,18 +28,6 @@ void take(const std::string& name, const std::string& value, Screen& screen)
         screen.cards.back().buttons.push_back(value);
     else if (name == "focus")
         screen.cards.back().focus = value;
-}
-
-int connectTo(const std::string& path)
-{
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    if (descriptor >= 0 && connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
-        return descriptor;
-    close(descriptor);
-    return -1;
 }
 
 } // namespace
@@ -74,25 +58,24 @@ std::string Screen::description() const
 
 std::optional<Screen> askProbe(const std::string& socket)
 {
-    const int descriptor = connectTo(socket);
-    if (descriptor < 0)
+    const base::GObjectPtr<GSocketClient> client(g_socket_client_new());
+    g_socket_client_set_timeout(client.get(), static_cast<guint>(kLimit / std::chrono::seconds(1)));
+    const base::GObjectPtr<GSocketAddress> address(g_unix_socket_address_new(socket.c_str()));
+    const base::GObjectPtr<GSocketConnection> connection(
+        g_socket_client_connect(client.get(), G_SOCKET_CONNECTABLE(address.get()), nullptr, nullptr));
+    if (!connection)
         return std::nullopt;
-    // The program may be waiting for a daemon that lives in this process.
-    LineReader answer;
-    answer.open(descriptor);
-    if (!waitUntil([&] { return answer.isAtEnd(); }) || answer.lines().empty())
-        return std::nullopt;
-    Screen screen;
-    for (const std::string& line : answer.lines()) {
+    const base::GObjectPtr<GDataInputStream> answer(
+        g_data_input_stream_new(g_io_stream_get_input_stream(G_IO_STREAM(connection.get()))));
+    std::optional<Screen> screen;
+    while (const base::GStr raw {g_data_input_stream_read_line(answer.get(), nullptr, nullptr, nullptr)}) {
+        const std::string line = raw.get();
         const size_t blank = line.find(' ');
-        take(line.substr(0, blank), line.substr(blank + 1), screen);
+        if (!screen)
+            screen.emplace();
+        take(line.substr(0, blank), line.substr(blank + 1), *screen);
     }
     return screen;
-}
-
-std::optional<Screen> askProbeWhenDrawn(const std::string& socket)
-{
-    return askProbe(socket + ".drawn");
 }
 
 } // namespace tv

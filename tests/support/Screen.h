@@ -2,10 +2,9 @@
 #ifndef TESSEL_TESTS_SCREEN_H
 #define TESSEL_TESTS_SCREEN_H
 
-#include "Picture.h"
-
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tv {
@@ -19,8 +18,8 @@ struct Card {
 
     bool operator==(const Card& other) const
     {
-        return title == other.title && texts == other.texts && buttons == other.buttons
-            && focus == other.focus;
+        return std::tie(title, texts, buttons, focus)
+            == std::tie(other.title, other.texts, other.buttons, other.focus);
     }
 };
 
@@ -28,8 +27,8 @@ struct Screen {
     bool visible = false; ///< the window
     int leftover = 0; ///< hidden popups, and buttons that are in no visible popup
     std::vector<Card> cards; ///< lowest first
-    int pictures = 0; ///< how many were drawn since the screen was asked for last
-    Geometry drawn; ///< what is around all that was drawn in them; no width when that was nothing
+    long pictures = 0; ///< how many were drawn since the screen was asked for last
+    long pixels = 0; ///< how many were drawn in them
 
     /// @return whether it shows these cards, lowest first, and nothing is left over; none: no window either
     bool shows(const std::vector<Card>& expected) const;
@@ -39,11 +38,10 @@ struct Screen {
 /// A line for each.
 std::string describe(const std::vector<Card>& cards);
 
-/// Asks the probe that listens at @p socket, while GLib's main context runs.
+/// Asks the probe that listens at @p socket. It answers once the program has dealt with all that had come to
+/// it before and has drawn what that changed.
 /// @return nothing when the program does not answer
 std::optional<Screen> askProbe(const std::string& socket);
-/// The same, once the program has dealt with all that had come to it before and has drawn what that changed.
-std::optional<Screen> askProbeWhenDrawn(const std::string& socket);
 
 } // namespace tv
 

@@ -1,13 +1,12 @@
 /// Tells what a program of the toolkit has on the screen. To be preloaded into the program: it stands before
 /// the toolkit's elm_run(), and then answers every connection to the socket SCREEN_PROBE with the fields
-/// below, each line a name, a blank and a value. A text is what the viewer reads, without markup. A
-/// connection to SCREEN_PROBE with ".drawn" behind it is answered when what was there before, keys too, has
-/// been dealt with and what that changed has been drawn.
+/// below, each line a name, a blank and a value, when what was there before, keys too, has been dealt with
+/// and what that changed has been drawn. A text is what the viewer reads, without markup.
 ///
 ///   window   1 when the window is visible
 ///   leftover the popups that are not visible, and the buttons that are in no visible popup
 ///   pictures how many were drawn since the answer before
-///   drawn    what is around all that was drawn in them: x, y, width and height
+///   pixels   how many were drawn in them
 ///   popup    begins a popup, lowest first; its value is the title
 ///   text, button, focus   of the popup; texts from top to bottom, buttons in the order of their slots
 // To tell an object that has members from one that has none.
@@ -20,7 +19,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <map>
 #include <string>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -64,6 +62,17 @@ bool isStyled(const Evas_Object* object, const std::string& kind)
     return groupOf(object).rfind("elm/flux/" + kind, 0) == 0;
 }
 
+/// @return what the list holds; it is freed
+template <typename T>
+std::vector<T*> elements(Eina_List* list)
+{
+    std::vector<T*> result;
+    void* element = nullptr;
+    EINA_LIST_FREE(list, element)
+    result.push_back(static_cast<T*>(element));
+    return result;
+}
+
 void collect(Evas_Object* object, bool hiddenToo, Objects& result)
 {
     if (!hiddenToo && !evas_object_visible_get(object))
@@ -71,10 +80,8 @@ void collect(Evas_Object* object, bool hiddenToo, Objects& result)
     result.push_back(object);
     if (!efl_isa(object, EFL_CANVAS_GROUP_CLASS))
         return;
-    Eina_List* members = evas_object_smart_members_get(object);
-    void* member = nullptr;
-    EINA_LIST_FREE(members, member)
-    collect(static_cast<Evas_Object*>(member), hiddenToo, result);
+    for (auto* member : elements<Evas_Object>(evas_object_smart_members_get(object)))
+        collect(member, hiddenToo, result);
 }
 
 /// Everything on a canvas, lowest first.
@@ -126,10 +133,7 @@ void reportTexts(Evas_Object* popup, Report& report)
 void reportButtons(const Evas_Object* popup, Report& report)
 {
     Eina_List* row = elm_box_children_get(elm_object_part_content_get(popup, "elm.swallow.buttons"));
-    void* entry = nullptr;
-    EINA_LIST_FREE(row, entry)
-    {
-        auto* button = static_cast<Evas_Object*>(entry);
+    for (auto* button : elements<Evas_Object>(row)) {
         if (!evas_object_visible_get(button))
             continue;
         const char* label = elm_object_text_get(button);
@@ -164,39 +168,22 @@ void reportWindow(Evas_Object* window, Report& report)
     report.add("leftover", leftover);
 }
 
-/// How far a canvas is with the picture that an answer waits for.
-enum class Picture { Wanted, Begun, Done };
+/// How far the answer is: the next time that the loop is about to sleep what had come before has been dealt
+/// with, and is drawn; the time after that what follows from the drawing has been dealt with, too.
+enum class Next { Draw, Answer };
 
-std::vector<int> s_arrived; ///< connections
-std::vector<int> s_waiting; ///< connections whose answer follows the pictures
-std::map<const Evas*, Picture> s_pictures;
+std::vector<int> s_waiting; ///< connections
+Next s_next = Next::Draw;
 int s_drawnPictures = 0;
-Eina_Rectangle s_drawn; ///< what is around all of it
-
-std::vector<Evas*> canvases()
-{
-    std::vector<Evas*> result;
-    Eina_List* all = ecore_evas_ecore_evas_list_get();
-    void* entry = nullptr;
-    EINA_LIST_FREE(all, entry)
-    result.push_back(ecore_evas_get(static_cast<Ecore_Evas*>(entry)));
-    return result;
-}
-
-bool isShown(const Evas* canvas)
-{
-    return ecore_evas_visibility_get(ecore_evas_ecore_evas_get(canvas));
-}
+int s_drawnPixels = 0;
 
 std::string description()
 {
     Report report;
     report.add("pictures", s_drawnPictures);
-    report.add("drawn",
-        std::to_string(s_drawn.x) + " " + std::to_string(s_drawn.y) + " " + std::to_string(s_drawn.w) + " "
-            + std::to_string(s_drawn.h));
-    for (const Evas* canvas : canvases()) {
-        for (Evas_Object* object : everything(canvas, true)) {
+    report.add("pixels", s_drawnPixels);
+    for (const auto* window : elements<Ecore_Evas>(ecore_evas_ecore_evas_list_get())) {
+        for (Evas_Object* object : everything(ecore_evas_get(window), true)) {
             if (isOfType(object, "elm_win"))
                 reportWindow(object, report);
         }
@@ -204,26 +191,17 @@ std::string description()
     return report.text;
 }
 
-void answer(const std::vector<int>& connections)
+void answer(int connection)
 {
     const std::string text = description();
     s_drawnPictures = 0;
-    s_drawn = {};
-    for (const int connection : connections) {
-        const ssize_t sent = send(connection, text.data(), text.size(), MSG_NOSIGNAL);
-        if (connection >= 0 && sent != static_cast<ssize_t>(text.size()))
-            fprintf(stderr, "ERR<screen-probe>: the answer is cut\n");
-        close(connection);
-    }
+    s_drawnPixels = 0;
+    if (send(connection, text.data(), text.size(), MSG_NOSIGNAL) != static_cast<ssize_t>(text.size()))
+        fprintf(stderr, "ERR<screen-probe>: the answer is cut\n");
+    close(connection);
 }
 
-void on_drawing(void*, Evas* canvas, void*)
-{
-    if (s_pictures[canvas] == Picture::Wanted)
-        s_pictures[canvas] = Picture::Begun;
-}
-
-void on_drawn(void*, Evas* canvas, void* event)
+void on_drawn(void*, Evas*, void* event)
 {
     const Eina_List* areas = static_cast<Evas_Event_Render_Post*>(event)->updated_area;
     const Eina_List* entry = nullptr;
@@ -231,93 +209,60 @@ void on_drawn(void*, Evas* canvas, void* event)
     EINA_LIST_FOREACH(areas, entry, area)
     {
         const auto* added = static_cast<Eina_Rectangle*>(area);
-        if (s_drawn.w == 0)
-            s_drawn = *added;
-        eina_rectangle_union(&s_drawn, added);
+        s_drawnPixels += added->w * added->h;
     }
     s_drawnPictures += areas ? 1 : 0; // none is drawn while nobody can see it
-    if (s_pictures[canvas] == Picture::Begun)
-        s_pictures[canvas] = Picture::Done;
 }
 
-void follow(Evas* canvas)
+void nothing(void*) { }
+
+/// The toolkit keeps to the pace of its animations, and draws in a thread; this waits for neither.
+void draw(Ecore_Evas* window)
 {
+    Evas* canvas = ecore_evas_get(window);
     // Behind what the program does of its own when it is told the same.
     constexpr Evas_Callback_Priority kLast = 10 * EVAS_CALLBACK_PRIORITY_AFTER;
-    evas_event_callback_del(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing);
     evas_event_callback_del(canvas, EVAS_CALLBACK_RENDER_POST, on_drawn);
-    evas_event_callback_add(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing, nullptr);
     evas_event_callback_priority_add(canvas, EVAS_CALLBACK_RENDER_POST, kLast, on_drawn, nullptr);
+    evas_sync(canvas);
+    ecore_evas_manual_render(window);
+    evas_sync(canvas);
 }
 
-bool isAwaited(const Evas* canvas)
-{
-    const auto entry = s_pictures.find(canvas);
-    return entry != s_pictures.end() && entry->second != Picture::Done && isShown(canvas);
-}
-
-/// Has a pixel of every visible window drawn again, and with it whatever else waits for that: the toolkit
-/// keeps to the pace of its animations, and draws in a thread.
-Eina_Bool on_turn(void*)
-{
-    if (s_waiting.empty()) {
-        s_waiting.swap(s_arrived);
-        s_pictures.clear();
-        for (Evas* canvas : canvases()) {
-            follow(canvas);
-            s_pictures[canvas] = isShown(canvas) ? Picture::Wanted : Picture::Done;
-            evas_damage_rectangle_add(canvas, 0, 0, 1, 1);
-        }
-    }
-    return ECORE_CALLBACK_CANCEL;
-}
-
-/// The loop is about to sleep: what had come before has been dealt with.
+/// The loop is about to sleep.
 Eina_Bool on_idle(void*)
 {
-    // A window may go while its picture is waited for.
-    const auto all = canvases();
-    if (s_waiting.empty() || std::any_of(all.begin(), all.end(), isAwaited))
+    if (s_waiting.empty())
         return ECORE_CALLBACK_RENEW;
+    if (s_next == Next::Draw) {
+        for (auto* window : elements<Ecore_Evas>(ecore_evas_ecore_evas_list_get()))
+            draw(window);
+        ecore_job_add(nothing, nullptr);
+        s_next = Next::Answer;
+        return ECORE_CALLBACK_RENEW;
+    }
     // What the program told the window system when it had drawn is there before any key that follows.
     if (ecore_x_display_get())
         ecore_x_sync();
-    answer(std::exchange(s_waiting, {}));
-    if (!s_arrived.empty())
-        ecore_timer_add(0, on_turn, nullptr);
+    for (const int connection : std::exchange(s_waiting, {}))
+        answer(connection);
     return ECORE_CALLBACK_RENEW;
-}
-
-int accepted(Ecore_Fd_Handler* handler)
-{
-    return accept4(ecore_main_fd_handler_fd_get(handler), nullptr, nullptr, SOCK_CLOEXEC);
 }
 
 Eina_Bool on_connection(void*, Ecore_Fd_Handler* handler)
 {
-    const auto all = canvases();
-    std::for_each(all.begin(), all.end(), follow);
-    answer({accepted(handler)});
+    s_waiting.push_back(accept4(ecore_main_fd_handler_fd_get(handler), nullptr, nullptr, SOCK_CLOEXEC));
+    s_next = Next::Draw;
     return ECORE_CALLBACK_RENEW;
 }
 
-Eina_Bool on_drawnConnection(void*, Ecore_Fd_Handler* handler)
+int listenAt(const std::string& path)
 {
-    s_arrived.push_back(accepted(handler));
-    on_turn(nullptr);
-    return ECORE_CALLBACK_RENEW;
-}
-
-int listenAt(const char* path)
-{
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (descriptor < 0 || strlen(path) >= sizeof address.sun_path)
-        abort();
-    strcpy(address.sun_path, path);
-    unlink(path);
+    sockaddr_un address {AF_UNIX, {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    unlink(address.sun_path);
     constexpr int kWaiting = 8;
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0
         || listen(descriptor, kWaiting) != 0)
         abort();
@@ -335,10 +280,7 @@ __attribute__((constructor)) void stayAlone()
 extern "C" __attribute__((visibility("default"))) void elm_run(void)
 {
     if (const char* path = getenv("SCREEN_PROBE")) {
-        const std::string drawn = std::string(path) + ".drawn";
         ecore_main_fd_handler_add(listenAt(path), ECORE_FD_READ, on_connection, nullptr, nullptr, nullptr);
-        ecore_main_fd_handler_add(
-            listenAt(drawn.c_str()), ECORE_FD_READ, on_drawnConnection, nullptr, nullptr, nullptr);
         ecore_idle_enterer_add(on_idle, nullptr);
     }
     reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "elm_run"))();

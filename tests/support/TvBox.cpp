@@ -6,29 +6,35 @@ namespace tv {
 
 namespace {
 
-std::filesystem::path speechLog(const Folders& folders)
-{
-    return folders.root() / "speech.log";
-}
-
-std::string probeSocket(const Folders& folders)
-{
-    return (folders.root() / "screen-probe").string();
-}
+/// Runs a script with mounts of its own, as any user; the number of the process stays.
+const std::vector<std::string> kAlone {"unshare", "--mount", "--map-current-user", "--keep-caps", "sh", "-c"};
 
 } // namespace
 
 TvBox::TvBox(const PrivateBus& bus, const Display& screen)
     : settings(folders)
     , display(screen)
-    , daemon(std::make_unique<Daemon>(bus.address()))
+    , m_busAddress(bus.address())
 {
     settings.setText(kLanguage, "en_US.UTF-8");
     settings.setText(kWizardMode, "FIRST_RUN");
-    setVariable("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
+    setVariable("DBUS_SYSTEM_BUS_ADDRESS", m_busAddress);
     setVariable("DISPLAY", display.name());
-    setVariable("ORBIS_SPEECH_LOG", speechLog(folders).string());
-    watchScreen();
+    setVariable("ORBIS_SPEECH_LOG", m_speechLog.string());
+    setVariable("SCREEN_PROBE", probeSocket());
+#ifdef __SANITIZE_ADDRESS__
+    // The sanitizer wants to be the first library; it may come behind one that replaces none of its
+    // functions.
+    const char* options = std::getenv("ASAN_OPTIONS");
+    setVariable("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
+#endif
+    bringDaemon();
+}
+
+void TvBox::bringDaemon(const std::vector<std::string>& options)
+{
+    daemon.reset();
+    daemon = std::make_unique<Daemon>(m_busAddress, folders.environment(), options);
 }
 
 std::string TvBox::binary(const std::string& name)
@@ -42,47 +48,65 @@ std::vector<std::string> TvBox::environment() const
     std::vector<std::string> result;
     for (const auto& [name, value] : m_variables)
         result.emplace_back(name).append("=").append(value);
-    // Where a name comes twice, the first one holds.
-    for (std::string& variable : folders.environment())
-        result.push_back(std::move(variable));
+    for (std::string& variable : folders.environment()) {
+        if (m_variables.count(variable.substr(0, variable.find('='))) == 0)
+            result.push_back(std::move(variable));
+    }
     return result;
+}
+
+bool TvBox::mayMount()
+{
+    auto tried = kAlone;
+    tried.emplace_back("mount --bind /tmp /tmp");
+    return outputOf(tried, Folders().environment()).has_value();
+}
+
+void TvBox::mountFirst(const std::string& script)
+{
+    m_runner = kAlone;
+    m_runner.insert(m_runner.end(), {script + " && exec \"$@\"", "mounts"});
 }
 
 std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments) const
 {
-    std::vector<std::string> all {binary("tessel-ui")};
+    std::vector<std::string> all = m_runner;
+    // Only the program is looked into, not what it is run by.
+    all.insert(all.end(), {"env", "LD_PRELOAD=" SCREEN_PROBE, binary("tessel-ui")});
     all.insert(all.end(), arguments.begin(), arguments.end());
     return std::make_unique<Program>(all, environment());
 }
 
-testing::AssertionResult TvBox::start(const std::vector<std::string>& arguments)
+testing::AssertionResult TvBox::start()
 {
     const size_t told = daemon->calls().size();
-    program = launch(arguments);
+    program = launch();
     const bool ready = waitUntil([&] { return !program->running() || daemon->calls().size() > told; });
     if (!ready || !program->running())
         return testing::AssertionFailure() << "the program did not come up";
-    if (!daemon->findsUi(program->pid()))
-        return testing::AssertionFailure() << "the daemon was told before the name was the program's";
-    return testing::AssertionSuccess();
+    return testing::AssertionResult(daemon->findsUi(program->pid()))
+        << "the daemon was told before the name was the program's";
+}
+
+void TvBox::reset()
+{
+    program.reset();
+    if (daemon)
+        daemon->forget();
+    for (const char* key : {kStartMode, kReady, kOwned, kRequest})
+        settings.remove(key);
 }
 
 testing::AssertionResult TvBox::startAgain()
 {
-    program.reset();
-    daemon->forget();
-    for (const char* key : {kStartMode, kReady, kOwned, kRequest})
-        settings.remove(key);
+    reset();
     return start();
 }
 
 testing::AssertionResult TvBox::request(const std::string& method, const std::vector<std::string>& texts)
 {
-    const Reply reply = daemon->request(method, texts);
-    if (reply.value == "(0,)")
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure()
-        << method << " was answered with \"" << reply.value << reply.error << "\"";
+    const std::string reply = daemon->request(method, texts);
+    return testing::AssertionResult(reply == kTaken) << method << " was answered with \"" << reply << "\"";
 }
 
 testing::AssertionResult TvBox::show(const std::string& method, const std::vector<std::string>& texts)
@@ -95,10 +119,9 @@ testing::AssertionResult TvBox::show(const std::string& method, const std::vecto
     if (!waitUntil([&] { return display.hasKeys(pid); }))
         return testing::AssertionFailure() << "the popup of " << method << " does not get the keys";
     // The picture of a popup that was up before does not tell this one's.
-    if (!askProbeWhenDrawn(probeSocket(folders)))
-        return testing::AssertionFailure() << "the program does not tell that it has drawn " << method;
+    const bool isDrawn = askProbe(probeSocket()).has_value();
     display.settledPicture();
-    return testing::AssertionSuccess();
+    return testing::AssertionResult(isDrawn) << "the program does not tell that it has drawn " << method;
 }
 
 testing::AssertionResult TvBox::show(const ShownRequest& request)
@@ -110,46 +133,20 @@ testing::AssertionResult TvBox::show(const ShownRequest& request)
 testing::AssertionResult TvBox::screenIsPlain() const
 {
     const int pid = program->pid();
-    if (waitUntil([&] { return !display.showsAnything() && !display.visibleWindow(pid); }))
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure()
+    const bool isPlain = waitUntil([&] { return !display.showsAnything() && !display.visibleWindow(pid); });
+    return testing::AssertionResult(isPlain)
         << "something is left on the screen" << (display.visibleWindow(pid) ? ", the window too" : "");
-}
-
-void TvBox::watchScreen()
-{
-    setVariable("LD_PRELOAD", SCREEN_PROBE);
-    setVariable("SCREEN_PROBE", probeSocket(folders));
-#ifdef __SANITIZE_ADDRESS__
-    // The sanitizer wants to be the first library; it may come behind one that replaces none of its
-    // functions.
-    const char* options = std::getenv("ASAN_OPTIONS");
-    setVariable("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
-#endif
-}
-
-Screen TvBox::screen() const
-{
-    return askProbeWhenDrawn(probeSocket(folders)).value_or(Screen {});
-}
-
-Screen TvBox::drawn() const
-{
-    return askProbe(probeSocket(folders)).value_or(Screen {});
 }
 
 testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
 {
     std::optional<Screen> last;
-    const bool shown = waitUntil([&] {
-        last = askProbe(probeSocket(folders));
-        if (last && last->shows(cards))
-            last = askProbeWhenDrawn(probeSocket(folders));
-        return (last && last->shows(cards)) || !program->running();
+    const auto isShown = [&] { return last && last->shows(cards); };
+    waitUntil([&] {
+        last = askProbe(probeSocket());
+        return isShown() || !program->running();
     });
-    if (shown && last && last->shows(cards))
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure()
+    return testing::AssertionResult(isShown())
         << "on the screen: " << (last ? last->description() : "the program does not tell")
         << "\nexpected:" << describe(cards);
 }
@@ -157,14 +154,12 @@ testing::AssertionResult TvBox::shows(const std::vector<Card>& cards) const
 testing::AssertionResult TvBox::press(const std::vector<std::string>& keys) const
 {
     for (const std::string& key : keys) {
-        if (!waitUntil([&] { return display.hasKeys(program->pid()); })
-            || !askProbeWhenDrawn(probeSocket(folders)))
+        if (!waitUntil([&] { return display.hasKeys(program->pid()); }) || !askProbe(probeSocket()))
             return testing::AssertionFailure() << "there is nothing that could take the key " << key;
         display.key(key);
     }
-    if (askProbeWhenDrawn(probeSocket(folders)) || waitUntil([&] { return !program->running(); }))
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << "the program does not tell what became of the keys";
+    return testing::AssertionResult(askProbe(probeSocket()) || waitUntil([&] { return !program->running(); }))
+        << "the program does not tell what became of the keys";
 }
 
 testing::AssertionResult TvBox::setStartMode(int value) const
@@ -176,14 +171,14 @@ testing::AssertionResult TvBox::setStartMode(int value) const
         if (auto handled = program->waitForLog(line, mark); !handled)
             return handled << " after start mode " << value;
     }
-    if (value != 100 && !program->running())
-        return testing::AssertionFailure() << "start mode " << value << " ended the program";
-    return testing::AssertionSuccess();
+    return testing::AssertionResult(value == 100 || program->running())
+        << "start mode " << value << " ended the program";
 }
 
-std::vector<std::string> TvBox::utterances() const
+testing::AssertionResult TvBox::ends() const
 {
-    return readLines(speechLog(folders));
+    const auto handled = setStartMode(100);
+    return handled ? program->endsWith(0) : handled;
 }
 
 std::string TvBox::report() const

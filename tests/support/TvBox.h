@@ -21,6 +21,7 @@ constexpr const char* kReady = "memory/menu/network/tessel_ocf_ready";
 constexpr const char* kWizardMode = "memory/wizard/wizard_mode";
 constexpr const char* kLanguage = "db/menu_widget/language";
 constexpr const char* kScreenReader = "db/menu/system/accessibility/screenreader";
+constexpr const char* kHighContrast = "db/menu/system/accessibility/highcontrast";
 constexpr const char* kPackage = "org.orbis.tessel-UI";
 
 /// A request over the bus, and the popup that it brings.
@@ -44,12 +45,22 @@ public:
     std::vector<std::string> environment() const;
     /// Sets a variable of the box's own for the programs started from now on.
     void setVariable(const std::string& name, const std::string& value) { m_variables[name] = value; }
+    /// The programs launched from now on are run by this command.
+    void setRunner(const std::vector<std::string>& command) { m_runner = command; }
+    /// @return whether a program can have mounts of its own
+    static bool mayMount();
+    /// The programs launched from now on see what this script of the shell mounts; nobody else does.
+    void mountFirst(const std::string& script);
 
+    /// Starts a daemon in the place of the one that there is. @param options  of the simulator
+    void bringDaemon(const std::vector<std::string>& options = {});
     /// Starts one more instance of the program.
-    std::unique_ptr<Program> launch(const std::vector<std::string>& arguments) const;
+    std::unique_ptr<Program> launch(const std::vector<std::string>& arguments = {"LAUNCH_MODE=POPUP"}) const;
     /// Starts the program and waits until the daemon can send it requests.
-    testing::AssertionResult start(const std::vector<std::string>& arguments = {"LAUNCH_MODE=POPUP"});
-    /// Ends the program, forgets what the set-up has changed, and starts the program.
+    testing::AssertionResult start();
+    /// Ends the program and forgets what the set-up has changed.
+    void reset();
+    /// The same, and starts the program.
     testing::AssertionResult startAgain();
     /// Sends a request; success when it is answered with (i) 0.
     testing::AssertionResult request(const std::string& method, const std::vector<std::string>& texts = {});
@@ -57,13 +68,10 @@ public:
     testing::AssertionResult show(const std::string& method, const std::vector<std::string>& texts = {});
     /// The same, and that it is the popup which the request brings.
     testing::AssertionResult show(const ShownRequest& request);
-    /// Lets the programs started from now on tell what they have on the screen; the box has done so already.
-    void watchScreen();
     /// @return what the program has on the screen, an empty one when it does not tell; it tells when it has
     /// dealt with all that had come before, keys too, and has drawn what that changed
-    Screen screen() const;
-    /// @return the screen as it is, with what was drawn since it was asked for last
-    Screen drawn() const;
+    Screen screen() const { return askProbe(probeSocket()).value_or(Screen {}); }
+    std::string probeSocket() const { return (folders.root() / "screen-probe").string(); }
     /// Success when, at last, the program shows exactly these popups, lowest first, with nothing left over,
     /// and has drawn them.
     testing::AssertionResult shows(const std::vector<Card>& cards) const;
@@ -74,8 +82,10 @@ public:
     testing::AssertionResult screenIsPlain() const;
     /// Writes the start-mode key; success when the program has dealt with it and, but for 100, runs on.
     testing::AssertionResult setStartMode(int value) const;
+    /// Asks the program to end, through the start-mode key; success when it does as it should.
+    testing::AssertionResult ends() const;
     /// @return what was read out, an utterance a line
-    std::vector<std::string> utterances() const;
+    std::vector<std::string> utterances() const { return readLines(m_speechLog); }
     /// @return what the program's standard error ended with and what the daemon received
     std::string report() const;
 
@@ -86,7 +96,10 @@ public:
     std::unique_ptr<Program> program; // goes first: it may be talking to the daemon
 
 private:
+    std::string m_busAddress;
+    std::filesystem::path m_speechLog = folders.root() / "speech.log";
     std::map<std::string, std::string> m_variables;
+    std::vector<std::string> m_runner;
 };
 
 } // namespace tv

@@ -28,14 +28,18 @@ testing::AssertionResult TvTest::endedByViewer(bool readySet)
 {
     if (auto ended = box.program->endsWith(0); !ended)
         return ended;
-    const std::vector<std::string> expected {"ServerStarted(true)", "StopTessel(true, false)"};
+    const std::vector<std::string> expected {"ServerStarted true", "StopTessel true false"};
     if (box.daemon->calls() != expected)
         return testing::AssertionFailure() << "the daemon did not receive exactly one stop by the viewer";
+    return isMarkedAsStopped(readySet);
+}
+
+testing::AssertionResult TvTest::isMarkedAsStopped(bool readySet)
+{
     if (box.settings.getInt(kStartMode) != 5)
         return testing::AssertionFailure() << "the start-mode key is not 5";
-    if ((box.settings.getInt(kReady) == 1) != readySet)
-        return testing::AssertionFailure() << "the ready key is " << (readySet ? "not " : "") << "1";
-    return testing::AssertionSuccess();
+    return testing::AssertionResult((box.settings.getInt(kReady) == 1) == readySet)
+        << "the ready key is " << (readySet ? "not " : "") << "1";
 }
 
 } // namespace tv

@@ -21,6 +21,8 @@ protected:
     /// received StopTessel(true, false), the start-mode key is 5, the ready key is as @p readySet says, the
     /// status 0.
     testing::AssertionResult endedByViewer(bool readySet);
+    /// Success when both keys are as they are after a stop by the viewer.
+    testing::AssertionResult isMarkedAsStopped(bool readySet);
 
     static Display& display() { return *s_display; }
     static PrivateBus& bus() { return *s_bus; }
