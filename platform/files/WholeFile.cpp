@@ -1,6 +1,9 @@
 #include "files/WholeFile.h"
 
+#include "base/GlibHandles.h"
 #include "files/Draft.h"
+
+#include <glib.h>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -121,6 +124,18 @@ std::optional<std::string> readInstalledFile(const std::string& path, size_t lim
         return std::nullopt;
     bytes.resize(static_cast<size_t>(count));
     return bytes;
+}
+
+std::string faultOfInstalledFile(const std::string& path, size_t size, const char* digest)
+{
+    const std::optional<std::string> bytes = readInstalledFile(path, size);
+    if (!bytes)
+        return g_strerror(errno);
+    const base::GStr found {g_compute_checksum_for_data(
+        G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size())};
+    return found && std::string_view {found.get()} == digest
+        ? ""
+        : "it is damaged, or not the one that belongs to this library";
 }
 
 } // namespace orbis::files

@@ -52,4 +52,10 @@ ssize_t readBytes(const FileDescriptor& file, char* bytes, size_t size);
 /// @return nothing, with errno, on failure
 std::optional<std::string> readInstalledFile(const std::string& path, size_t limit);
 
+/// Some files are read by libraries that trust what they find: only the very bytes count that were there when
+/// this was built.
+/// @param digest  SHA-256, in small hexadecimal letters
+/// @return what is wrong with the installed file, or ""
+std::string faultOfInstalledFile(const std::string& path, size_t size, const char* digest);
+
 } // namespace orbis::files

@@ -87,7 +87,8 @@ void Backdrop::on_drawing(void* data, Evas* canvas, void*)
     evas_obscured_clear(canvas);
     if (!isX11(self->m_window))
         return;
-    // A window that is off the screen is not emptied: the server forgets it, and when it comes back it is drawn whole.
+    // A window that is off the screen is not emptied: the server forgets it, and when it comes back it is
+    // drawn whole.
     if (!evas_object_visible_get(self->m_window)) {
         self->leaveOut();
         return;

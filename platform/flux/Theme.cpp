@@ -1,6 +1,5 @@
 #include "flux/Theme.h"
 
-#include "base/GlibHandles.h"
 #include "dlog.h"
 #include "files/WholeFile.h"
 #include "flux/PlainTheme.h"
@@ -11,10 +10,6 @@
 #include "theme-digest.h"
 #include "vconf.h"
 
-#include <glib.h>
-
-#include <cerrno>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,18 +21,10 @@ namespace {
 constexpr const char* kOwnGroup = "elm/flux/dim/window";
 
 /// The toolkit reads what it finds: a theme that is cut or has a hole shows half a popup, or ends the
-/// process. So only the very file counts that this library was built with.
-/// @return what is wrong with the file, or ""
+/// process.
 std::string faultOfTheme()
 {
-    const std::optional<std::string> bytes = files::readInstalledFile(names::kThemeFile, ORBIS_THEME_SIZE);
-    if (!bytes)
-        return g_strerror(errno);
-    const base::GStr digest {g_compute_checksum_for_data(
-        G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size())};
-    return digest && std::string_view {digest.get()} == ORBIS_THEME_DIGEST
-        ? ""
-        : "it is damaged, or not the one that belongs to this library";
+    return files::faultOfInstalledFile(names::kThemeFile, ORBIS_THEME_SIZE, ORBIS_THEME_DIGEST);
 }
 
 void addPlainTheme()

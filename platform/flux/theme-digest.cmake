@@ -1,5 +1,5 @@
-# Writes down which theme a library was built with: cmake -DTHEME=FILE -DHEADER=FILE -P theme-digest.cmake
-file(SHA256 ${THEME} digest)
-file(SIZE ${THEME} size)
+# Writes down which file a library was built with: cmake -DFILE=FILE -DNAME=PREFIX -DHEADER=FILE -P theme-digest.cmake
+file(SHA256 ${FILE} digest)
+file(SIZE ${FILE} size)
 file(CONFIGURE OUTPUT ${HEADER} @ONLY CONTENT
-    "#pragma once\n#define ORBIS_THEME_DIGEST \"@digest@\"\n#define ORBIS_THEME_SIZE @size@\n")
+    "#pragma once\n#define ORBIS_@NAME@_DIGEST \"@digest@\"\n#define ORBIS_@NAME@_SIZE @size@\n")

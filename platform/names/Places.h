@@ -5,6 +5,8 @@ namespace orbis::names {
 
 // Installed; absolute.
 inline constexpr const char* kThemeFile = ORBIS_SYSROOT "/usr/share/orbis/flux.edj";
+/// In the place of the toolkit's own data, which are a desktop's.
+inline constexpr const char* kToolkitFolder = ORBIS_SYSROOT "/usr/share/orbis/toolkit";
 /// Describes the machine's fonts, and the family names that the TV's texts carry.
 inline constexpr const char* kFontsFile = ORBIS_SYSROOT "/etc/fonts/fonts.conf";
 inline constexpr const char* kWizard = "/usr/apps/org.orbis.wizard/bin/wizard";
