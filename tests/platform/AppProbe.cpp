@@ -4,13 +4,12 @@
 #include "elm_flux.h"
 
 #include <Elementary.h>
-#include <glib.h>
 
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,7 +18,6 @@ namespace {
 
 std::vector<std::string> s_tasks;
 Evas_Object* s_window = nullptr;
-gint64 s_begin = 0;
 
 bool does(const char* task)
 {
@@ -28,34 +26,25 @@ bool does(const char* task)
 
 void tell(const std::string& line)
 {
-    printf("%s\n", line.c_str());
-    fflush(stdout);
+    std::cout << line << std::endl;
 }
 
 bool on_create(void*)
 {
     tell("create");
-    if (does("environment")) {
-        // As a child has it.
-        fflush(stdout);
-        if (system("echo \"HOME=$HOME\"; echo \"XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR-none}\"") != 0)
-            return false;
-    }
+    // As a child has it.
+    if (does("environment") && system("echo HOME=$HOME; echo XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR-none}") != 0)
+        return false;
     if (does("window")) {
         s_window = elm_win_add(nullptr, "probe", ELM_WIN_BASIC);
         elm_flux_manager_init(s_window);
         evas_object_show(s_window);
     }
     const auto end = [](void*) -> Eina_Bool {
-        if (does("timer"))
-            tell(std::to_string((g_get_monotonic_time() - s_begin) / 1000));
         elm_exit();
         return ECORE_CALLBACK_CANCEL;
     };
-    s_begin = g_get_monotonic_time();
-    ecore_timer_add(does("timer") ? 0.8 : 0.05, end, nullptr);
-    if (does("timer"))
-        ecore_job_add([](void*) { g_usleep(500000); }, nullptr);
+    ecore_timer_add(0.05, end, nullptr);
     return true;
 }
 
@@ -71,24 +60,14 @@ void on_terminate(void*)
         ecore_main_loop_iterate_may_block(0);
 }
 
-/// Nobody takes what is written to standard error.
-void loseReader()
-{
-    int ends[2] = {-1, -1};
-    if (pipe(ends) != 0)
-        return;
-    dup2(ends[1], STDERR_FILENO);
-    close(ends[0]);
-    close(ends[1]);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     s_tasks.assign(argv + 1, argv + argc);
-    if (does("unheard"))
-        loseReader();
+    int ends[2] = {-1, -1};
+    if (does("unheard") && pipe(ends) == 0 && dup2(ends[1], STDERR_FILENO) >= 0)
+        close(ends[0]); // nobody takes what is written to standard error
     ui_app_lifecycle_callback_s callbacks {};
     callbacks.create = on_create;
     callbacks.terminate = on_terminate;

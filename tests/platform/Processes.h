@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <functional>
+#include <gtest/gtest.h>
 #include <optional>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -24,16 +25,12 @@ public:
     Child& operator=(const Child&) = delete;
     ~Child()
     {
-        kill();
+        if (!m_status)
+            kill(m_process, SIGKILL);
         wait();
     }
 
     pid_t process() const { return m_process; }
-    void kill() const
-    {
-        if (!m_status)
-            ::kill(m_process, SIGKILL);
-    }
     /// @param options  WNOHANG does not wait
     /// @return the exit status, 128 + N for signal N, or nothing while it runs
     std::optional<int> wait(int options = 0)
@@ -48,5 +45,16 @@ private:
     pid_t m_process;
     std::optional<int> m_status;
 };
+
+/// Runs a part of a test that must not touch this process, or may hang; its failures are the test's.
+inline void apart(const std::function<void()>& part)
+{
+    const auto run = [&] {
+        alarm(20);
+        part();
+        return testing::Test::HasFailure() ? 1 : 0;
+    };
+    EXPECT_EQ(Child(run).wait(), 0);
+}
 
 #endif

@@ -1,6 +1,5 @@
 #include "StoreFixture.h"
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -28,69 +27,65 @@ TEST_F(OrbisSettings, SetsGetsListsAndRemoves)
     EXPECT_EQ(run({"set", "-t", "int", "db/n", "-5"})->status(), 0);
     EXPECT_EQ(run({"set", "-t", "string", "--", "db/s", "two\r\nlines\n"})->status(), 0);
     EXPECT_EQ(run({"set", "-t", "string", "memory/empty", ""})->status(), 0);
-    int number = 0;
-    EXPECT_EQ(vconf_get_int("db/n", &number), VCONF_OK);
-    EXPECT_EQ(number, -5);
+    EXPECT_EQ(m_settings.getInt("db/n"), -5);
     EXPECT_EQ(run({"get", "db/n"})->output(), Words {"-5"});
     EXPECT_EQ(run({"get", "db/s"})->output(), (Words {"two\r", "lines", ""}));
     EXPECT_EQ(run({"list"})->output(), (Words {"db/n -5", "db/s two  lines ", "memory/empty "}));
     EXPECT_EQ(run({"list", "db/s"})->output(), Words {"db/s two  lines "});
     EXPECT_EQ(run({"unset", "db/n"})->status(), 0);
     EXPECT_EQ(vconf_get_type("db/n"), VCONF_TYPE_NONE);
-    fs::resize_file(state() + "/db/s", 17U * 1024 * 1024);
-    const auto unreadable = run({"get", "db/s"});
-    EXPECT_EQ(unreadable->status(), 1);
-    EXPECT_EQ(unreadable->output(), Words {});
-    EXPECT_EQ(unreadable->errors(), Words {"orbis-settings: no value in db/s: File too large"});
-}
-
-TEST_F(OrbisSettings, TellsFailuresFromMistakenCalls)
-{
-    for (const Words& mistaken : {Words {}, {"bogus"}, {"set"}, {"set", "db/n", "1"}, {"set", "-t"},
-             {"set", "-t", "double", "db/n", "1"}, {"set", "-x", "db/n", "1"}, {"set", "-t", "int", "db/n"},
-             {"set", "-t", "int", "db/n", "1", "2"}, {"get"}, {"get", "db/a", "db/b"}, {"list", "a", "b"},
-             {"unset"}, {"watch"}}) {
-        const auto result = run(mistaken);
-        EXPECT_EQ(result->status(), 2);
-        EXPECT_EQ(result->output(), Words {});
-        EXPECT_FALSE(result->errors().empty());
-    }
-    for (const Words& failing :
-        {Words {"set", "-t", "int", "db/n", "1x"}, {"set", "-t", "int", "db/n", "2147483648"},
-            {"set", "-t", "int", "db/n", ""}, {"set", "-t", "int", "other/n", "1"}, {"get", "other/n"},
-            {"unset", "db/n"}, {"watch", "db/ok", "other/n"}}) {
-        const auto result = run(failing);
-        EXPECT_EQ(result->status(), 1);
-        EXPECT_FALSE(result->errors().empty());
-    }
-    EXPECT_EQ(vconf_get_type("db/n"), VCONF_TYPE_NONE) << "a refused value was written";
     const auto help = run({"--help"});
     EXPECT_EQ(help->status(), 0);
     EXPECT_NE(testing::PrintToString(help->output()).find("watch KEY"), std::string::npos);
 }
 
+TEST_F(OrbisSettings, TellsFailuresFromMistakenCalls)
+{
+    fs::create_directories(state() + "/db");
+    writeFile(state() + "/db/large", "string\n");
+    fs::resize_file(state() + "/db/large", 17U * 1024 * 1024);
+    fs::create_directory(runtime());
+    fs::create_symlink("memory", runtime() + "/memory"); // leads nowhere
+    for (const Words& mistaken : {Words {}, {"bogus"}, {"set"}, {"set", "db/n", "1"}, {"set", "-t"},
+             {"set", "-t", "double", "db/n", "1"}, {"set", "-t", "int", "db/n"},
+             {"set", "-t", "int", "db/n", "1", "2"}, {"get"}, {"get", "db/a", "db/b"}, {"list", "a", "b"},
+             {"unset"}, {"watch"}}) {
+        const auto result = run(mistaken);
+        EXPECT_EQ(result->status(), 2) << testing::PrintToString(mistaken);
+        EXPECT_EQ(result->output(), Words {});
+        EXPECT_FALSE(result->errors().empty());
+    }
+    const std::pair<Words, std::string> failing[] = {
+        {{"set", "-t", "int", "db/n", "1x"}, "not a whole number in the range of an int: 1x"},
+        {{"set", "-t", "int", "db/n", "2147483648"}, "not a whole number in the range of an int: 2147483648"},
+        {{"set", "-t", "int", "db/n", ""}, "not a whole number in the range of an int: "},
+        {{"set", "-t", "int", "other/n", "1"}, "cannot write other/n: Invalid argument"},
+        {{"get", "db/large"}, "no value in db/large: File too large"},
+        {{"list"}, "cannot read the store: Too many levels of symbolic links"},
+        {{"unset", "db/n"}, "cannot remove db/n: No such file or directory"},
+        {{"watch", "db/ok", "other/n"}, "cannot watch other/n: Invalid argument"},
+    };
+    for (const auto& [arguments, error] : failing) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result->status(), 1);
+        EXPECT_EQ(result->output(), Words {});
+        EXPECT_EQ(result->errors(), Words {"orbis-settings: " + error});
+    }
+    EXPECT_EQ(vconf_get_type("db/n"), VCONF_TYPE_NONE) << "a refused value was written";
+}
+
 TEST_F(OrbisSettings, WatchesUntilASignalAlsoWithoutAHome)
 {
-    const std::pair<int, std::string> cases[] = {{SIGTERM, "HOME=" + m_folder + "/home"}, {SIGINT, "NONE="}};
-    for (const auto& [signal, home] : cases) {
-        Words environment = m_folders.environment();
-        for (std::string& variable : environment) {
-            if (variable.rfind("HOME=", 0) == 0)
-                variable = home;
-        }
-        const tv::Process watch({ORBIS_SETTINGS_TOOL, "watch", "db/k", "memory/k", "db/k"}, environment);
-        ASSERT_TRUE(listens(watch, "db/k")) << testing::PrintToString(watch.errors());
-        // Beside the last writes of the other key, which may be told of later.
-        const auto tells = [&](const std::string& line) {
-            const Words& lines = watch.output();
-            return tv::waitUntil([&] { return std::count(lines.begin(), lines.end(), line) > 0; });
-        };
+    const std::pair<int, std::string> cases[] = {{SIGTERM, ""}, {SIGINT, "unset HOME; "}};
+    for (const auto& [signal, before] : cases) {
+        const auto watch = shell(before + "exec \"$0\" watch db/k memory/k db/k");
+        ASSERT_TRUE(listens(*watch, "db/k")) << testing::PrintToString(watch->errors());
         vconf_set_str("memory/k", "two\nlines");
-        EXPECT_TRUE(tells("memory/k two lines"));
+        EXPECT_TRUE(tells(*watch, "memory/k two lines"));
         vconf_unset("memory/k");
-        EXPECT_TRUE(tells("memory/k"));
-        watch.signal(signal);
-        EXPECT_EQ(watch.waitForExit(), 0);
+        EXPECT_TRUE(tells(*watch, "memory/k"));
+        watch->signal(signal);
+        EXPECT_EQ(watch->waitForExit(), 0);
         EXPECT_EQ(namesIn(m_folder + "/home"), Words {});
     }
 }

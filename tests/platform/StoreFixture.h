@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
-#include <sys/types.h>
+#include <sys/stat.h>
 
 using tv::readFile;
 using tv::writeFile;
@@ -25,38 +25,38 @@ protected:
     std::string drafts() const { return state() + "/db/.tmp"; }
     /// Starts orbis-settings.
     std::unique_ptr<tv::Process> tool(Words arguments) const;
-    /// A shell with mounts and kernel limits of its own, which knows orbis-settings as "settings" and takes
-    /// commands as lines of its input. What it starts dies with it.
-    std::unique_ptr<tv::Process> box() const;
-    /// @return whether this machine lets a test have a box()
-    static bool allowsBoxes();
 
     const tv::Folders m_folders;
     const tv::Settings m_settings {m_folders};
     const std::string m_folder = m_folders.root();
 };
 
-/// Gives up root's privileges, for which permissions do not count, while it lives; the folder and what is in
-/// it then belong to the user that is left. Does nothing for a user who has none.
-class Unprivileged {
-public:
-    explicit Unprivileged(const std::string& folder);
-    Unprivileged(const Unprivileged&) = delete;
-    Unprivileged& operator=(const Unprivileged&) = delete;
-    ~Unprivileged();
+/// Gives up root's privileges, for which permissions do not count, for good; the folder and what is in it
+/// then belong to the user that is left. For a part of a test that runs apart(). Does nothing for a user who
+/// has none.
+void becomeNobody(const std::string& folder);
 
-private:
-    std::vector<gid_t> m_groups;
-};
+/// Gives the calling process mounts and kernel limits of its own; for a Child.
+void enterBox();
+/// @return whether this machine lets a test have such
+bool allowsBoxes();
 
-/// @return the bits that chmod() sets, 0 for what is missing
-unsigned modeOf(const std::string& path);
+/// @return what lstat() tells, zeroes for what is missing
+struct stat statusOf(const std::string& path);
+/// @return the bits that chmod() sets
+inline unsigned modeOf(const std::string& path)
+{
+    return statusOf(path).st_mode & 07777U;
+}
 
 /// @return the names in a folder, sorted
 Words namesIn(const std::string& folder);
 
 /// Runs the main loop until the condition holds. @return false when it does not in time
 bool runUntil(const std::function<bool()>& condition, double seconds = 20);
+
+/// Moves the main loop's clock ahead and serves what is then due.
+void passTime(double seconds);
 
 /// A watch that counts; ends with its owner.
 class Watch {
@@ -91,5 +91,8 @@ std::optional<std::string> text(const std::string& key);
 
 /// Writes an integer until the tool that watches the key tells of it: from then on it listens.
 bool listens(const tv::Process& tool, const char* key);
+
+/// @return whether the line comes to be among those that a program has printed
+bool tells(const tv::Process& program, const std::string& line);
 
 #endif

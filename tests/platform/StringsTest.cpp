@@ -7,11 +7,10 @@
 namespace {
 
 /// @param room  of the buffer, which ends there: a sanitizer sees a byte too many
-std::string combine(int room, const char* format, const char* one = "A", const char* two = "B",
-    const char* three = "C", const char* four = "D")
+std::string combine(int room, const char* format, const char* one = "A", const char* two = "B")
 {
     std::vector<char> out(static_cast<size_t>(room));
-    const int length = CStringUtil::CombinateStrings(out.data(), room, format, one, two, three, four);
+    const int length = CStringUtil::CombinateStrings(out.data(), room, format, one, two, "C", "D");
     const std::string text = out.data();
     EXPECT_EQ(length, static_cast<int>(text.size()));
     return text;
@@ -19,7 +18,8 @@ std::string combine(int room, const char* format, const char* one = "A", const c
 
 } // namespace
 
-TEST(ATemplate, TakesItsArgumentsInAnyOrder)
+/// What holds for every template and size, the fuzz target "combiner" demands.
+TEST(ATemplate, TakesItsArgumentsInAnyOrderAndIsCutAtACharacter)
 {
     constexpr int kRoom = 64;
     EXPECT_EQ(combine(kRoom, "%4%3 and %2%1%1"), "DC and BAA");
@@ -28,24 +28,12 @@ TEST(ATemplate, TakesItsArgumentsInAnyOrder)
     EXPECT_EQ(combine(kRoom, "[%1]", "%2%%"), "[%2%%]") << "arguments are no templates";
     EXPECT_EQ(combine(kRoom, "[%1%2]", nullptr, ""), "[]");
     EXPECT_EQ(combine(kRoom, nullptr), "");
-}
-
-TEST(ATemplate, IsCutAtACharacterAtEverySize)
-{
-    const std::string whole = "aé电\U0001F4FAé|电é\U0001F4FA|z";
-    for (size_t room = 1; room <= whole.size() + 2; ++room) {
-        size_t expected = std::min(room - 1, whole.size());
-        while (expected < whole.size() && (static_cast<unsigned char>(whole[expected]) & 0xC0U) == 0x80U)
-            --expected;
-        EXPECT_EQ(combine(static_cast<int>(room), "aé%1é|%2|z", "电\U0001F4FA", "电é\U0001F4FA"),
-            whole.substr(0, expected));
-    }
+    for (const int room : {3, 4, 5})
+        EXPECT_EQ(combine(room, "a%1", "é电"), room < 4 ? "a" : "aé") << room;
     EXPECT_EQ(combine(4, "\x80\x80\x80\x80\x80"), "\x80\x80\x80") << "no UTF-8";
-    EXPECT_EQ(combine(4, "ab\xC3"), "ab\xC3");
     EXPECT_EQ(combine(4, "ab%1c", "é"), "ab") << "nothing follows a cut";
     char out[8] = "kept";
-    for (const int none : {0, -1})
-        EXPECT_EQ(CStringUtil::CombinateStrings(out, none, "x", "", "", "", ""), -1);
+    EXPECT_EQ(CStringUtil::CombinateStrings(out, 0, "x", "", "", "", ""), -1);
     EXPECT_EQ(CStringUtil::CombinateStrings(nullptr, 8, "x", "", "", "", ""), -1);
     EXPECT_STREQ(out, "kept");
 }

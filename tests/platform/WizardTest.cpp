@@ -1,4 +1,3 @@
-#include "Processes.h"
 #include "StoreFixture.h"
 
 #include "dlog.h"
@@ -6,7 +5,6 @@
 
 #include <stdexcept>
 #include <sys/stat.h>
-#include <sys/time.h>
 
 class TheWizard : public StoreFixture {
 protected:
@@ -39,22 +37,6 @@ TEST_F(TheWizard, GetsTheArgumentsAndGivesItsStatus)
     EXPECT_NE(testing::internal::GetCapturedStderr().find(m_folder + "/absent"), std::string::npos);
 }
 
-TEST_F(TheWizard, GetsTheSignalsAndSaysWhatBecomesOfThem)
-{
-    // Its own end on each, told apart from an end by the signal itself.
-    const std::string script = "trap 'exit 11' TERM; trap 'exit 12' INT; trap 'exit 13' HUP; echo > '"
-        + m_folder + "/ready'; while :; do sleep 0.05; done";
-    const std::pair<int, int> cases[] = {{SIGTERM, 11}, {SIGINT, 12}, {SIGHUP, 13}};
-    for (const auto& [number, status] : cases) {
-        unlink((m_folder + "/ready").c_str());
-        Child caller([&] { return run(script); });
-        ASSERT_TRUE(runUntil([&] { return access((m_folder + "/ready").c_str(), F_OK) == 0; }));
-        kill(caller.process(), number);
-        ASSERT_TRUE(runUntil([&] { return caller.wait(WNOHANG).has_value(); })) << "the wizard was not told";
-        EXPECT_EQ(caller.wait(), status);
-    }
-}
-
 TEST_F(TheWizard, BeginsWithWhatProgramsExpectOfSignals)
 {
     dlog_print(DLOG_DEBUG, "test", "a line makes this process ignore the signal");
@@ -69,27 +51,12 @@ TEST_F(TheWizard, BeginsWithWhatProgramsExpectOfSignals)
     EXPECT_EQ(after.sa_sigaction, own.sa_sigaction) << "afterwards the signals are the caller's again";
 }
 
-TEST_F(TheWizard, IsWaitedForThroughSignals)
-{
-    struct sigaction before = {};
-    struct sigaction interrupting = {};
-    interrupting.sa_handler = [](int) {};
-    sigaction(SIGALRM, &interrupting, &before);
-    const itimerval often = {{0, 20000}, {0, 20000}};
-    const itimerval never = {};
-    setitimer(ITIMER_REAL, &often, nullptr);
-    EXPECT_EQ(run("sleep 0.2; exit 3"), 3);
-    setitimer(ITIMER_REAL, &never, nullptr);
-    sigaction(SIGALRM, &before, nullptr);
-}
-
 TEST_F(TheWizard, RefusesInvalidArguments)
 {
     char name[] = "caller";
     char* arguments[] = {name, nullptr};
-    EXPECT_THROW(Wizard::StartWizardApp(0, arguments, "org.app", nullptr), std::invalid_argument);
-    EXPECT_THROW(Wizard::StartWizardApp(1, nullptr, "org.app", nullptr), std::invalid_argument);
-    EXPECT_THROW(Wizard::StartWizardApp(2, arguments, "org.app", nullptr), std::invalid_argument);
-    EXPECT_THROW(Wizard::StartWizardApp(1, arguments, nullptr, nullptr), std::invalid_argument);
-    EXPECT_THROW(Wizard::StartWizardApp(1, arguments, "", nullptr), std::invalid_argument);
+    for (const int count : {0, 2})
+        EXPECT_THROW(Wizard::StartWizardApp(count, arguments, "org.app", nullptr), std::invalid_argument);
+    for (const char* application : {"", static_cast<const char*>(nullptr)})
+        EXPECT_THROW(Wizard::StartWizardApp(1, arguments, application, nullptr), std::invalid_argument);
 }
