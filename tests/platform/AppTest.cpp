@@ -1,4 +1,5 @@
 /// What an application may rely on, seen by a small one (AppProbe.cpp) on a canvas in memory.
+#include "Process.h"
 #include "StoreFixture.h"
 
 #include <algorithm>

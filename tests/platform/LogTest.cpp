@@ -14,56 +14,45 @@
 
 namespace {
 
-/// What standard error is while this lives; read on demand.
-class StandardError {
+enum Kind {
+    Pieces, ///< each write arrives as one
+    Stream,
+    SmallPipe,
+};
+
+/// What standard error is from now on, for a part that runs apart().
+class Reader {
 public:
-    enum Kind {
-        Pieces, ///< each write arrives as one
-        Stream,
-        SmallPipe,
-    };
-    explicit StandardError(Kind kind)
-        : m_saved(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0))
+    explicit Reader(Kind kind)
     {
+        const int type = kind == Pieces ? SOCK_DGRAM : SOCK_STREAM;
         const int room = 1 << 20;
         int ends[2] = {-1, -1};
-        if (kind == SmallPipe)
-            EXPECT_EQ(pipe(ends), 0);
-        else
-            EXPECT_EQ(socketpair(AF_UNIX, kind == Pieces ? SOCK_DGRAM : SOCK_STREAM, 0, ends), 0);
+        EXPECT_EQ(kind == SmallPipe ? pipe(ends) : socketpair(AF_UNIX, type, 0, ends), 0);
         fcntl(ends[1], F_SETPIPE_SZ, 4096);
         if (kind == Pieces)
             setsockopt(ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
         dup2(ends[1], STDERR_FILENO);
         close(ends[1]);
         fcntl(ends[0], F_SETFL, O_NONBLOCK);
-        m_reader = ends[0];
-    }
-    StandardError(const StandardError&) = delete;
-    StandardError& operator=(const StandardError&) = delete;
-    ~StandardError()
-    {
-        dup2(m_saved, STDERR_FILENO);
-        close(m_saved);
-        close(m_reader);
+        m_end = ends[0];
     }
     /// @return the next piece, or all that there is
     std::string next() const
     {
         std::string bytes(1 << 20, '\0');
-        const ssize_t size = read(m_reader, bytes.data(), bytes.size());
+        const ssize_t size = read(m_end, bytes.data(), bytes.size());
         bytes.resize(size > 0 ? static_cast<size_t>(size) : 0);
         return bytes;
     }
-    void endReader() { close(std::exchange(m_reader, -1)); }
+    void end() const { close(m_end); }
 
 private:
-    int m_saved;
-    int m_reader = -1;
+    int m_end;
 };
 
 /// Writes lines until some are dropped, takes what there is, and writes on until one gets through.
-void expectWholeLinesAndTheNumberOfTheOthers(const StandardError& reader, const std::string& text, int lines)
+void expectWholeLinesAndTheNumberOfTheOthers(const Reader& reader, const std::string& text, int lines)
 {
     std::string expected;
     int lost = 0;
@@ -132,81 +121,72 @@ std::string fileAt(int records)
 
 } // namespace
 
-TEST(ALogLine, IsWrittenInOnePieceAsItIs)
+TEST(ALogLine, IsWrittenInOnePieceAndForgedByNothingInItsMessage)
 {
-    StandardError pieces(StandardError::Pieces);
-    const std::string longText(100000, 'x');
-    errno = ENOENT;
-    EXPECT_EQ(dlog_print(DLOG_DEBUG, "tag", "%s=%d", "value", 5), 15);
-    EXPECT_EQ(errno, ENOENT);
-    dlog_print(DLOG_INFO, nullptr, "in\nside\n");
-    dlog_print(DLOG_WARN, "tag", "%s", longText.c_str());
-    EXPECT_EQ(dlog_print(DLOG_INFO, "tag", nullptr), -EINVAL);
-    EXPECT_EQ(dlog_print(static_cast<log_priority>(7), "tag", "x"), -EINVAL);
-    EXPECT_EQ(pieces.next(), "D/tag: value=5\n");
-    EXPECT_EQ(pieces.next(), "I/: in\\nside\n\n");
-    EXPECT_EQ(pieces.next(), "W/tag: " + longText + '\n');
-    EXPECT_EQ(pieces.next(), "");
-}
-
-TEST(ALogLine, IsForgedByNothingInItsMessage)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {"\nE/tessel-ui: forged", "\\nE/tessel-ui: forged"},
-        {"end\n\n", "end\\n\\n"},
-        {"\x1b[2J\x07\t\r\x7f\x01", "\\x1b[2J\\x07\\t\\r\\x7f\\x01"},
-        {"\u0080\u0085\u009b\u00a0", "\\u0080\\u0085\\u009b\u00a0"},
-        {"\u2027\u2028\u2029\u202a", "\u2027\\u2028\\u2029\u202a"},
-        {"\xff\x9b\xe2\x80", "\\xff\\x9b\\xe2\\x80"},
-        {"\xc0\x8a\xe0\x80\x8a\xed\xa0\x80\xf4\x90\x80\x80",
-            "\\xc0\\x8a\\xe0\\x80\\x8a\\xed\\xa0\\x80\\xf4\\x90\\x80\\x80"},
-        {"Gr\u00fc\u00dfe \u6f22 \U0001f600 \\n", "Gr\u00fc\u00dfe \u6f22 \U0001f600 \\n"},
-    };
-    const StandardError pieces(StandardError::Pieces);
-    for (const auto& [message, line] : cases) {
-        dlog_print(DLOG_INFO, "tag", "[%s]\n\n", message);
-        EXPECT_EQ(pieces.next(), std::string("I/tag: [") + line + "]\n\n\n");
-    }
-    dlog_print(DLOG_INFO, "tag", "%s", "end\n");
-    EXPECT_EQ(pieces.next(), "I/tag: end\\n\n") << "no line end of the format's";
-    dlog_print(DLOG_INFO, "tag", "a%cb", '\0');
-    EXPECT_EQ(pieces.next(), "I/tag: a\\x00b\n");
+    apart([] {
+        const Reader pieces(Pieces);
+        const std::string longText(100000, 'x');
+        errno = ENOENT;
+        EXPECT_EQ(dlog_print(DLOG_DEBUG, "tag", "%s=%d", "value", 5), 15);
+        EXPECT_EQ(errno, ENOENT);
+        dlog_print(DLOG_INFO, nullptr, "in\nside\n");
+        dlog_print(DLOG_WARN, "tag", "%s", longText.c_str());
+        EXPECT_EQ(dlog_print(DLOG_INFO, "tag", nullptr), -EINVAL);
+        EXPECT_EQ(dlog_print(static_cast<log_priority>(7), "tag", "x"), -EINVAL);
+        EXPECT_EQ(pieces.next(), "D/tag: value=5\n");
+        EXPECT_EQ(pieces.next(), "I/: in\\nside\n\n");
+        EXPECT_EQ(pieces.next(), "W/tag: " + longText + '\n');
+        EXPECT_EQ(pieces.next(), "");
+        const std::pair<const char*, const char*> cases[] = {
+            {"\nE/tessel-ui: forged", "\\nE/tessel-ui: forged"},
+            {"end\n\n", "end\\n\\n"},
+            {"\x1b[2J\x07\t\r\x7f\x01", "\\x1b[2J\\x07\\t\\r\\x7f\\x01"},
+            {"\u0080\u0085\u009b\u00a0", "\\u0080\\u0085\\u009b\u00a0"},
+            {"\u2027\u2028\u2029\u202a", "\u2027\\u2028\\u2029\u202a"},
+            {"\xff\x9b\xe2\x80", "\\xff\\x9b\\xe2\\x80"},
+            {"\xc0\x8a\xe0\x80\x8a\xed\xa0\x80\xf4\x90\x80\x80",
+                "\\xc0\\x8a\\xe0\\x80\\x8a\\xed\\xa0\\x80\\xf4\\x90\\x80\\x80"},
+            {"Gr\u00fc\u00dfe \u6f22 \U0001f600 \\n", "Gr\u00fc\u00dfe \u6f22 \U0001f600 \\n"},
+        };
+        for (const auto& [message, line] : cases) {
+            dlog_print(DLOG_INFO, "tag", "[%s]\n\n", message);
+            EXPECT_EQ(pieces.next(), std::string("I/tag: [") + line + "]\n\n\n");
+        }
+        dlog_print(DLOG_INFO, "tag", "%s", "end\n");
+        EXPECT_EQ(pieces.next(), "I/tag: end\\n\n") << "no line end of the format's";
+        dlog_print(DLOG_INFO, "tag", "a%cb", '\0');
+        EXPECT_EQ(pieces.next(), "I/tag: a\\x00b\n");
+    });
 }
 
 TEST(ALogLine, IsDroppedAndCountedWhereNobodyTakesIt)
 {
     const struct {
-        StandardError::Kind kind;
+        Kind kind;
         size_t length;
         int lines;
+        bool mayOpenIt = true; ///< once more, to write there without waiting
     } cases[] = {
-        {StandardError::SmallPipe, 5, 1000},
-        {StandardError::SmallPipe, 3000, 5},
-        {StandardError::SmallPipe, 20000, 2}, // a part of the first is taken, and has to be finished
-        {StandardError::Stream, 3000, 1000},
+        {SmallPipe, 5, 1000},
+        {SmallPipe, 3000, 5},
+        {SmallPipe, 3000, 5, false},
+        {SmallPipe, 20000, 2}, // a part of the first is taken, and has to be finished
+        {Stream, 3000, 1000},
     };
-    for (const auto& [kind, length, lines] : cases) {
-        SCOPED_TRACE(length);
-        const std::string text(length, 'x');
-        apart([&, kind = kind, lines = lines] {
-            const StandardError reader(kind);
+    for (const auto& one : cases) {
+        apart([&] {
+            const Reader reader(one.kind);
             const int flags = fcntl(STDERR_FILENO, F_GETFL);
+            const rlimit none = {3, 3};
+            if (!one.mayOpenIt)
+                setrlimit(RLIMIT_NOFILE, &none);
             for (int round = 0; round < 2; ++round)
-                expectWholeLinesAndTheNumberOfTheOthers(reader, text, lines);
+                expectWholeLinesAndTheNumberOfTheOthers(reader, std::string(one.length, 'x'), one.lines);
             EXPECT_EQ(fcntl(STDERR_FILENO, F_GETFL), flags) << "which other processes share";
+            reader.end();
+            EXPECT_EQ(dlog_print(DLOG_INFO, "tag", "lost"), -EPIPE);
         });
     }
-    apart([] {
-        const StandardError reader(StandardError::SmallPipe);
-        const rlimit none = {3, 3}; // the pipe cannot be opened once more
-        setrlimit(RLIMIT_NOFILE, &none);
-        expectWholeLinesAndTheNumberOfTheOthers(reader, std::string(3000, 'x'), 5);
-    });
-    apart([] {
-        StandardError gone(StandardError::SmallPipe);
-        gone.endReader();
-        EXPECT_EQ(dlog_print(DLOG_INFO, "tag", "lost"), -EPIPE);
-    });
 }
 
 TEST(ALogLine, GoesToTheJournalWhenStandardErrorIsTheJournals)

@@ -1,5 +1,7 @@
+#include "Process.h"
 #include "StoreFixture.h"
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -8,9 +10,10 @@ namespace fs = std::filesystem;
 class OrbisSettings : public StoreFixture {
 protected:
     /// @return the tool after it has ended
-    std::unique_ptr<tv::Process> run(const Words& arguments) const
+    std::unique_ptr<tv::Process> run(Words arguments) const
     {
-        auto result = tool(arguments);
+        arguments.insert(arguments.begin(), ORBIS_SETTINGS_TOOL);
+        auto result = std::make_unique<tv::Process>(arguments, m_folders.environment());
         result->waitForExit();
         return result;
     }
@@ -19,6 +22,20 @@ protected:
     {
         return std::make_unique<tv::Process>(
             Words {"sh", "-c", script, ORBIS_SETTINGS_TOOL}, m_folders.environment());
+    }
+    /// Writes an integer until a tool that watches the key tells of it: from then on it listens.
+    static bool listens(const tv::Process& tool, const char* key)
+    {
+        return tv::waitUntil([&] {
+            vconf_set_int(key, 0);
+            return !tool.output().empty();
+        });
+    }
+    /// @return whether the line comes to be among those that the tool has printed
+    static bool tells(const tv::Process& tool, const std::string& line)
+    {
+        const Words& lines = tool.output();
+        return tv::waitUntil([&] { return std::count(lines.begin(), lines.end(), line) > 0; });
     }
 };
 

@@ -3,7 +3,6 @@
 #define TESTS_STORE_FIXTURE_H
 
 #include "Folders.h"
-#include "Process.h"
 #include "vconf.h"
 
 #include <functional>
@@ -23,8 +22,6 @@ protected:
     std::string state() const { return m_folders.state(); }
     std::string runtime() const { return m_folders.runtime(); }
     std::string drafts() const { return state() + "/db/.tmp"; }
-    /// Starts orbis-settings.
-    std::unique_ptr<tv::Process> tool(Words arguments) const;
 
     const tv::Folders m_folders;
     const tv::Settings m_settings {m_folders};
@@ -88,11 +85,5 @@ private:
 void settle();
 
 std::optional<std::string> text(const std::string& key);
-
-/// Writes an integer until the tool that watches the key tells of it: from then on it listens.
-bool listens(const tv::Process& tool, const char* key);
-
-/// @return whether the line comes to be among those that a program has printed
-bool tells(const tv::Process& program, const std::string& line);
 
 #endif

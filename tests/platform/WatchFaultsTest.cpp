@@ -100,6 +100,29 @@ TEST_F(AWatchInTrouble, LooksFromTimeToTimeOnlyAsLongAsTheKernelCannotWatch)
     }
 }
 
+TEST_F(AWatchInTrouble, FollowsWhatIsMountedOverItsFolder)
+{
+    if (!allowsBoxes())
+        GTEST_SKIP() << "no mounts of a test's own on this machine";
+    vconf_set_int("memory/k", 1);
+    apart([&] {
+        ecore_fork_reset();
+        enterBox();
+        const Watch watch("memory/k");
+        int calls = 0;
+        // Once over the folder itself, once over the one above it; each time nothing happens in a folder.
+        for (const std::string& place : {runtime() + "/memory", runtime()}) {
+            ASSERT_EQ(mount("none", place.c_str(), "tmpfs", 0, nullptr), 0);
+            EXPECT_TRUE(watch.called(++calls)) << "gone: " << place;
+            vconf_set_int("memory/k", 2);
+            EXPECT_TRUE(watch.called(++calls)) << place;
+            ASSERT_EQ(umount2(place.c_str(), MNT_DETACH), 0);
+            EXPECT_TRUE(watch.called(++calls)) << "back: " << place;
+            EXPECT_EQ(m_settings.getInt("memory/k"), 1);
+        }
+    });
+}
+
 TEST_F(AWatchInTrouble, TellsWritesOfOthersByEachDifference)
 {
     const std::string path = runtime() + "/memory/k";

@@ -3,7 +3,6 @@
 #include "dlog.h"
 #include "wizard.h"
 
-#include <stdexcept>
 #include <sys/stat.h>
 
 class TheWizard : public StoreFixture {
@@ -49,14 +48,4 @@ TEST_F(TheWizard, BeginsWithWhatProgramsExpectOfSignals)
     EXPECT_EQ(run("grep -q '^SigBlk:.*[^0[:space:]]' /proc/self/status && exit 1; exit 0"), 0);
     sigaction(SIGTERM, nullptr, &after);
     EXPECT_EQ(after.sa_sigaction, own.sa_sigaction) << "afterwards the signals are the caller's again";
-}
-
-TEST_F(TheWizard, RefusesInvalidArguments)
-{
-    char name[] = "caller";
-    char* arguments[] = {name, nullptr};
-    for (const int count : {0, 2})
-        EXPECT_THROW(Wizard::StartWizardApp(count, arguments, "org.app", nullptr), std::invalid_argument);
-    for (const char* application : {"", static_cast<const char*>(nullptr)})
-        EXPECT_THROW(Wizard::StartWizardApp(1, arguments, application, nullptr), std::invalid_argument);
 }
