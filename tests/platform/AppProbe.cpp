@@ -35,11 +35,9 @@ bool on_create(void*)
     // As a child has it.
     if (does("environment") && system("echo HOME=$HOME; echo XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR-none}") != 0)
         return false;
-    if (does("window")) {
-        s_window = elm_win_add(nullptr, "probe", ELM_WIN_BASIC);
-        elm_flux_manager_init(s_window);
-        evas_object_show(s_window);
-    }
+    s_window = elm_win_add(nullptr, "probe", ELM_WIN_BASIC);
+    elm_flux_manager_init(s_window);
+    evas_object_show(s_window);
     const auto end = [](void*) -> Eina_Bool {
         elm_exit();
         return ECORE_CALLBACK_CANCEL;
@@ -51,10 +49,8 @@ bool on_create(void*)
 void on_terminate(void*)
 {
     tell("terminate");
-    if (s_window) {
-        elm_flux_manager_fini();
-        evas_object_del(std::exchange(s_window, nullptr));
-    }
+    elm_flux_manager_fini();
+    evas_object_del(std::exchange(s_window, nullptr));
     // A window manager's answer, or whatever else the toolkit still has to say.
     for (int i = 0; i < 10; ++i)
         ecore_main_loop_iterate_may_block(0);

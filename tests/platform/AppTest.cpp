@@ -31,7 +31,7 @@ protected:
 
 TEST_F(AnApplicationsRun, IsPausedAndResumedOnlyWhileItRunsAlsoTheSecondTime)
 {
-    EXPECT_EQ(run({"twice", "window"}),
+    EXPECT_EQ(run({"twice"}),
         (Words {"create", "resume", "terminate", "result 0", "create", "resume", "terminate", "result 0"}));
     EXPECT_FALSE(fs::exists(fs::path(runtime()) / "apps" / "app-probe"));
     EXPECT_TRUE(fs::is_empty(fs::path(runtime()) / "app-control"));
@@ -54,12 +54,13 @@ TEST_F(AnApplicationsRun, NeedsNoHomeChangesNoneAndLeavesNothing)
     };
     for (const auto& [options, told] : cases) {
         const Words expected {"create", told[0], told[1], "resume", "terminate", "result 0"};
-        EXPECT_EQ(run({"environment", "window"}, options), expected);
+        EXPECT_EQ(run({"environment"}, options), expected);
         EXPECT_EQ(temporary(), before);
     }
     EXPECT_NE(m_errors.find("app-probe cannot tell whether it runs already: /proc/none"), std::string::npos)
         << "the last one had no runtime folder";
-    EXPECT_EQ(run({"unheard"}, {"ORBIS_RUNTIME_DIR=/proc/none"}), (Words {"create", "terminate", "result 0"}))
+    EXPECT_EQ(run({"unheard"}, {"ORBIS_RUNTIME_DIR=/proc/none"}),
+        (Words {"create", "resume", "terminate", "result 0"}))
         << "where nobody hears it complain";
 }
 

@@ -68,7 +68,6 @@ public:
     /// The same for a second watch of a key: there is one for each callback.
     static void also(keynode_t* node, void* data) { on_changed(node, data); }
 
-    bool active() const { return m_active; }
     int end();
     int calls() const { return m_calls; }
     bool called(int times = 1) const;

@@ -1,3 +1,4 @@
+#include "Processes.h"
 #include "StoreFixture.h"
 
 #include <algorithm>
@@ -6,6 +7,10 @@
 #include <cstring>
 #include <filesystem>
 #include <malloc.h>
+#include <memory>
+#include <sys/inotify.h>
+#include <sys/ioctl.h>
+#include <sys/sysmacros.h>
 #include <sys/time.h>
 
 namespace fs = std::filesystem;
@@ -48,11 +53,6 @@ TEST_F(ASettingsStore, RefusesKeysOutsideItsAreas)
         EXPECT_EQ(vconf_notify_key_changed(key, Watch::on_changed, nullptr), VCONF_ERROR) << key;
     }
     EXPECT_FALSE(fs::exists(state())) << "nothing was written";
-    EXPECT_EQ(vconf_set_int(nullptr, 1), VCONF_ERROR);
-    EXPECT_EQ(vconf_set_str("db/x", nullptr), VCONF_ERROR);
-    EXPECT_EQ(vconf_get_int("db/x", nullptr), VCONF_ERROR);
-    EXPECT_EQ(vconf_notify_key_changed("db/x", nullptr, nullptr), VCONF_ERROR);
-    EXPECT_EQ(vconf_list("", nullptr, nullptr), VCONF_ERROR);
 }
 
 TEST_F(ASettingsStore, EscapesNamesAndListsThemSorted)
@@ -127,4 +127,76 @@ TEST_F(ASettingsStore, SweepsTheDraftsOfKilledWritersAndLeavesNoneItself)
     fs::create_directory(state() + "/db/taken"); // the rename of this write fails
     EXPECT_EQ(vconf_set_int("db/taken", 1), VCONF_ERROR);
     EXPECT_EQ(namesIn(drafts()), Words {"young"});
+}
+
+TEST_F(ASettingsStore, LeavesAloneWhatIsNoFileUntilItIsReplaced)
+{
+    vconf_set_int("db/k", 1);
+    const std::string folder = state() + "/db/";
+    writeFile(m_folder + "/target", "int\n5");
+    fs::create_symlink(m_folder + "/target", folder + "link");
+    fs::create_directory(folder + "folder");
+    ASSERT_EQ(mkfifo((folder + "pipe").c_str(), 0600), 0);
+    Words names {"link", "folder", "pipe"};
+    if (mknod((folder + "device").c_str(), S_IFCHR | 0600, makedev(1, 5)) == 0) // only root may
+        names.emplace_back("device");
+    const int opened = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    for (const std::string& name : names) {
+        const std::string key = "db/" + name;
+        inotify_add_watch(opened, (folder + name).c_str(), IN_OPEN | IN_DONT_FOLLOW);
+        int value = 77;
+        EXPECT_EQ(vconf_get_int(key.c_str(), &value), VCONF_ERROR) << key;
+        EXPECT_EQ(text(key), std::nullopt) << key;
+        EXPECT_EQ(vconf_get_type(key.c_str()), VCONF_TYPE_NONE) << key;
+    }
+    int bytes = 0;
+    EXPECT_EQ(ioctl(opened, FIONREAD, &bytes), 0);
+    EXPECT_EQ(bytes, 0) << "something was opened";
+    close(opened);
+    const auto ignored = [](const char*, void*) {};
+    EXPECT_EQ(vconf_list("db/", ignored, nullptr), 1);
+
+    for (const std::string& name : names) {
+        const std::string key = "db/" + name;
+        const bool isFolder = name == "folder";
+        const Watch watch(key);
+        EXPECT_EQ(vconf_set_int(key.c_str(), 2), isFolder ? VCONF_ERROR : VCONF_OK) << key;
+        EXPECT_EQ(isFolder ? 0 : modeOf(folder + name) & 0007U, 0U) << key << ": not the old mode";
+        EXPECT_EQ(vconf_unset(key.c_str()), isFolder ? VCONF_ERROR : VCONF_OK) << key;
+        if (isFolder)
+            fs::remove(folder + name);
+        EXPECT_TRUE(watch.called()) << key;
+    }
+    EXPECT_EQ(readFile(m_folder + "/target"), "int\n5");
+    EXPECT_EQ(namesIn(drafts()), Words {});
+}
+
+TEST_F(ASettingsStore, ShowsNoHalfValueOfManyWritersAndDeliversTheLast)
+{
+    // A text tells whether it is whole: it is one letter, from end to end, as often as that letter has it.
+    const auto some = [](int number) {
+        return std::string(
+            1 + 400U * (static_cast<unsigned int>(number) % 26), static_cast<char>('a' + number % 26));
+    };
+    int bad = 0;
+    std::string last;
+    const Watch watch("memory/storm", [&] {
+        last = text("memory/storm").value_or("");
+        bad += last.empty() || last != some(last[0] - 'a');
+    });
+    std::vector<std::unique_ptr<Child>> writers;
+    for (int writer = 0; writer < 4; ++writer) {
+        writers.push_back(std::make_unique<Child>([=] {
+            int failures = 0;
+            for (int i = 0; i < 400; ++i)
+                failures += vconf_set_str("memory/storm", some(writer + i).c_str()) != VCONF_OK;
+            return failures;
+        }));
+    }
+    for (const auto& writer : writers) {
+        EXPECT_TRUE(runUntil([&] { return writer->wait(WNOHANG).has_value(); }, 120));
+        EXPECT_EQ(writer->wait(WNOHANG), 0);
+    }
+    EXPECT_TRUE(runUntil([&] { return last == text("memory/storm"); }));
+    EXPECT_EQ(bad, 0);
 }
