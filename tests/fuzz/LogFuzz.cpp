@@ -3,36 +3,26 @@
 #include "dlog.h"
 
 #include <fcntl.h>
-#include <sys/socket.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
 
-/// A datagram socket stands for standard error, so that each write arrives as one piece.
-struct Line {
-    Line()
-    {
-        const int room = 1 << 20;
-        fuzz::demand(socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, ends) == 0, "a socket");
-        setsockopt(ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
-    }
-
-    const int report = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
-    int ends[2] = {-1, -1};
-};
-
+/// @return what is written to standard error, for which a file stands
 template <typename Write>
 std::string written(const Write& write)
 {
-    static const Line s_line;
-    static char bytes[1 << 20];
-    dup2(s_line.ends[1], STDERR_FILENO);
+    static const int s_report = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3);
+    static const int s_file = memfd_create("log", MFD_CLOEXEC);
+    lseek(s_file, 0, SEEK_SET);
+    fuzz::demand(ftruncate(s_file, 0) == 0, "room");
+    dup2(s_file, STDERR_FILENO);
     const int result = write();
-    dup2(s_line.report, STDERR_FILENO);
-    const ssize_t size = recv(s_line.ends[0], bytes, sizeof bytes, MSG_DONTWAIT);
-    fuzz::demand(size > 0 && size == result, "a line is written");
-    fuzz::demand(recv(s_line.ends[0], bytes + size, 1, MSG_DONTWAIT) < 0, "and nothing else");
-    return {bytes, static_cast<size_t>(size)};
+    dup2(s_report, STDERR_FILENO);
+    static char s_bytes[1 << 20];
+    const ssize_t size = pread(s_file, s_bytes, sizeof s_bytes, 0);
+    fuzz::demand(size > 0 && size == result, "a line is written, and nothing else");
+    return {s_bytes, static_cast<size_t>(size)};
 }
 
 bool isControl(std::string_view line, size_t i)

@@ -17,13 +17,32 @@ Actions::const_iterator find(const Actions& actions, const std::string& name)
 
 } // namespace
 
-Actions actionsWithout(const Arguments& names)
+std::string Step::line() const
 {
-    Actions actions;
-    for (const Actions& part : {requestActions(), viewerActions(), surroundingActions()})
-        actions.insert(actions.end(), part.begin(), part.end());
-    for (const std::string& name : names)
-        actions.erase(find(actions, name));
+    std::string result = action;
+    for (const std::string& argument : arguments)
+        result.append("\t").append(base::GStr(g_strescape(argument.c_str(), nullptr)).get());
+    return result;
+}
+
+Step Step::fromLine(const std::string& line)
+{
+    std::istringstream words(line);
+    Step step;
+    std::getline(words, step.action, '\t');
+    for (std::string word; std::getline(words, word, '\t');)
+        step.arguments.emplace_back(base::GStr(g_strcompress(word.c_str())).get());
+    if (!line.empty() && line.back() == '\t')
+        step.arguments.emplace_back(); // one that is empty
+    return step;
+}
+
+Actions actionsWithout(const char* const* names)
+{
+    Actions actions = setUpActions();
+    actions.insert(actions.end(), surroundingActions().begin(), surroundingActions().end());
+    for (; names && *names; ++names)
+        actions.erase(find(actions, *names));
     return actions;
 }
 

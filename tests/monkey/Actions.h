@@ -3,26 +3,39 @@
 #define TESSEL_TESTS_ACTIONS_H
 
 #include "Random.h"
-#include "Step.h"
 #include "World.h"
 
 namespace monkey {
 
+/// One thing that the monkey does, as it stands in a trace.
+struct Step {
+    std::string action;
+    Arguments arguments;
+
+    /// @return one line: action and arguments behind tabs, what is not plain in them written as in C
+    std::string line() const;
+    static Step fromLine(const std::string& line);
+};
+
 struct Action {
     const char* name;
     size_t weight; ///< how often, beside the others
-    Arguments (*make)(Random& random); ///< from chance alone, so that a seed is a sequence of steps
-    void (*perform)(World& world, const Arguments& arguments);
+    std::function<Arguments(Random& random)>
+        make; ///< from chance alone, so that a seed is a sequence of steps
+    std::function<void(World& world, const Arguments& arguments)> perform;
 };
 
 using Actions = std::vector<Action>;
 
-const Actions& requestActions();
-const Actions& viewerActions();
+/// What the daemon and the viewer do.
+const Actions& setUpActions();
+/// What the machine does: the daemon's moods, the bus, the window manager, the settings' folders, signals and
+/// launches; in Surroundings.cpp.
 const Actions& surroundingActions();
 
+/// @param names  ended by a null; null for none
 /// @return all without those of these names. @throws std::runtime_error for one that there is not
-Actions actionsWithout(const Arguments& names);
+Actions actionsWithout(const char* const* names);
 
 Step someStep(const Actions& actions, Random& random);
 

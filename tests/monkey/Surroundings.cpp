@@ -1,117 +1,180 @@
 /// What the monkey does to the world around the program.
-#include "World.h"
+#include "Actions.h"
 
-#include <filesystem>
+#include <csignal>
 #include <sys/mount.h>
 
 namespace monkey {
 
 namespace {
 
-constexpr const char* kGone = ".gone";
+namespace fs = std::filesystem;
+
+const std::map<std::string, tv::Answer> kManners {{"right", tv::Answer::Zero}, {"late", tv::Answer::Held},
+    {"refusing", tv::Answer::Refusal}, {"wrong", tv::Answer::WrongType}, {"leaving", tv::Answer::Vanish}};
+
+tv::Milliseconds milliseconds(const std::string& number)
+{
+    return tv::Milliseconds(std::stoi(number));
+}
+
+/// One of these, each as often as it comes.
+auto oneOf(const Arguments& choice)
+{
+    return [=](Random& random) { return Arguments {random.pick(choice)}; };
+}
+
+auto numberBelow(size_t end)
+{
+    return [=](Random& random) { return Arguments {random.numberBelow(end)}; };
+}
 
 } // namespace
 
-void World::answer(const std::string& how)
+void World::answer(const Arguments& methodAndManner)
 {
-    if (!box.daemon || !box.daemon->running())
+    if (!box.daemon)
         return;
-    box.daemon->behave(how);
-    m_daemonIsWilling = how == tv::kWilling || (m_daemonIsWilling && how == tv::kRefusing);
-}
-
-void World::removeDaemon()
-{
-    box.daemon.reset();
+    const std::string& method = methodAndManner[0];
+    const tv::Answer how = kManners.at(methodAndManner[1]);
+    box.daemon->answer(method, how);
+    m_disturbed.erase(method);
+    if (how != tv::Answer::Zero && how != tv::Answer::Refusal)
+        m_disturbed.insert(method);
 }
 
 /// One that has left the bus in the midst of an answer counts as gone, too.
-void World::bringDaemon()
+void World::changeDaemon(const Arguments& how)
 {
-    if (!m_busIsUp)
+    box.daemon.reset();
+    if (how[0] != "back")
         return;
-    box.bringDaemon();
-    m_daemonIsWilling = true;
+    box.daemon = std::make_unique<tv::Daemon>(m_bus.address());
+    for (const char* method : {"ServerStarted", "StopTessel"})
+        m_disturbed.erase(method);
 }
 
-void World::killBus()
+void World::interruptBus(const Arguments& duration)
 {
-    if (!m_busIsUp)
-        return;
     box.daemon.reset();
     m_bus.kill();
-    m_busIsUp = false;
-}
-
-void World::bringBus()
-{
-    if (m_busIsUp)
-        return;
+    tv::stays([this] { return isRunning(); }, milliseconds(duration[0]));
+    check();
     m_bus.restart();
-    m_busIsUp = true;
-    bringDaemon();
+    changeDaemon({"back"});
     if (!isRunning() || m_mayEnd)
         return;
-    const bool isBack =
-        tv::waitUntil([this] { return !isRunning() || box.daemon->findsUi(box.program->pid()); });
-    if (!isBack)
+    if (!tv::waitUntil([this] { return !isRunning() || box.daemon->findsUi(box.program->pid()); }))
         throw Fault("the bus is back, and the program does not come back to it");
 }
 
-void World::removeFolder(const std::string& name)
+void World::changeFolders(const Arguments& how)
 {
-    const std::filesystem::path folder = box.folders.root() / name;
+    const std::string state = box.folders.state();
+    const fs::path gone = box.folders.root() / "gone";
     std::error_code ignored;
-    std::filesystem::remove_all(folder.string() + kGone, ignored);
-    std::filesystem::rename(folder, folder.string() + kGone, ignored);
-    m_folderWasGone = true;
-}
-
-/// By a mount, because root may write whatever the permissions say; others may not mount.
-void World::lockFolder()
-{
-    const std::filesystem::path folder = box.folders.state();
-    if (mount(folder.c_str(), folder.c_str(), nullptr, MS_BIND, nullptr) == 0)
-        mount(nullptr, folder.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr);
-    else
-        std::filesystem::permissions(folder / "db", std::filesystem::perms {0555});
-    m_folderWasGone = true;
-}
-
-void World::bringFolders()
-{
-    while (umount2(box.folders.state().c_str(), MNT_DETACH) == 0) { }
-    std::error_code missing;
-    std::filesystem::permissions(box.folders.state() / "db", std::filesystem::perms {0755}, missing);
-    for (const auto& folder : {box.folders.state(), box.folders.runtime()}) {
-        std::error_code ignored;
-        const std::filesystem::path gone = folder.string() + kGone;
-        if (!std::filesystem::exists(gone))
-            continue;
-        std::filesystem::remove_all(folder, ignored);
-        std::filesystem::rename(gone, folder, ignored);
-    }
-}
-
-void World::resizeScreen(int width, int height)
-{
-    if (m_screen == tv::Geometry {0, 0, width, height})
+    if (how[0] == "back") {
+        while (umount2(state.c_str(), MNT_DETACH) == 0) { }
+        for (const std::string name : {"state", "runtime"}) {
+            if (!fs::exists(gone / name))
+                continue;
+            fs::remove_all(box.folders.root() / name, ignored);
+            fs::rename(gone / name, box.folders.root() / name, ignored);
+        }
         return;
-    display.resize(width, height);
+    }
+    m_disturbed.insert("folders");
+    if (how[0] == "locked") {
+        // By a mount, because root may write whatever the permissions say; others may not mount.
+        if (mount(state.c_str(), state.c_str(), nullptr, MS_BIND, nullptr) == 0)
+            mount(nullptr, state.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr);
+        return;
+    }
+    fs::create_directory(gone);
+    fs::remove_all(gone / how[0], ignored);
+    fs::rename(box.folders.root() / how[0], gone / how[0], ignored);
+}
+
+void World::resizeScreen(const Arguments& size)
+{
+    const int width = std::stoi(size[0]);
+    const int height = std::stoi(size[0].substr(size[0].find('x') + 1));
+    if (width != m_screen.width || height != m_screen.height)
+        display.resize(width, height);
     m_screen = {0, 0, width, height};
 }
 
-void World::stopManager()
+void World::changeWindowManager(const Arguments& how)
 {
-    display.stopManager();
-    m_managerIsUp = false;
+    const bool isBack = how[0] == "back";
+    if (!isBack)
+        display.stopManager();
+    else if (!m_managerIsUp)
+        display.startManager();
+    m_managerIsUp = isBack;
 }
 
-void World::bringManager()
+void World::pause(const Arguments& duration)
 {
-    if (!m_managerIsUp)
-        display.startManager();
-    m_managerIsUp = true;
+    box.program->signal(SIGSTOP);
+    tv::pass(milliseconds(duration[0]));
+    box.program->signal(SIGCONT);
+}
+
+void World::writeStartMode(const Arguments& mode)
+{
+    const int value = std::stoi(mode[0]);
+    m_mayEnd = m_mayEnd || value == 100;
+    if (box.settings.setInt(tv::kStartMode, value) && value == 100)
+        mustEnd("the start mode 100");
+}
+
+void World::endBySignal(const Arguments& number)
+{
+    m_mayEnd = true;
+    box.program->signal(std::stoi(number[0]));
+    mustEnd("a signal");
+}
+
+void World::endAndLaunch(const Arguments& wayAndDelay)
+{
+    m_mayEnd = true;
+    if (wayAndDelay[0] == "signal")
+        box.program->signal(SIGTERM);
+    else
+        box.settings.setInt(tv::kStartMode, 100);
+    tv::pass(milliseconds(wayAndDelay[1]));
+    if (isRunning())
+        launch();
+}
+
+const Actions& surroundingActions()
+{
+    constexpr static const char* kMethods[] = {"ServerStarted", "StopTessel"};
+    constexpr static const char* kAnswers[] = {"right", "late", "refusing", "wrong", "leaving"};
+    constexpr static const char* kWays[] = {"signal", "mode"};
+    static const Actions actions {
+        {"answer", 6,
+            [](Random& random) {
+                return Arguments {random.pick(kMethods), random.pick(kAnswers)};
+            },
+            &World::answer},
+        {"daemon", 3, oneOf({"back", "gone"}), &World::changeDaemon},
+        {"bus", 1, numberBelow(1500), &World::interruptBus},
+        {"folders", 3, oneOf({"back", "back", "back", "state", "runtime", "locked"}), &World::changeFolders},
+        {"screen", 2, oneOf({"1920x1080", "1280x720", "800x600"}), &World::resizeScreen},
+        {"manager", 2, oneOf({"back", "gone"}), &World::changeWindowManager},
+        {"pause", 2, numberBelow(2000), &World::pause},
+        {"mode", 3, oneOf({"0", "5", "99", "101", "-100", "100", "100"}), &World::writeStartMode},
+        {"signal", 2, oneOf({"1", "2", "15"}), &World::endBySignal},
+        {"launch", 3, [](Random&) { return Arguments {}; }, &World::launch},
+        {"relaunch", 2,
+            [](Random& random) {
+                return Arguments {random.pick(kWays), random.numberBelow(100)};
+            },
+            &World::endAndLaunch},
+    };
+    return actions;
 }
 
 } // namespace monkey

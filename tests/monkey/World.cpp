@@ -9,44 +9,35 @@ namespace monkey {
 
 namespace {
 
-using tv::Milliseconds;
+namespace fs = std::filesystem;
 using tv::waitUntil;
 
 /// For a sanitizer build on a busy machine.
-constexpr Milliseconds kPatience {60000};
+constexpr tv::Milliseconds kPatience {60000};
 /// Between two steps the program gets this long to do what it will.
-constexpr Milliseconds kBreath {30};
+constexpr tv::Milliseconds kBreath {30};
 constexpr size_t kMostMemory = 900000; // kB, a sanitizer's shadow included
 constexpr long kMostDescriptors = 120;
-constexpr const char* kReports[] = {"ERROR: AddressSanitizer", "runtime error: ", "ERROR: LeakSanitizer",
-    "AddressSanitizer:DEADLYSIGNAL", "terminate called", "Assertion `"};
 
-size_t memoryOf(int pid)
+/// @return the processes that live in these folders
+std::string processesIn(const std::string& root)
 {
-    const std::string status = tv::readFile("/proc/" + std::to_string(pid) + "/status");
+    const std::string look = "grep -las ORBIS_STATE_DIR=" + root + "/ /proc/[0-9]*/environ | cat";
+    return tv::outputOf({"sh", "-c", look}, {"PATH=/usr/bin:/bin"}).value_or("");
+}
+
+void checkResources(int pid)
+{
+    const fs::path process = "/proc/" + std::to_string(pid);
+    const std::string status = tv::readFile(process / "status");
     const size_t at = status.find("VmRSS:");
-    return at == std::string::npos ? 0 : std::strtoul(status.c_str() + at + 6, nullptr, 10);
-}
-
-long descriptorsOf(int pid)
-{
+    const size_t memory = at == std::string::npos ? 0 : std::strtoul(status.c_str() + at + 6, nullptr, 10);
+    if (memory > kMostMemory)
+        throw Fault("it has grown to " + std::to_string(memory) + " kB");
     std::error_code gone;
-    const std::filesystem::directory_iterator all("/proc/" + std::to_string(pid) + "/fd", gone);
-    return gone ? 0 : std::distance(begin(all), end(all));
-}
-
-/// @return the processes that live in these folders, but for the daemon
-std::string processesIn(const std::filesystem::path& root, int daemon)
-{
-    std::string found;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-        const std::string name = entry.path().filename();
-        if (name.find_first_not_of("0123456789") == std::string::npos && name != std::to_string(daemon)
-            && tv::readFile(entry.path() / "environ").find("ORBIS_STATE_DIR=" + root.string() + "/")
-                != std::string::npos)
-            found += name + " ";
-    }
-    return found;
+    const long descriptors = std::distance(fs::directory_iterator(process / "fd", gone), {});
+    if (descriptors > kMostDescriptors)
+        throw Fault("it has " + std::to_string(descriptors) + " descriptors open");
 }
 
 } // namespace
@@ -57,35 +48,40 @@ World::World()
     if (unshare(CLONE_NEWNS) == 0)
         mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
     const char* options = std::getenv("ASAN_OPTIONS");
+    // A program with something to report ends at once, and not with 0.
     box.setVariable("ASAN_OPTIONS",
         std::string(options ? options : "")
             + ":verify_asan_link_order=0:fast_unwind_on_malloc=0:quarantine_size_mb=16:exitcode=99");
     box.setVariable("LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAKS_OF_THE_TOOLKIT);
-    box.setVariable("UBSAN_OPTIONS", "print_stacktrace=1");
+    box.setVariable("UBSAN_OPTIONS", "print_stacktrace=1:halt_on_error=1");
+}
+
+/// Answers what the daemon holds back meanwhile. @return false when the program still runs without it
+bool World::waitForProgram(const std::function<bool()>& condition)
+{
+    return waitUntil(
+        [&] {
+            if (box.daemon)
+                box.daemon->release();
+            return !isRunning() || condition();
+        },
+        kPatience);
 }
 
 void World::makeReady()
 {
     if (isRunning())
         return;
-    if (!m_busIsUp)
-        bringBus();
-    bringDaemon();
-    bringFolders();
-    bringManager();
-    resizeScreen(tv::Display::kScreen.width, tv::Display::kScreen.height);
-    box.daemon->forget();
+    changeDaemon({"back"});
+    changeFolders({"back"});
+    changeWindowManager({"back"});
+    resizeScreen({"1920x1080"});
     box.settings.setInt(tv::kStartMode, 0);
-    m_daemonIsWilling = true;
-    m_folderWasGone = false;
+    m_disturbed.clear();
     m_mayEnd = false;
-    m_linesRead = 0;
     ++m_starts;
     box.program = box.launch({"LAUNCH_MODE=POPUP"});
-    const bool isUp = waitUntil(
-        [this] { return !box.program->running() || box.daemon->findsUi(box.program->pid()); }, kPatience);
-    readReports();
-    if (!isUp || !box.program->running())
+    if (!waitForProgram([this] { return box.daemon->findsUi(box.program->pid()); }) || !isRunning())
         throw Fault("the program does not come up");
 }
 
@@ -93,25 +89,13 @@ void World::check()
 {
     if (!box.program)
         return;
-    tv::stays([] { return true; }, kBreath);
-    readReports();
+    tv::pass(kBreath);
+    if (box.daemon)
+        box.daemon->release();
     if (isRunning())
         checkLiving();
     if (!isRunning())
         checkEnd();
-}
-
-void World::readReports()
-{
-    const std::vector<std::string>& lines = box.program->errors();
-    for (; m_linesRead < lines.size(); ++m_linesRead) {
-        for (const char* report : kReports) {
-            if (lines[m_linesRead].find(report) != std::string::npos) {
-                box.program->waitForExit();
-                throw Fault(lines[m_linesRead]);
-            }
-        }
-    }
 }
 
 std::string World::whatIsWrongWith(const tv::Screen& screen) const
@@ -130,39 +114,25 @@ std::string World::whatIsWrongWith(const tv::Screen& screen) const
 
 void World::checkLiving()
 {
+    const std::string probe = box.folders.root() / "screen-probe";
     std::string wrong = "it does not answer";
     std::string shown;
-    const bool isWell = waitUntil(
-        [&] {
-            const auto screen = tv::askProbe(box.probeSocket());
-            if (screen) {
-                wrong = whatIsWrongWith(*screen);
-                shown = ": " + screen->description();
-            }
-            return !isRunning() || (screen && wrong.empty());
-        },
-        kPatience);
-    readReports();
+    const bool isWell = waitForProgram([&] {
+        const auto screen = tv::askProbe(probe);
+        if (screen) {
+            wrong = whatIsWrongWith(*screen);
+            shown = ": " + screen->description();
+        }
+        return screen && wrong.empty();
+    });
     if (!isWell)
         throw Fault(wrong + (display.hasKeys(box.program->pid()) ? "" : ", and it has no keys") + shown);
     if (isRunning())
-        checkResources();
+        checkResources(box.program->pid());
 }
 
-void World::checkResources()
+void World::checkStatus() const
 {
-    const size_t memory = memoryOf(box.program->pid());
-    m_mostMemory = std::max(m_mostMemory, memory);
-    if (memory > kMostMemory)
-        throw Fault("it has grown to " + std::to_string(memory) + " kB");
-    const long descriptors = descriptorsOf(box.program->pid());
-    if (descriptors > kMostDescriptors)
-        throw Fault("it has " + std::to_string(descriptors) + " descriptors open");
-}
-
-void World::checkStatus()
-{
-    readReports();
     const int status = *box.program->status();
     if (!m_mayEnd || status != 0)
         throw Fault("the program ended with " + std::to_string(status));
@@ -172,10 +142,11 @@ void World::checkEnd()
 {
     checkStatus();
     const int pid = box.program->pid();
-    const auto entry = box.folders.appStatus(tv::kPackage);
-    if (!waitUntil([&] { return !std::filesystem::exists(entry) && !display.visibleWindow(pid); }))
-        throw Fault("after its end there is still its " + (exists(entry) ? entry.string() : "window"));
-    const std::string processes = processesIn(box.folders.root(), box.daemon ? box.daemon->pid() : 0);
+    const auto gone = [&] { return !box.folders.appStatus(tv::kPackage) && !display.visibleWindow(pid); };
+    if (!waitUntil(gone))
+        throw Fault(
+            "after its end there is still its window or " + box.folders.appStatus(tv::kPackage).value_or(""));
+    const std::string processes = processesIn(box.folders.root());
     if (!processes.empty())
         throw Fault("after its end there are still processes: " + processes);
     box.program.reset();
@@ -184,28 +155,37 @@ void World::checkEnd()
 void World::mustEnd(const char* reason)
 {
     m_mayEnd = true;
-    if (!waitUntil([this] { return !isRunning(); }, kPatience))
+    if (!waitForProgram([] { return false; }))
         throw Fault(std::string("it does not end after ") + reason);
+}
+
+void World::end()
+{
+    if (!isRunning())
+        return;
+    endBySignal({"15"});
+    check();
 }
 
 void World::request(const std::string& method, const Arguments& texts, size_t times)
 {
-    if (!m_busIsUp || !box.daemon)
+    if (!box.daemon)
         return;
-    const size_t before = box.daemon->replies().size();
+    const std::vector<tv::Reply>& replies = box.daemon->replies();
+    const size_t before = replies.size();
     for (size_t i = 0; i < times; ++i)
-        box.daemon->send(method, texts);
-    waitUntil([&] { return box.daemon->replies().size() >= before + times || !isRunning(); }, kPatience);
-    if (!isUndisturbed() || m_mayEnd)
+        box.daemon->send(method, texts, kPatience);
+    waitUntil([&] { return replies.size() >= before + times || !isRunning(); }, kPatience);
+    if (!m_disturbed.empty() || m_mayEnd)
         return;
     for (size_t i = before; i < before + times && isRunning(); ++i) {
-        const auto& replies = box.daemon->replies();
-        if (i >= replies.size() || replies[i] != tv::kTaken)
-            throw Fault(method + " is answered with \"" + (i < replies.size() ? replies[i] : "") + "\"");
+        if (i >= replies.size() || replies[i].value != "(0,)")
+            throw Fault(
+                method + " is answered with \"" + (i < replies.size() ? replies[i].error : "") + "\"");
     }
 }
 
-void World::launch()
+void World::launch(const Arguments&)
 {
     auto other = box.launch({"LAUNCH_MODE=POPUP"});
     const bool wasEnding = m_mayEnd;
@@ -219,14 +199,12 @@ void World::launch()
         return;
     }
     checkStatus();
-    const bool isFound = box.daemon && m_busIsUp;
     const bool serves = waitUntil(
-        [&] { return !other->running() || !isFound || box.daemon->findsUi(other->pid()); }, kPatience);
+        [&] { return !other->running() || !box.daemon || box.daemon->findsUi(other->pid()); }, kPatience);
     if (!serves || !other->running())
         throw Fault(wasEnding ? "a launch while the program was closing is lost" : "both launches end");
     box.program = std::move(other);
     m_mayEnd = false;
-    m_linesRead = 0;
 }
 
 } // namespace monkey

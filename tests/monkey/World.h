@@ -2,12 +2,14 @@
 #ifndef TESSEL_TESTS_WORLD_H
 #define TESSEL_TESTS_WORLD_H
 
-#include "Step.h"
 #include "TvBox.h"
 
+#include <set>
 #include <stdexcept>
 
 namespace monkey {
+
+using Arguments = std::vector<std::string>;
 
 /// What must not happen did.
 class Fault : public std::runtime_error {
@@ -17,9 +19,7 @@ class Fault : public std::runtime_error {
 class World {
 public:
     World();
-    ~World() { bringFolders(); }
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
+    ~World() { changeFolders({"back"}); }
 
     /// Starts the program when none runs, in surroundings that were mended before. @throws Fault
     void makeReady();
@@ -35,34 +35,41 @@ public:
     void request(const std::string& method, const Arguments& texts, size_t times);
     /// Starts the program once more; whichever process serves afterwards is the program.
     /// @throws Fault when none does
-    void launch();
+    void launch(const Arguments& nothing = {});
 
-    /// Sets how the daemon answers.
-    void answer(const std::string& how);
-    void removeDaemon();
-    void bringDaemon();
-    void killBus();
-    void bringBus();
-    void removeFolder(const std::string& name);
-    /// Nobody can write to the settings that last, until they are brought back.
-    void lockFolder();
-    void bringFolders();
-    void resizeScreen(int width, int height);
-    void stopManager();
-    void bringManager();
+    // Steps of a trace, with their arguments: numbers are milliseconds, "back" makes whole what "gone" broke.
+
+    /// Sets how the daemon answers a method.
+    void answer(const Arguments& methodAndManner);
+    void changeDaemon(const Arguments& how);
+    /// Takes the bus away for a while, and brings it back: what a step leaves broken would hide what the next
+    /// ones do. @throws Fault when the program does not come back to it
+    void interruptBus(const Arguments& duration);
+    /// Takes the folder of that name away; "locked" leaves them, but nobody can write to the settings that
+    /// last.
+    void changeFolders(const Arguments& how);
+    void resizeScreen(const Arguments& size);
+    void changeWindowManager(const Arguments& how);
+    /// Stops the program and lets it go on.
+    void pause(const Arguments& duration);
+    /// 100 must end it.
+    void writeStartMode(const Arguments& mode);
+    void endBySignal(const Arguments& number);
+    /// Asks it to end, by a "signal" or the start mode, and launches it a little later.
+    void endAndLaunch(const Arguments& wayAndDelay);
+
+    /// Ends the program as the machine does that goes off. @throws Fault
+    void end();
 
     bool isRunning() const { return box.program && box.program->running(); }
-    size_t mostMemory() const { return m_mostMemory; } ///< kB, of any program so far
     size_t starts() const { return m_starts; }
 
 private:
-    void readReports();
+    bool waitForProgram(const std::function<bool()>& condition);
     void checkLiving();
-    void checkResources();
-    void checkStatus();
+    void checkStatus() const;
     void checkEnd();
     std::string whatIsWrongWith(const tv::Screen& screen) const;
-    bool isUndisturbed() const { return m_busIsUp && m_daemonIsWilling && !m_folderWasGone; }
 
     tv::PrivateBus m_bus;
 
@@ -72,13 +79,9 @@ public:
 
 private:
     tv::Geometry m_screen = tv::Display::kScreen;
-    bool m_busIsUp = true;
     bool m_managerIsUp = true;
-    bool m_daemonIsWilling = true;
-    bool m_folderWasGone = false; ///< since the program's start
+    std::set<std::string> m_disturbed; ///< methods that the daemon answers as it likes; folders since a start
     bool m_mayEnd = false;
-    size_t m_linesRead = 0; ///< of the program's standard error
-    size_t m_mostMemory = 0;
     size_t m_starts = 0;
 };
 
