@@ -17,23 +17,20 @@ Actions::const_iterator find(const Actions& actions, const std::string& name)
 
 } // namespace
 
-std::string Step::line() const
+std::string lineOf(const Step& step)
 {
-    std::string result = action;
-    for (const std::string& argument : arguments)
-        result.append("\t").append(base::GStr(g_strescape(argument.c_str(), nullptr)).get());
-    return result;
+    std::string line;
+    for (const std::string& word : step)
+        line.append(line.empty() ? "" : "\t").append(base::GStr(g_strescape(word.c_str(), nullptr)).get());
+    return line;
 }
 
-Step Step::fromLine(const std::string& line)
+Step stepOf(const std::string& line)
 {
-    std::istringstream words(line);
+    std::istringstream words(line + '\t'); // so that an empty one at the end counts
     Step step;
-    std::getline(words, step.action, '\t');
     for (std::string word; std::getline(words, word, '\t');)
-        step.arguments.emplace_back(base::GStr(g_strcompress(word.c_str())).get());
-    if (!line.empty() && line.back() == '\t')
-        step.arguments.emplace_back(); // one that is empty
+        step.emplace_back(base::GStr(g_strcompress(word.c_str())).get());
     return step;
 }
 
@@ -52,12 +49,14 @@ Step someStep(const Actions& actions, Random& random)
     for (const Action& action : actions)
         choice.insert(choice.end(), action.weight, &action);
     const Action* chosen = random.pick(choice);
-    return {chosen->name, chosen->make(random)};
+    Step step = chosen->make(random);
+    step.insert(step.begin(), chosen->name);
+    return step;
 }
 
 void perform(const Actions& actions, World& world, const Step& step)
 {
-    find(actions, step.action)->perform(world, step.arguments);
+    find(actions, step[0])->perform(world, {step.begin() + 1, step.end()});
 }
 
 } // namespace monkey

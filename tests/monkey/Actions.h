@@ -7,15 +7,12 @@
 
 namespace monkey {
 
-/// One thing that the monkey does, as it stands in a trace.
-struct Step {
-    std::string action;
-    Arguments arguments;
+/// One thing that the monkey does: the action's name, and its arguments.
+using Step = std::vector<std::string>;
 
-    /// @return one line: action and arguments behind tabs, what is not plain in them written as in C
-    std::string line() const;
-    static Step fromLine(const std::string& line);
-};
+/// @return one line of a trace: action and arguments behind tabs, what is not plain in them written as in C
+std::string lineOf(const Step& step);
+Step stepOf(const std::string& line);
 
 struct Action {
     const char* name;

@@ -58,7 +58,7 @@ int play(World& world, const Options& options)
         if (!steps)
             throw std::runtime_error(std::string("cannot read ") + options.replay);
         for (std::string line; std::getline(steps, line); ++count)
-            take(world, Step::fromLine(line));
+            take(world, stepOf(line));
         return count;
     }
     std::cout << "seed " << options.seed << std::endl;
@@ -68,7 +68,7 @@ int play(World& world, const Options& options)
     const gint64 end = g_get_monotonic_time() + options.seconds * G_USEC_PER_SEC;
     for (; g_get_monotonic_time() < end && count < options.steps; ++count) {
         const Step step = someStep(actions, random);
-        steps << step.line() << std::endl;
+        steps << lineOf(step) << std::endl;
         take(world, step);
     }
     return count;

@@ -38,7 +38,6 @@ TEST_F(ASettingsStore, KeepsValuesWithTheirTypeInEitherArea)
     EXPECT_EQ(text("db/a/text"), std::nullopt);
     EXPECT_EQ(vconf_unset("db/a/text"), VCONF_OK);
     EXPECT_EQ(vconf_get_type("db/a/text"), VCONF_TYPE_NONE);
-    EXPECT_EQ(vconf_unset("db/a/text"), VCONF_ERROR);
 }
 
 TEST_F(ASettingsStore, RefusesKeysOutsideItsAreas)
