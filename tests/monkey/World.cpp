@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using tv::waitUntil;
 
 /// For a sanitizer build on a busy machine.
-constexpr tv::Milliseconds kPatience {60000};
+constexpr tv::Milliseconds kPatience {120000};
 /// Between two steps the program gets this long to do what it will.
 constexpr tv::Milliseconds kBreath {30};
 constexpr size_t kMostMemory = 900000; // kB, a sanitizer's shadow included
@@ -81,8 +81,10 @@ void World::makeReady()
     m_mayEnd = false;
     ++m_starts;
     box.program = box.launch({"LAUNCH_MODE=POPUP"});
-    if (!waitForProgram([this] { return box.daemon->findsUi(box.program->pid()); }) || !isRunning())
+    if (!waitForProgram([this] { return box.daemon->findsUi(box.program->pid()); }))
         throw Fault("the program does not come up");
+    if (!isRunning())
+        throw Fault("the program ends at its start with " + std::to_string(*box.program->status()));
 }
 
 void World::check()
