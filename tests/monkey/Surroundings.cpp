@@ -10,9 +10,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::map<std::string, tv::Answer> kManners {{"right", tv::Answer::Zero}, {"late", tv::Answer::Held},
-    {"refusing", tv::Answer::Refusal}, {"wrong", tv::Answer::WrongType}, {"leaving", tv::Answer::Vanish}};
-
 tv::Milliseconds milliseconds(const std::string& number)
 {
     return tv::Milliseconds(std::stoi(number));
@@ -31,16 +28,15 @@ auto numberBelow(size_t end)
 
 } // namespace
 
-void World::answer(const Arguments& methodAndManner)
+void World::answer(const Arguments& how)
 {
-    if (!box.daemon)
+    if (!box.daemon || !box.daemon->running())
         return;
-    const std::string& method = methodAndManner[0];
-    const tv::Answer how = kManners.at(methodAndManner[1]);
-    box.daemon->answer(method, how);
-    m_disturbed.erase(method);
-    if (how != tv::Answer::Zero && how != tv::Answer::Refusal)
-        m_disturbed.insert(method);
+    box.daemon->behave(how[0]);
+    if (how[0] == tv::kWilling)
+        m_disturbed.erase("daemon");
+    else if (how[0] != tv::kRefusing)
+        m_disturbed.insert("daemon");
 }
 
 /// One that has left the bus in the midst of an answer counts as gone, too.
@@ -49,9 +45,8 @@ void World::changeDaemon(const Arguments& how)
     box.daemon.reset();
     if (how[0] != "back")
         return;
-    box.daemon = std::make_unique<tv::Daemon>(m_bus.address());
-    for (const char* method : {"ServerStarted", "StopTessel"})
-        m_disturbed.erase(method);
+    box.bringDaemon();
+    m_disturbed.erase("daemon");
 }
 
 void World::interruptBus(const Arguments& duration)
@@ -150,14 +145,9 @@ void World::endAndLaunch(const Arguments& wayAndDelay)
 
 const Actions& surroundingActions()
 {
-    constexpr static const char* kMethods[] = {"ServerStarted", "StopTessel"};
-    constexpr static const char* kAnswers[] = {"right", "late", "refusing", "wrong", "leaving"};
     constexpr static const char* kWays[] = {"signal", "mode"};
     static const Actions actions {
-        {"answer", 6,
-            [](Random& random) {
-                return Arguments {random.pick(kMethods), random.pick(kAnswers)};
-            },
+        {"answer", 6, oneOf({tv::kWilling, "dawdle 0.3", tv::kRefusing, "wrong-type", "vanish"}),
             &World::answer},
         {"daemon", 3, oneOf({"back", "gone"}), &World::changeDaemon},
         {"bus", 1, numberBelow(1500), &World::interruptBus},

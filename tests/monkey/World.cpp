@@ -19,10 +19,11 @@ constexpr tv::Milliseconds kBreath {30};
 constexpr size_t kMostMemory = 900000; // kB, a sanitizer's shadow included
 constexpr long kMostDescriptors = 120;
 
-/// @return the processes that live in these folders
-std::string processesIn(const std::string& root)
+/// @return the processes that live in these folders, but for the daemon
+std::string processesIn(const std::string& root, int daemon)
 {
-    const std::string look = "grep -las ORBIS_STATE_DIR=" + root + "/ /proc/[0-9]*/environ | cat";
+    const std::string look = "grep -las ORBIS_STATE_DIR=" + root + "/ /proc/[0-9]*/environ | grep -v /proc/"
+        + std::to_string(daemon) + "/ | cat";
     return tv::outputOf({"sh", "-c", look}, {"PATH=/usr/bin:/bin"}).value_or("");
 }
 
@@ -56,16 +57,10 @@ World::World()
     box.setVariable("UBSAN_OPTIONS", "print_stacktrace=1:halt_on_error=1");
 }
 
-/// Answers what the daemon holds back meanwhile. @return false when the program still runs without it
+/// @return false when the program still runs without it
 bool World::waitForProgram(const std::function<bool()>& condition)
 {
-    return waitUntil(
-        [&] {
-            if (box.daemon)
-                box.daemon->release();
-            return !isRunning() || condition();
-        },
-        kPatience);
+    return waitUntil([&] { return !isRunning() || condition(); }, kPatience);
 }
 
 void World::makeReady()
@@ -92,8 +87,6 @@ void World::check()
     if (!box.program)
         return;
     tv::pass(kBreath);
-    if (box.daemon)
-        box.daemon->release();
     if (isRunning())
         checkLiving();
     if (!isRunning())
@@ -116,11 +109,10 @@ std::string World::whatIsWrongWith(const tv::Screen& screen) const
 
 void World::checkLiving()
 {
-    const std::string probe = box.folders.root() / "screen-probe";
     std::string wrong = "it does not answer";
     std::string shown;
     const bool isWell = waitForProgram([&] {
-        const auto screen = tv::askProbe(probe);
+        const auto screen = tv::askProbe(box.probeSocket());
         if (screen) {
             wrong = whatIsWrongWith(*screen);
             shown = ": " + screen->description();
@@ -144,11 +136,10 @@ void World::checkEnd()
 {
     checkStatus();
     const int pid = box.program->pid();
-    const auto gone = [&] { return !box.folders.appStatus(tv::kPackage) && !display.visibleWindow(pid); };
-    if (!waitUntil(gone))
-        throw Fault(
-            "after its end there is still its window or " + box.folders.appStatus(tv::kPackage).value_or(""));
-    const std::string processes = processesIn(box.folders.root());
+    const fs::path entry = box.folders.appStatus(tv::kPackage);
+    if (!waitUntil([&] { return !fs::exists(entry) && !display.visibleWindow(pid); }))
+        throw Fault("after its end there is still its " + (exists(entry) ? entry.string() : "window"));
+    const std::string processes = processesIn(box.folders.root(), box.daemon ? box.daemon->pid() : 0);
     if (!processes.empty())
         throw Fault("after its end there are still processes: " + processes);
     box.program.reset();
@@ -173,7 +164,7 @@ void World::request(const std::string& method, const Arguments& texts, size_t ti
 {
     if (!box.daemon)
         return;
-    const std::vector<tv::Reply>& replies = box.daemon->replies();
+    const std::vector<std::string>& replies = box.daemon->replies();
     const size_t before = replies.size();
     for (size_t i = 0; i < times; ++i)
         box.daemon->send(method, texts, kPatience);
@@ -181,9 +172,8 @@ void World::request(const std::string& method, const Arguments& texts, size_t ti
     if (!m_disturbed.empty() || m_mayEnd)
         return;
     for (size_t i = before; i < before + times && isRunning(); ++i) {
-        if (i >= replies.size() || replies[i].value != "(0,)")
-            throw Fault(
-                method + " is answered with \"" + (i < replies.size() ? replies[i].error : "") + "\"");
+        if (i >= replies.size() || replies[i] != tv::kTaken)
+            throw Fault(method + " is answered with \"" + (i < replies.size() ? replies[i] : "") + "\"");
     }
 }
 

@@ -39,8 +39,8 @@ public:
 
     // Steps of a trace, with their arguments: numbers are milliseconds, "back" makes whole what "gone" broke.
 
-    /// Sets how the daemon answers a method.
-    void answer(const Arguments& methodAndManner);
+    /// Sets how the daemon answers.
+    void answer(const Arguments& how);
     void changeDaemon(const Arguments& how);
     /// Takes the bus away for a while, and brings it back: what a step leaves broken would hide what the next
     /// ones do. @throws Fault when the program does not come back to it
@@ -80,7 +80,7 @@ public:
 private:
     tv::Geometry m_screen = tv::Display::kScreen;
     bool m_managerIsUp = true;
-    std::set<std::string> m_disturbed; ///< methods that the daemon answers as it likes; folders since a start
+    std::set<std::string> m_disturbed; ///< the daemon, by how it answers; the folders, since a start
     bool m_mayEnd = false;
     size_t m_starts = 0;
 };
