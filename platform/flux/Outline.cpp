@@ -7,14 +7,14 @@ namespace orbis::flux {
 
 namespace {
 
-constexpr int kOpaque = 255;
+constexpr int kWhole = 256; ///< the toolkit's renderer divides by shifting, and rounds down
 
 /// How far something may be drawn beyond its own place, pixels: what is turned or smoothed.
 constexpr int kOverhang = 16;
 
-int share(int value, int of)
+int share(int value, int parts)
 {
-    return value * of / kOpaque;
+    return value * parts / kWhole;
 }
 
 Tint colourOf(const Evas_Object* object)
@@ -36,7 +36,7 @@ Area placeOf(const Evas_Object* object)
 
 Tint over(const Tint& below, const Tint& above)
 {
-    const int through = kOpaque - above.alpha;
+    const int through = kWhole - above.alpha;
     return {above.red + share(below.red, through), above.green + share(below.green, through),
         above.blue + share(below.blue, through), above.alpha + share(below.alpha, through)};
 }
@@ -95,8 +95,8 @@ private:
                 return;
             const Tint through = colourOf(clip);
             place = place.cutTo(placeOf(clip));
-            colour = {share(colour.red, through.red), share(colour.green, through.green),
-                share(colour.blue, through.blue), share(colour.alpha, through.alpha)};
+            colour = {share(colour.red, through.red + 1), share(colour.green, through.green + 1),
+                share(colour.blue, through.blue + 1), share(colour.alpha, through.alpha + 1)};
         }
         place = place.cutTo(m_whole); // the window's own frame lies outside
         if (colour.alpha > 0 && !place.isEmpty())
