@@ -2,6 +2,7 @@
 #include "elm_flux.h"
 #include "flux/Guard.h"
 #include "flux/Markup.h"
+#include "flux/Motion.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 #include "flux/Widget.h"
@@ -13,6 +14,7 @@ namespace {
 
 void on_focused(void*, Evas_Object* button, void*)
 {
+    moveSmoothly();
     if (WindowHost* host = WindowHost::of(elm_object_top_widget_get(button)))
         host->focusMoved();
 }

@@ -46,8 +46,15 @@ Placement::Size Placement::screenSize() const
     return size;
 }
 
-/// Sizes are designed for 1080 lines. A person's own ELM_SCALE is left alone.
+/// To ask the X server takes a round trip; it tells by itself when the size changes.
 void Placement::ensureScale()
+{
+    if (!m_screenWatch || m_scaledTo.width == 0)
+        fitScale();
+}
+
+/// Sizes are designed for 1080 lines. A person's own ELM_SCALE is left alone.
+void Placement::fitScale()
 {
     const Size screen = screenSize();
     if (screen.width <= 1 || screen.height <= 1
@@ -64,7 +71,7 @@ void Placement::ensureScale()
 
 void Placement::fitWindow()
 {
-    ensureScale();
+    fitScale();
     const bool isKnown = m_scaledTo.width > 0;
     evas_object_geometry_set(m_window, 0, 0, isKnown ? m_scaledTo.width : kDesignWidth,
         isKnown ? m_scaledTo.height : kDesignHeight);

@@ -27,6 +27,7 @@ private:
     static Eina_Bool on_screenResized(void* data, int, void* eventInfo);
 
     Size screenSize() const;
+    void fitScale();
     void fitWindow();
     void watchScreen();
 

@@ -114,6 +114,8 @@ Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style styl
     auto* record = recordOf<PopupRecord>(popup);
     if (!record || (style != ELM_FLUX_POPUP_STYLE_DEFAULT && style != ELM_FLUX_POPUP_STYLE_WIDE))
         return EINA_FALSE;
+    if (style == record->style) // to load its group again takes as long as to make a widget
+        return EINA_TRUE;
     const std::string name = std::to_string(style);
     if (!hasThemeGroup("popup", name.c_str()) || !elm_layout_theme_set(popup, "flux", "popup", name.c_str()))
         return EINA_FALSE;

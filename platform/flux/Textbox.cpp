@@ -121,7 +121,8 @@ Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
         auto* record = attachRecord<TextboxRecord>(textbox);
         record->contrast = highContrast();
         elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
-        return loadGroup(*record);
+        restyle(*record);
+        return EINA_TRUE;
     });
     if (!isMade)
         evas_object_del(std::exchange(textbox, nullptr));
@@ -160,7 +161,8 @@ Eina_Bool elm_flux_textbox_size_set(Evas_Object* textbox, Elm_Flux_Textbox_Size 
             return false;
         if (!hasThemeGroup("textbox", std::to_string(size).c_str()))
             return false;
-        record.size = size;
+        if (std::exchange(record.size, size) == size) // to load a group takes as long as to make a widget
+            return true;
         return loadGroup(record);
     });
 }
