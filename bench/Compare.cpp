@@ -83,22 +83,23 @@ void measureRound(Contestant& one, Screen& screen)
     measurePicture(one, screen);
 }
 
-double wakeUpsASecond(const Peer& peer)
+double wakeUpsASecond(const Peer& peer, int runs)
 {
-    constexpr double kSeconds = 5;
+    const double seconds = std::min(5, runs);
     const long before = figuresOf(peer.process()).wakeUps;
-    g_usleep(static_cast<gulong>(kSeconds * G_USEC_PER_SEC));
-    return static_cast<double>(figuresOf(peer.process()).wakeUps - before) / kSeconds;
+    g_usleep(static_cast<gulong>(seconds * G_USEC_PER_SEC));
+    return static_cast<double>(std::max(0L, figuresOf(peer.process()).wakeUps - before))
+        / seconds; // a thread may end
 }
 
-void measureRest(Contestant& one, Screen& screen)
+void measureRest(Contestant& one, Screen& screen, int runs)
 {
-    one.wakeUpsHidden = wakeUpsASecond(one.peer);
+    one.wakeUpsHidden = wakeUpsASecond(one.peer, runs);
     const double hidden = proportionalMiB(one.peer.process());
     one.peer.show();
     screen.observe(1.0);
     one.memory = std::max(hidden, proportionalMiB(one.peer.process()));
-    one.wakeUps = wakeUpsASecond(one.peer);
+    one.wakeUps = wakeUpsASecond(one.peer, runs);
     one.peer.hide();
 }
 
@@ -121,7 +122,10 @@ void printNumbers(const char* what, const std::vector<Contestant>& all,
     printf("| %s |", what);
     for (const Contestant& one : all)
         printf(" %.1f |", number(one));
-    printf(" %.2f |\n", number(all.back()) / std::max(1e-9, number(all.front())));
+    if (number(all.front()) >= 0.5)
+        printf(" %.2f |\n", number(all.back()) / number(all.front()));
+    else
+        printf(" |\n");
 }
 
 void print(const std::vector<Contestant>& all, const Screen& screen, int runs)
@@ -164,8 +168,12 @@ int compare(const Settings& settings)
         for (Contestant& one : all)
             measureRound(one, screen);
     }
+    for (Contestant& one : all) {
+        if (one.picture.empty())
+            fail(one.peer.title() + " was never drawn whole");
+    }
     for (Contestant& one : all)
-        measureRest(one, screen);
+        measureRest(one, screen, settings.runs);
     print(all, screen, settings.runs);
     return 0;
 }

@@ -78,7 +78,8 @@ State stateOf(Peer& tessel, Screen& screen)
     screen.observe(kQuiet);
     const ProcessFigures after = figuresOf(tessel.process());
     return {proportionalMiB(tessel.process()), descriptorsOf(tessel.process()), threadsOf(tessel.process()),
-        screen.resourcesOf(tessel.process()), static_cast<double>(after.wakeUps - before.wakeUps) / kQuiet};
+        screen.resourcesOf(tessel.process()),
+        static_cast<double>(std::max(0L, after.wakeUps - before.wakeUps)) / kQuiet};
 }
 
 } // namespace

@@ -10,6 +10,7 @@ using Content = std::optional<std::string>; ///< of a file; nothing for none
 using Lines = std::vector<std::string>;
 
 constexpr const char* kWidgetTheme = "/usr/share/orbis/flux.edj";
+constexpr const char* kToolkitTheme = "/usr/share/orbis/toolkit/themes/default.edj";
 constexpr const char* kOwnTheme = "/org.orbis.tessel-UI.edj";
 constexpr const char* kFonts = "/etc/fonts/fonts.conf";
 constexpr const char* kIntrospection = "/usr/apps/org.orbis.tessel-UI/bin/org.orbis.tessel-UI.interface.xml";
@@ -149,6 +150,19 @@ TEST_F(AFileOfTheInstallation, TheWidgetsThemeHasAPlainOneInItsPlace)
         ASSERT_TRUE(box.shows({tv::below(tv::kNetworkTestCard), tv::confirmation("No")}));
     }
     EXPECT_EQ(errors().size(), 1U);
+    EXPECT_EQ(box.program->complaints(), Lines {});
+}
+
+TEST_F(AFileOfTheInstallation, TheToolkitsThemeHasItsOwnInItsPlace)
+{
+    for (const Content& content : {Content {}, Content {kGarbage}}) {
+        SCOPED_TRACE(content ? content->size() : 0);
+        write(kToolkitTheme, content);
+        ASSERT_TRUE(box.startAgain());
+        EXPECT_TRUE(saysOnce("The toolkit's small theme cannot be used, it starts with its own: "));
+        ASSERT_TRUE(box.show(tv::kPinRequest));
+        EXPECT_GT(display().settledPicture().count(tv::kPinColour), 1000U) << "no PIN";
+    }
     EXPECT_EQ(box.program->complaints(), Lines {});
 }
 
