@@ -142,10 +142,10 @@ std::vector<Drawn> Screen::observe(double seconds, const std::function<bool(cons
     constexpr double kMilliseconds = 1000;
     std::vector<Drawn> drawn;
     const double end = now() + seconds;
-    for (double left = seconds; left > 0; left = end - now()) {
+    while (now() < end) {
         if (!XPending(m_display)) {
             pollfd connection {ConnectionNumber(m_display), POLLIN, 0};
-            poll(&connection, 1, std::max(1, static_cast<int>(left * kMilliseconds)));
+            poll(&connection, 1, std::max(1, static_cast<int>((end - now()) * kMilliseconds)));
             continue;
         }
         const auto one = next();

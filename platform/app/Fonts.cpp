@@ -9,6 +9,7 @@
 
 #include <fontconfig/fontconfig.h>
 #include <glib.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -67,8 +68,7 @@ std::vector<std::string> namesOf(FcConfig* config, const char* family, const bas
 /// @return what keeps texts from their own font, or ""
 std::string faultOfFonts()
 {
-    // That of the toolkit, which has been read already: another one would be a megabyte for a moment.
-    const base::FontConfigPtr config {FcConfigReference(nullptr)};
+    const base::FontConfigPtr config {FcInitLoadConfigAndFonts()};
     const base::FontPatternPtr asked {FcPatternCreate()};
     if (!config || !asked)
         return "fonts cannot be looked for";
@@ -120,6 +120,7 @@ Eina_Bool FontCheck::on_time(void* data)
     if (const std::string fault = faultOfFonts(); !fault.empty())
         dlog_print(
             DLOG_ERROR, names::kLogTag, "The font of the texts is missing: %s: %s", kFamily, fault.c_str());
+    malloc_trim(0); // the descriptions were a megabyte for a moment, as much as was needed for the start
     return ECORE_CALLBACK_CANCEL;
 }
 
