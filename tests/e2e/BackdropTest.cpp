@@ -26,12 +26,12 @@ protected:
             display().waitForPicture([](const tv::Picture& now) { return lightAround(now) == 0x80; }));
     }
 
-    ~AFilm() override
+    void TearDown() override
     {
         box.program.reset();
         kill(m_compositor, SIGTERM);
-        const auto paint = display().start({"hsetroot", "-solid", "#000000"});
-        EXPECT_TRUE(tv::waitUntil([&] { return !paint->running(); }));
+        display().kill(); // others are to find a plain screen
+        TvTest::TearDown();
     }
 
     /// @return the one grey of all that lies around the cards and their shadows, -1 when there are several
