@@ -161,7 +161,7 @@ int compare(const Settings& settings)
     TesselPeer tessel(bus, settings.binaries);
     std::vector<Contestant> all {{*plain}, {*notifications}, {*tessel}};
     for (Contestant& one : all) {
-        measureLaunch(one, std::max(1, settings.runs / 3));
+        measureLaunch(one, settings.runs);
         warmUp(one, screen);
     }
     for (int round = 0; round < settings.runs; ++round) {
