@@ -77,8 +77,7 @@ void Backdrop::takeOver()
     if (!std::exchange(m_filled, std::nullopt))
         return;
     for (const Area& area : rest())
-        evas_damage_rectangle_add(
-            m_canvas, area.left, area.top, area.right - area.left, area.bottom - area.top);
+        drawAgain(m_canvas, area);
 }
 
 void Backdrop::on_drawing(void* data, Evas* canvas, void*)

@@ -1,5 +1,6 @@
 #include "flux/Exposure.h"
 
+#include "flux/Outline.h"
 #include "flux/WindowSystem.h"
 
 #include <Ecore_X.h>
@@ -35,10 +36,7 @@ Exposure::~Exposure()
 void Exposure::on_shown(void* data, Evas*, Evas_Object*, void*)
 {
     auto* self = static_cast<Exposure*>(data);
-    int width = 0;
-    int height = 0;
-    evas_output_size_get(self->m_canvas, &width, &height);
-    evas_damage_rectangle_add(self->m_canvas, 0, 0, width, height);
+    drawAgain(self->m_canvas, wholeOf(self->m_canvas));
     self->m_isWholeNext = true;
 }
 

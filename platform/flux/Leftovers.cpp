@@ -1,5 +1,7 @@
 #include "flux/Leftovers.h"
 
+#include "flux/Outline.h"
+
 #include <utility>
 
 namespace orbis::flux {
@@ -57,10 +59,7 @@ Eina_Bool Leftovers::on_time(void* data)
     self->m_isDark = true; // whatever that call told on_drawn()
     self->m_count = 0;
     // The canvas now takes what has changed for drawn.
-    int width = 0;
-    int height = 0;
-    evas_output_size_get(self->m_canvas, &width, &height);
-    evas_damage_rectangle_add(self->m_canvas, 0, 0, width, height);
+    drawAgain(self->m_canvas, wholeOf(self->m_canvas));
     return ECORE_CALLBACK_CANCEL;
 }
 

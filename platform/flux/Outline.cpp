@@ -53,8 +53,8 @@ bool isLeaf(const Evas_Object* object)
 class Look {
 public:
     explicit Look(Evas* canvas)
+        : m_whole(wholeOf(canvas))
     {
-        evas_output_size_get(canvas, &m_whole.right, &m_whole.bottom);
         m_outline.rest = Tint {};
         for (Evas_Object* object = evas_object_bottom_get(canvas); object;
              object = evas_object_above_get(object))
@@ -136,6 +136,18 @@ Area Area::cutTo(const Area& other) const
 {
     return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
         std::min(bottom, other.bottom)};
+}
+
+Area wholeOf(const Evas* canvas)
+{
+    Area whole;
+    evas_output_size_get(canvas, &whole.right, &whole.bottom);
+    return whole;
+}
+
+void drawAgain(Evas* canvas, const Area& area)
+{
+    evas_damage_rectangle_add(canvas, area.left, area.top, area.right - area.left, area.bottom - area.top);
 }
 
 Outline outlineOf(Evas* canvas)

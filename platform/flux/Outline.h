@@ -42,6 +42,11 @@ struct Outline {
     std::optional<Tint> rest;
 };
 
+Area wholeOf(const Evas* canvas);
+
+/// The next picture draws all that is there, changed or not.
+void drawAgain(Evas* canvas, const Area& area);
+
 /// Looks at every object, so it is for once a picture. @param canvas  its smart objects are up to date
 Outline outlineOf(Evas* canvas);
 
