@@ -1,5 +1,7 @@
 #include "Peers.h"
 
+#include "tessel-daemon-sim/Names.h"
+
 #include <csignal>
 #include <utility>
 
@@ -9,18 +11,9 @@ namespace bench {
 
 namespace {
 
-constexpr const char* kTessel = "com.norvale.orbis.tessel.ui";
-constexpr const char* kDaemon = "com.norvale.orbis.tessel.daemon";
-constexpr const char* kDaemonPath = "/com/norvale/orbis/tessel/daemon";
 constexpr const char* kPhone = "Nova 12";
 constexpr const char* kPin = "0427";
 constexpr const char* kNotifications = "org.freedesktop.Notifications";
-
-constexpr const char* kDaemonInterface =
-    "<node><interface name='com.norvale.orbis.tessel.daemon'>"
-    "<method name='ServerStarted'><arg type='b' direction='in'/><arg type='i' direction='out'/></method>"
-    "<method name='StopTessel'><arg type='b' direction='in'/><arg type='b' direction='in'/>"
-    "<arg type='i' direction='out'/></method></interface></node>";
 
 Method notify()
 {
@@ -118,16 +111,16 @@ void Peer::on_noOwner(GDBusConnection*, const char*, gpointer self)
 
 TesselPeer::TesselPeer(Bus& bus, const std::string& binaries)
     : m_bus(bus)
-    , m_name(g_bus_own_name_on_connection(
-          bus.connection(), kDaemon, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr))
+    , m_name(g_bus_own_name_on_connection(bus.connection(), DaemonSim::kDaemonName,
+          G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr))
 {
-    const base::NodeInfoPtr node {g_dbus_node_info_new_for_xml(kDaemonInterface, nullptr)};
+    const base::NodeInfoPtr node {g_dbus_node_info_new_for_xml(DaemonSim::kDaemonInterfaceXml, nullptr)};
     static const GDBusInterfaceVTable s_table {on_call, nullptr, nullptr, {}};
     m_object = g_dbus_connection_register_object(
-        bus.connection(), kDaemonPath, node->interfaces[0], &s_table, this, nullptr, nullptr);
+        bus.connection(), DaemonSim::kDaemonPath, node->interfaces[0], &s_table, this, nullptr, nullptr);
     m_peer = std::make_unique<Peer>(bus,
         Peer::Traits {"this program", {binaries + "/tessel-ui", "LAUNCH_MODE=POPUP"},
-            {kTessel, "/com/norvale/orbis/tessel/ui"},
+            {DaemonSim::kUiName, DaemonSim::kUiPath},
             [] { return tesselMethod("ShowPinPopup", g_variant_new("(ss)", kPhone, kPin)); },
             [](GVariant*) { return tesselMethod("HidePopup"); },
             [this] { return std::exchange(m_isReady, false); }});
@@ -150,7 +143,7 @@ void TesselPeer::on_call(GDBusConnection*, const char*, const char*, const char*
 
 Method tesselMethod(const std::string& name, GVariant* arguments)
 {
-    return {std::string {kTessel} + "." + name, arguments};
+    return {std::string {DaemonSim::kUiName} + "." + name, arguments};
 }
 
 std::unique_ptr<Peer> makePlain(Bus& bus, const std::string& binaries)

@@ -12,20 +12,6 @@ namespace DaemonSim {
 
 namespace {
 
-constexpr char kInterfaceXml[] = R"(<node>
-  <interface name="com.norvale.orbis.tessel.daemon">
-    <method name="ServerStarted">
-      <arg name="started" type="b" direction="in"/>
-      <arg name="result" type="i" direction="out"/>
-    </method>
-    <method name="StopTessel">
-      <arg name="first" type="b" direction="in"/>
-      <arg name="second" type="b" direction="in"/>
-      <arg name="result" type="i" direction="out"/>
-    </method>
-  </interface>
-</node>)";
-
 constexpr char kRefusedError[] = "com.norvale.orbis.tessel.daemon.Error.Refused";
 
 /// The bus library has checked the arguments against the interface already.
@@ -53,7 +39,7 @@ DaemonService::DaemonService(
     , m_log(log)
     , m_endAfterStop(endAfterStop)
     , m_callbacks(std::move(callbacks))
-    , m_interface(g_dbus_node_info_new_for_xml(kInterfaceXml, nullptr))
+    , m_interface(g_dbus_node_info_new_for_xml(kDaemonInterfaceXml, nullptr))
 {
 }
 

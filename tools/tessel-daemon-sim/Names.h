@@ -5,6 +5,20 @@ namespace DaemonSim {
 
 inline constexpr char kDaemonName[] = "com.norvale.orbis.tessel.daemon"; ///< bus name and interface
 inline constexpr char kDaemonPath[] = "/com/norvale/orbis/tessel/daemon";
+inline constexpr char kDaemonInterfaceXml[] = R"(<node>
+  <interface name="com.norvale.orbis.tessel.daemon">
+    <method name="ServerStarted">
+      <arg name="started" type="b" direction="in"/>
+      <arg name="result" type="i" direction="out"/>
+    </method>
+    <method name="StopTessel">
+      <arg name="first" type="b" direction="in"/>
+      <arg name="second" type="b" direction="in"/>
+      <arg name="result" type="i" direction="out"/>
+    </method>
+  </interface>
+</node>)";
+
 inline constexpr char kUiName[] = "com.norvale.orbis.tessel.ui"; ///< bus name and interface
 inline constexpr char kUiPath[] = "/com/norvale/orbis/tessel/ui";
 
