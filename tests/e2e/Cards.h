@@ -7,20 +7,20 @@
 namespace tv {
 
 constexpr uint32_t kPinColour = 0x29C5FF; ///< of its digits
-constexpr const char* kSetUp = "Set up with your phone";
+constexpr const char* kSetUp = "Phone set-up";
 
 /// Names are between the marks that keep their direction apart from the sentence's, the catalogue's and the
 /// program's.
 inline const Card kNetworkTestCard {kSetUp,
-    {"Received from \u2068\u200EAnna's phone\u200F\u2069. Connecting your TV to this network:",
+    {"Wi-Fi details received from \u2068\u200EAnna's phone\u200F\u2069. Connecting to:",
         "Wi-Fi network: \u2068Attic & Garden\u2069"},
     {"Cancel"}, "Cancel"};
 inline const Card kSignInCard {kSetUp,
-    {"Received from \u2068\u202DAnna's phone\u2069. Signing in to this account:",
+    {"Account details received from \u2068\u202DAnna's phone\u2069. Signing in to:",
         "Norvale account: \u2068anna@example.com\u2069"},
     {"Cancel"}, "Cancel"};
-inline const Card kOwnedCard {kSetUp, {"Setting up your TV with your phone"}, {"Cancel"}, "Cancel"};
-inline const Card kFailedCard {"Setup didn’t finish",
+inline const Card kOwnedCard {kSetUp, {"Set-up with your phone"}, {"Cancel"}, "Cancel"};
+inline const Card kFailedCard {"Set-up didn’t finish",
     {"Your TV couldn’t be set up with your phone. Please set it up with your TV remote instead."}, {"OK"},
     "OK"};
 inline const Card kTermsCard {kSetUp,
@@ -34,7 +34,7 @@ inline Card pinCard(const std::string& phone, const std::string& pin)
     return {"PIN", {"Enter this PIN on your phone. Connected to \u2068\u200E" + phone + "\u200F\u2069", pin},
         {"Cancel"}, "Cancel"};
 }
-inline const Card kGuideCard {"Setting up your TV with your phone",
+inline const Card kGuideCard {"Set-up with your phone",
     {"Your phone can connect this TV to your Wi-Fi and sign in to your Norvale account, so you don’t have to "
      "type with the remote.",
         "Works with phones that run Zephra."},
@@ -47,7 +47,7 @@ inline Card withFocusOn(const std::string& button, Card card)
 }
 
 constexpr const char* kQuestion =
-    "If you cancel now, the information from your phone won’t be used. Cancel setup?";
+    "If you cancel now, the information from your phone won’t be used. Cancel set-up?";
 
 /// The confirmation of the progress popups, with the keys on @p focus.
 inline Card confirmation(const std::string& focus)
