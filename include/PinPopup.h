@@ -68,10 +68,12 @@ private:
     void signalHighContrast();
     void addCentreButton(const char* labelId, const char* icon);
     void markReady(const char* function);
+    void tellCountdown();
 
     base::JobPtr m_pendingJob; ///< the deferred close of button 1
     Evas_Object* m_window; ///< borrowed
     int m_countdown = 0; ///< ticks left
+    int m_wholeCountdown = 0; ///< ticks when it was shown
     std::string m_composedText;
     std::string m_spareTexts[2];
     Evas_Object* m_contentLayout = nullptr; ///< all widgets: children of the popup

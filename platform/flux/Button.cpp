@@ -1,6 +1,7 @@
 #include "flux/Button.h"
 #include "elm_flux.h"
 #include "flux/Guard.h"
+#include "flux/Look.h"
 #include "flux/Markup.h"
 #include "flux/Motion.h"
 #include "flux/Record.h"
@@ -50,7 +51,8 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
     attachRecord<ButtonRecord>(button);
     elm_object_style_set(button, "flux");
     keepDirectionOf(parent, button);
-    applyContrast(button);
+    applyLook(button);
+    applyLanguage(button, "elm.text");
     evas_object_smart_callback_priority_add(
         button, "clicked", EVAS_CALLBACK_PRIORITY_BEFORE, on_clicked, nullptr);
     evas_object_smart_callback_add(button, "focused", on_focused, nullptr);

@@ -1,6 +1,6 @@
 #include "flux/FocusStack.h"
 
-#include "flux/Theme.h"
+#include "flux/Look.h"
 #include "flux/WindowHost.h"
 
 #include <algorithm>

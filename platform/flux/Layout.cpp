@@ -1,6 +1,7 @@
 #include "flux/Layout.h"
 #include "elm_flux.h"
 
+#include "flux/Progressbar.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
@@ -18,6 +19,15 @@ constexpr const char* kBoxPart = "elm.swallow.box";
 /// How far a text may reach above and below its place, layout units: the rows of secondary text are a little
 /// lower than the font's own lines, and its letters must not be cut.
 constexpr double kTextOverhang = 0.75;
+
+/// How far the digits of a code stand below the middle of their place, layout units: the text above has that
+/// much less room below it than they have above the buttons.
+constexpr double kCodeDrop = 3.5;
+
+/// Beside a spinner stands what goes on, below that with whom: the two come nearer to each other than their
+/// places are, layout units.
+constexpr double kSpinnerRowDrop = 4.0;
+constexpr double kBelowSpinnerRise = -1.0;
 
 struct LayoutRecord {
     static constexpr const char* kKey = "orbis.flux.layout";
@@ -40,8 +50,10 @@ struct ItemRecord {
     static constexpr const char* kKey = "orbis.flux.item";
 
     Evas_Object* object = nullptr;
-    double width = 0.0; ///< layout units, as the height: the screen's size may change
+    double width = 0.0; ///< layout units, as all: the screen's size may change
     double height = 0.0;
+    double indent = 0.0; ///< from where lines begin
+    double shift = 0.0; ///< downwards
 };
 
 struct Size {
@@ -78,6 +90,11 @@ Area innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
 int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrored, int offset)
 {
     auto [width, height] = sizeOf(item);
+    const auto* record = recordOf<ItemRecord>(item);
+    const auto* text = recordOf<TextboxRecord>(item);
+    const double drop = text && text->size == ELM_FLUX_TEXTBOX_SIZE_DIGITS ? kCodeDrop : 0.0;
+    const int indent = record ? elm_flux_unit_to_pixel(record->indent) : 0;
+    const int shift = record ? elm_flux_unit_to_pixel(record->shift + drop) : 0;
     width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
     height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
     int x = area.x + (area.width - width) / 2;
@@ -85,8 +102,12 @@ int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrore
     if (horizontal)
         x = mirrored ? area.x + area.width - offset - width : area.x + offset;
     else
-        y = area.y + offset;
-    const int overhang = recordOf<TextboxRecord>(item) ? elm_flux_unit_to_pixel(kTextOverhang) : 0;
+        y = area.y + offset + shift;
+    if (indent > 0) {
+        width = std::max(0, std::min(width, area.width - indent));
+        x = mirrored ? area.x + area.width - indent - width : area.x + indent;
+    }
+    const int overhang = text ? elm_flux_unit_to_pixel(kTextOverhang) : 0;
     evas_object_geometry_set(item, x, y - overhang, width, height + 2 * overhang);
     return horizontal ? width : height;
 }
@@ -124,6 +145,37 @@ void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
 void arrangeAgain(const LayoutRecord& record)
 {
     elm_box_recalculate(record.box);
+}
+
+/// @return the spinner of a row, or null
+const Evas_Object* spinnerOf(const Evas_Object* row)
+{
+    for (const Evas_Object* item : layoutItems(row)) {
+        if (isSpinner(item))
+            return item;
+    }
+    return nullptr;
+}
+
+/// A spinner and the texts beside and below it have one axis: the texts begin where the first one begins.
+void alignWithSpinner(const LayoutRecord& record, Evas_Object* item, ItemRecord& place)
+{
+    auto* text = recordOf<TextboxRecord>(item);
+    if (!text)
+        return;
+    if (spinnerOf(record.object)) {
+        alignToStart(*text);
+        return;
+    }
+    for (Evas_Object* row : layoutItems(record.object)) {
+        const Evas_Object* spinner = spinnerOf(row);
+        if (!spinner)
+            continue;
+        alignToStart(*text);
+        place.indent = recordOf<ItemRecord>(spinner)->width + recordOf<LayoutRecord>(row)->gap;
+        place.shift = kBelowSpinnerRise;
+        recordOf<ItemRecord>(row)->shift = kSpinnerRowDrop;
+    }
 }
 
 /// So the toolkit also tells that its scale is another one.
@@ -225,6 +277,7 @@ Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int wid
         size = attachRecord<ItemRecord>(item);
     size->width = unitsOf(width_px);
     size->height = unitsOf(height_px);
+    alignWithSpinner(*record, item, *size);
     elm_box_pack_end(record->box, item);
     evas_object_show(item);
     return EINA_TRUE;

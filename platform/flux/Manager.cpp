@@ -57,6 +57,7 @@ Manager::Manager(Evas_Object* window)
     , m_dimming(window)
     , m_backdrop(window)
     , m_exposure(window)
+    , m_look(window)
     , m_lowering(window, [this] { m_readout.stop(); })
     , m_placement(window)
 {

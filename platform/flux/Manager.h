@@ -8,6 +8,7 @@
 #include "flux/FocusReadout.h"
 #include "flux/KeyGuard.h"
 #include "flux/Leftovers.h"
+#include "flux/Look.h"
 #include "flux/Lowering.h"
 #include "flux/Placement.h"
 #include "flux/PressGate.h"
@@ -48,6 +49,7 @@ private:
     Dimming m_dimming;
     Backdrop m_backdrop;
     Exposure m_exposure;
+    LookWatch m_look;
     Lowering m_lowering;
     Placement m_placement; // made last, because it changes the window
 };

@@ -41,15 +41,6 @@ Tint over(const Tint& below, const Tint& above)
         above.blue + share(below.blue, through), above.alpha + share(below.alpha, through)};
 }
 
-/// Asked for by its kind: the toolkit complains when any other is asked for what it is made of.
-bool isLeaf(const Evas_Object* object)
-{
-    constexpr std::string_view kLeaves[] = {
-        "rectangle", "image", "text", "textblock", "vectors", "textgrid", "polygon", "line"};
-    return std::find(std::begin(kLeaves), std::end(kLeaves), evas_object_type_get(object))
-        != std::end(kLeaves);
-}
-
 class Look {
 public:
     explicit Look(Evas* canvas)
@@ -136,6 +127,14 @@ Area Area::cutTo(const Area& other) const
 {
     return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
         std::min(bottom, other.bottom)};
+}
+
+bool isLeaf(const Evas_Object* object)
+{
+    constexpr std::string_view kLeaves[] = {
+        "rectangle", "image", "text", "textblock", "vectors", "textgrid", "polygon", "line"};
+    return std::find(std::begin(kLeaves), std::end(kLeaves), evas_object_type_get(object))
+        != std::end(kLeaves);
 }
 
 Area wholeOf(const Evas* canvas)

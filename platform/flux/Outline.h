@@ -42,6 +42,11 @@ struct Outline {
     std::optional<Tint> rest;
 };
 
+/// @return whether the object is drawn itself and holds no others. Told by its kind: the toolkit complains
+/// when
+///         such a one is asked for what it is made of.
+bool isLeaf(const Evas_Object* object);
+
 Area wholeOf(const Evas* canvas);
 
 /// The next picture draws all that is there, changed or not.

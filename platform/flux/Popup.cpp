@@ -1,11 +1,14 @@
 #include "flux/Button.h"
+#include "flux/Countdown.h"
 #include "flux/FocusStack.h"
 #include "flux/Guard.h"
+#include "flux/Look.h"
 #include "flux/Markup.h"
 #include "flux/PopupButtons.h"
 #include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
+#include "flux/Typesetting.h"
 #include "flux/Unit.h"
 #include "flux/Widget.h"
 #include "flux/WindowHost.h"
@@ -48,7 +51,9 @@ void tellContent(const Evas_Object* popup, const char* emission)
 
 void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
 {
-    fitToWindow(popup, static_cast<PopupRecord*>(data)->window);
+    auto& record = *static_cast<PopupRecord*>(data);
+    fitToWindow(popup, record.window);
+    coverBelow(record);
     evas_object_raise(popup);
     FocusStack::instance().push(popup, focusPopup);
     tellContent(popup, "flux,popup,shown");
@@ -101,7 +106,9 @@ Evas_Object* elm_flux_popup_add(Evas_Object* parent)
     auto* record = attachRecord<PopupRecord>(popup);
     record->window = window;
     record->size = addSize(popup);
+    applyLanguage(popup, kTitlePart);
     addButtonRow(*record);
+    followCountdown(*record);
     evas_object_smart_callback_add(popup, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_SHOW, on_popupShown, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_HIDE, on_popupHidden, record);
@@ -120,7 +127,8 @@ Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style styl
     if (!hasThemeGroup("popup", name.c_str()) || !elm_layout_theme_set(popup, "flux", "popup", name.c_str()))
         return EINA_FALSE;
     record->style = style;
-    applyContrast(popup);
+    applyLook(popup);
+    applyLanguage(popup, kTitlePart);
     if (evas_object_visible_get(popup)) // the group's own signal came before it was loaded
         elm_object_signal_emit(popup, "show", "");
     return EINA_TRUE;
@@ -130,8 +138,9 @@ Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title)
 {
     if (!recordOf<PopupRecord>(popup))
         return EINA_FALSE;
-    return guarded(
-        [&] { return elm_layout_text_set(popup, kTitlePart, displayMarkup(title ? title : "").c_str()); });
+    return guarded([&] {
+        return elm_layout_text_set(popup, kTitlePart, typeset(displayMarkup(title ? title : "")).c_str());
+    });
 }
 
 Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px)

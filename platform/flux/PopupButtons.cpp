@@ -3,6 +3,7 @@
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
 #include "flux/Record.h"
+#include "flux/Unit.h"
 #include "flux/WindowHost.h"
 
 #include <algorithm>
@@ -25,11 +26,22 @@ int buttonCount(const PopupRecord& record)
         std::count_if(record.buttons.begin(), record.buttons.end(), [](auto* button) { return button; }));
 }
 
-/// One button has a width of its own; two share the content's width. Pixels.
+/// Pixels, as all that follows.
+int contentWidth(const PopupRecord& record)
+{
+    return elm_flux_unit_to_pixel(std::max(record.contentWidth, record.leastWidth));
+}
+
+int contentHeight(const PopupRecord& record)
+{
+    return elm_flux_unit_to_pixel(std::max(record.contentHeight, record.leastHeight));
+}
+
+/// One button has a width of its own; two share the content's width.
 int buttonWidth(const PopupRecord& record)
 {
     const int single = elm_flux_unit_to_pixel(kSingleButtonWidth);
-    const int shared = elm_flux_unit_to_pixel(record.contentWidth) - elm_flux_unit_to_pixel(kButtonGap);
+    const int shared = contentWidth(record) - elm_flux_unit_to_pixel(kButtonGap);
     return buttonCount(record) > 1 ? std::max(shared / 2, single / 2) : single;
 }
 
@@ -37,6 +49,11 @@ int rowWidth(const PopupRecord& record)
 {
     const int count = buttonCount(record);
     return count * buttonWidth(record) + std::max(0, count - 1) * elm_flux_unit_to_pixel(kButtonGap);
+}
+
+int cardWidth(const PopupRecord& record)
+{
+    return std::max(contentWidth(record), rowWidth(record));
 }
 
 /// The buttons have their sizes from here: the toolkit's own boxes would go by hints, which it overwrites
@@ -113,9 +130,9 @@ void addButtonRow(PopupRecord& record)
 
 void arrangePopup(PopupRecord& record)
 {
-    const int width = elm_flux_unit_to_pixel(record.contentWidth);
-    const int card = std::max(width, rowWidth(record));
-    evas_object_size_hint_min_set(record.size, card, elm_flux_unit_to_pixel(record.contentHeight));
+    const int width = contentWidth(record);
+    const int card = cardWidth(record);
+    evas_object_size_hint_min_set(record.size, card, contentHeight(record));
     // The largest size is the hint that the toolkit leaves alone: the content stands in the middle of a card
     // that is wider for its buttons' sake.
     constexpr int kNone = -1;
@@ -126,6 +143,16 @@ void arrangePopup(PopupRecord& record)
         if (button)
             elm_box_pack_end(record.row, button);
     }
+}
+
+void coverBelow(PopupRecord& record)
+{
+    const auto* below = recordOf<PopupRecord>(FocusStack::instance().top());
+    if (!below || below == &record || below->window != record.window)
+        return;
+    record.leastWidth = unitsOf(cardWidth(*below));
+    record.leastHeight = unitsOf(contentHeight(*below));
+    arrangePopup(record);
 }
 
 void takeButton(PopupRecord& record, Evas_Object* button, int slot)

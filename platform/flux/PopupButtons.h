@@ -15,6 +15,10 @@ void addButtonRow(PopupRecord& record);
 /// Gives the card its size, which is the content's or, where they need more, the buttons'; and places those.
 void arrangePopup(PopupRecord& record);
 
+/// Makes the card, which is about to be shown, at least as large as that of the popup on top, so that nothing
+/// of that is left to be seen beside it.
+void coverBelow(PopupRecord& record);
+
 /// Puts @p button into the empty @p slot, and takes it out of the slot it was in.
 void takeButton(PopupRecord& record, Evas_Object* button, int slot);
 

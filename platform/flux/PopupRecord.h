@@ -25,6 +25,8 @@ struct PopupRecord {
     Ecore_Job* focusJob = nullptr; ///< cleared by the job itself
     double contentWidth = 0; ///< layout units, as the height
     double contentHeight = 0;
+    double leastWidth = 0; ///< of the card's content, so that it covers the card below; units, as the height
+    double leastHeight = 0;
     app::LanguageHold language; ///< what is up keeps its texts
 };
 

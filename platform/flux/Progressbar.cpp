@@ -1,9 +1,13 @@
+#include "flux/Progressbar.h"
+
 #include "elm_flux.h"
+#include "flux/Look.h"
 #include "flux/Motion.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
 
 #include <optional>
+#include <string_view>
 
 namespace orbis::flux {
 
@@ -11,6 +15,9 @@ namespace {
 
 /// Half a look of the toolkit: a step that is due by then is not put off until the next.
 constexpr double kSlack = 0.01;
+
+/// Between two steps where nothing is to move but calmly, seconds.
+constexpr double kCalmStep = 1.0;
 
 struct ProgressbarRecord {
     static constexpr const char* kKey = "orbis.flux.progressbar";
@@ -21,11 +28,17 @@ struct ProgressbarRecord {
     void rest();
 
     Evas_Object* object = nullptr;
-    bool contrast = false; ///< high contrast has no motion
+    bool calm = false;
     Ecore_Animator* animator = nullptr; ///< while it turns
     std::optional<Turning> turning {};
     double last = 0; ///< time of the step before
+    Ecore_Timer* timer = nullptr; ///< in the animator's place while it turns calmly
 };
+
+void step(const ProgressbarRecord& record)
+{
+    elm_object_signal_emit(record.object, "flux,step", "");
+}
 
 Eina_Bool on_look(void* data)
 {
@@ -34,14 +47,24 @@ Eina_Bool on_look(void* data)
     if (now - record.last < Turning::kStep - kSlack)
         return ECORE_CALLBACK_RENEW;
     record.last = now;
-    elm_object_signal_emit(record.object, "flux,step", "");
+    step(record);
+    return ECORE_CALLBACK_RENEW;
+}
+
+Eina_Bool on_time(void* data)
+{
+    step(*static_cast<ProgressbarRecord*>(data));
     return ECORE_CALLBACK_RENEW;
 }
 
 void ProgressbarRecord::turn()
 {
-    if (contrast || animator)
+    if (animator || timer)
         return;
+    if (calm) {
+        timer = ecore_timer_add(kCalmStep, on_time, this);
+        return;
+    }
     turning.emplace();
     last = ecore_loop_time_get();
     animator = ecore_animator_add(on_look, this);
@@ -52,7 +75,10 @@ void ProgressbarRecord::rest()
 {
     if (animator)
         ecore_animator_del(animator);
+    if (timer)
+        ecore_timer_del(timer);
     animator = nullptr;
+    timer = nullptr;
     turning.reset();
 }
 
@@ -77,14 +103,23 @@ void on_popupHidden(void* data, Evas_Object*, const char*, const char*)
     static_cast<ProgressbarRecord*>(data)->rest();
 }
 
-void on_contrast(void* data, Evas_Object*, const char*, const char*)
+void on_motion(void* data, Evas_Object*, const char* emission, const char*)
 {
     auto* record = static_cast<ProgressbarRecord*>(data);
-    record->contrast = true;
+    const bool isTurning = record->animator || record->timer;
+    record->calm = std::string_view {emission} == "flux,motion,off";
+    if (!isTurning)
+        return;
     record->rest();
+    record->turn();
 }
 
 } // namespace
+
+bool isSpinner(const Evas_Object* object)
+{
+    return recordOf<ProgressbarRecord>(object) != nullptr;
+}
 
 } // namespace orbis::flux
 
@@ -96,12 +131,13 @@ Evas_Object* elm_flux_progressbar_add(Evas_Object* parent)
     if (!progressbar)
         return nullptr;
     auto* record = attachRecord<ProgressbarRecord>(progressbar);
-    record->contrast = highContrast();
+    record->calm = isCalm();
     evas_object_event_callback_add(progressbar, EVAS_CALLBACK_SHOW, on_shown, record);
     evas_object_event_callback_add(progressbar, EVAS_CALLBACK_HIDE, on_hidden, record);
     elm_object_signal_callback_add(progressbar, "flux,popup,shown", "", on_popupShown, record);
     elm_object_signal_callback_add(progressbar, "flux,popup,hidden", "", on_popupHidden, record);
-    elm_object_signal_callback_add(progressbar, "HC", "", on_contrast, record);
+    for (const char* emission : {"flux,motion,off", "flux,motion,on"})
+        elm_object_signal_callback_add(progressbar, emission, "", on_motion, record);
     return progressbar;
 }
 

@@ -1,10 +1,13 @@
 #include "flux/Textbox.h"
 
 #include "flux/Guard.h"
+#include "flux/Look.h"
 #include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
+#include "flux/Typesetting.h"
 
+#include <string_view>
 #include <utility>
 
 namespace orbis::flux {
@@ -48,6 +51,8 @@ std::string styleOf(const TextboxRecord& record)
     style += alignName(record.align);
     const bool wraps = record.multiline && record.rule != ELM_FLUX_RESPONSIVE_SHRINK;
     style += wraps ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
+    if (const std::string language = languageStyle(); !language.empty())
+        style += ' ' + language;
     const std::string replacing = replacingColour(record);
     if (!record.color.empty())
         style += " color=" + (replacing.empty() ? record.color : replacing);
@@ -57,7 +62,9 @@ std::string styleOf(const TextboxRecord& record)
 void showText(const TextboxRecord& record)
 {
     const TextColours colours {themeData(record, "ground"), replacingColour(record)};
-    elm_layout_text_set(record.object, kTextPart, displayMarkup(record.text, colours).c_str());
+    const std::string markup = displayMarkup(record.text, colours);
+    const bool isCode = record.size == ELM_FLUX_TEXTBOX_SIZE_DIGITS;
+    elm_layout_text_set(record.object, kTextPart, (isCode ? typesetCode(markup) : typeset(markup)).c_str());
 }
 
 void restyle(const TextboxRecord& record)
@@ -71,10 +78,11 @@ void restyle(const TextboxRecord& record)
         elm_object_signal_emit(record.object, "HC", "");
 }
 
-void on_contrast(void* data, Evas_Object*, const char*, const char*)
+void on_contrast(void* data, Evas_Object*, const char* emission, const char*)
 {
     auto& record = *static_cast<TextboxRecord*>(data);
-    if (std::exchange(record.contrast, true))
+    const bool isOn = std::string_view {emission} == "HC";
+    if (std::exchange(record.contrast, isOn) == isOn)
         return;
     guarded([&] {
         showText(record);
@@ -83,10 +91,30 @@ void on_contrast(void* data, Evas_Object*, const char*, const char*)
     });
 }
 
+/// A text of several lines is read from where they begin; one line stands in the middle.
+void on_resized(void* data, Evas*, Evas_Object*, void*)
+{
+    auto& record = *static_cast<TextboxRecord*>(data);
+    if (record.isAlignSet || !record.multiline)
+        return;
+    Evas_Object* edje = elm_layout_edje_get(record.object);
+    edje_object_calc_force(edje);
+    constexpr int kSecond = 1;
+    if (evas_object_textblock_line_number_geometry_get(
+            edje_object_part_object_get(edje, kTextPart), kSecond, nullptr, nullptr, nullptr, nullptr))
+        alignToStart(record);
+}
+
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
+std::string groupOf(Elm_Flux_Textbox_Size size)
+{
+    const bool isLarger = size == ELM_FLUX_TEXTBOX_SIZE_SECONDARY && hasSmallDots();
+    return std::to_string(size) + (isLarger ? "/dots" : "");
+}
+
 bool loadGroup(const TextboxRecord& record)
 {
-    if (!elm_layout_theme_set(record.object, "flux", "textbox", std::to_string(record.size).c_str()))
+    if (!elm_layout_theme_set(record.object, "flux", "textbox", groupOf(record.size).c_str()))
         return false;
     restyle(record);
     showText(record);
@@ -94,6 +122,18 @@ bool loadGroup(const TextboxRecord& record)
 }
 
 } // namespace
+
+void alignToStart(TextboxRecord& record)
+{
+    const auto start =
+        elm_object_mirrored_get(record.object) ? ELM_FLUX_TEXTBOX_ALIGN_RIGHT : ELM_FLUX_TEXTBOX_ALIGN_LEFT;
+    if (record.isAlignSet || std::exchange(record.align, start) == start)
+        return;
+    guarded([&] {
+        restyle(record);
+        return EINA_TRUE;
+    });
+}
 
 } // namespace orbis::flux
 
@@ -120,7 +160,9 @@ Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
             return EINA_FALSE;
         auto* record = attachRecord<TextboxRecord>(textbox);
         record->contrast = highContrast();
-        elm_object_signal_callback_add(textbox, "HC", "", on_contrast, record);
+        for (const char* emission : {"HC", "flux,contrast,off"})
+            elm_object_signal_callback_add(textbox, emission, "", on_contrast, record);
+        evas_object_event_callback_add(textbox, EVAS_CALLBACK_RESIZE, on_resized, record);
         restyle(*record);
         return EINA_TRUE;
     });
@@ -159,7 +201,7 @@ Eina_Bool elm_flux_textbox_size_set(Evas_Object* textbox, Elm_Flux_Textbox_Size 
         if (size != ELM_FLUX_TEXTBOX_SIZE_DIGITS && size != ELM_FLUX_TEXTBOX_SIZE_BODY
             && size != ELM_FLUX_TEXTBOX_SIZE_SECONDARY)
             return false;
-        if (!hasThemeGroup("textbox", std::to_string(size).c_str()))
+        if (!hasThemeGroup("textbox", groupOf(size).c_str()))
             return false;
         if (std::exchange(record.size, size) == size) // to load a group takes as long as to make a widget
             return true;
@@ -173,6 +215,7 @@ Eina_Bool elm_flux_textbox_align_set(Evas_Object* textbox, Elm_Flux_Textbox_Alig
         if (!alignName(align))
             return false;
         record.align = align;
+        record.isAlignSet = true;
         restyle(record);
         return true;
     });

@@ -15,9 +15,13 @@ struct TextboxRecord {
     bool contrast = false; ///< told to by the signal "HC"
     Elm_Flux_Textbox_Size size = ELM_FLUX_TEXTBOX_SIZE_BODY;
     Elm_Flux_Textbox_Align align = ELM_FLUX_TEXTBOX_ALIGN_CENTER;
+    bool isAlignSet = false; ///< by the application
     Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;
     std::string color; ///< "#rrggbb", or empty for the theme's
     std::string text;
 };
+
+/// Has a text begin where lines begin, unless the application has chosen an alignment.
+void alignToStart(TextboxRecord& record);
 
 } // namespace orbis::flux

@@ -2,13 +2,12 @@
 
 #include "dlog.h"
 #include "files/WholeFile.h"
+#include "flux/Look.h"
 #include "flux/PlainTheme.h"
 #include "flux/Widget.h"
 #include "names/LogTag.h"
 #include "names/Places.h"
-#include "names/SettingsKeys.h"
 #include "theme-digest.h"
-#include "vconf.h"
 
 #include <string>
 #include <string_view>
@@ -67,30 +66,11 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
     Evas_Object* layout = elm_layout_add(parent);
     if (layout && elm_layout_theme_set(layout, "flux", group, style)) {
         keepDirectionOf(parent, layout);
-        applyContrast(layout);
+        applyLook(layout);
         return layout;
     }
     evas_object_del(layout);
     return nullptr;
-}
-
-/// Asked a dozen times for each popup; it is the same throughout one turn of the loop.
-bool highContrast()
-{
-    static double s_turn = -1;
-    static bool s_isOn = false;
-    if (const double turn = ecore_loop_time_get(); turn != s_turn) {
-        int contrast = 0;
-        s_isOn = vconf_get_int(names::kHighContrastKey, &contrast) == VCONF_OK && contrast == names::kOn;
-        s_turn = turn;
-    }
-    return s_isOn;
-}
-
-void applyContrast(Evas_Object* object)
-{
-    if (highContrast())
-        elm_object_signal_emit(object, "HC", "");
 }
 
 } // namespace orbis::flux

@@ -1,4 +1,4 @@
-/// The widgets' theme and the viewer's choice of contrast.
+/// The widgets' theme.
 #pragma once
 
 #include <Elementary.h>
@@ -16,11 +16,5 @@ bool hasThemeGroup(const char* group, const char* style);
 /// Makes an Elementary layout of the theme group "elm/flux/<group>/<style>".
 /// @return null when the parent is null or the theme has no such group
 Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char* style);
-
-/// @return whether the viewer chose the high-contrast look
-bool highContrast();
-
-/// Switches @p object to the high-contrast look when the viewer chose it.
-void applyContrast(Evas_Object* object);
 
 } // namespace orbis::flux

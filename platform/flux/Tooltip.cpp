@@ -1,9 +1,11 @@
 #include "flux/Guard.h"
 #include "flux/Layout.h"
+#include "flux/Look.h"
 #include "flux/Markup.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
 #include "flux/Theme.h"
+#include "flux/Typesetting.h"
 #include "flux/Unit.h"
 #include "flux/Widget.h"
 
@@ -125,6 +127,7 @@ Evas_Object* elm_flux_object_tooltip_add(Evas_Object* target, Evas_Object* paren
         return nullptr;
     auto* record = attachRecord<TooltipRecord>(tooltip);
     record->target = target;
+    applyLanguage(tooltip, kTextPart);
     evas_object_smart_callback_add(tooltip, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_MOVE, on_targetMoved, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_RESIZE, on_targetMoved, record);
@@ -152,7 +155,7 @@ Eina_Bool elm_flux_object_tooltip_text_set(Evas_Object* tooltip, const char* tex
 {
     const auto* record = recordOf<TooltipRecord>(tooltip);
     const auto setText = [&] {
-        return elm_layout_text_set(tooltip, kTextPart, displayMarkup(text ? text : "").c_str());
+        return elm_layout_text_set(tooltip, kTextPart, typeset(displayMarkup(text ? text : "")).c_str());
     };
     if (!record || !guarded(setText))
         return EINA_FALSE;

@@ -68,6 +68,8 @@ void PinPopup::show()
     evas_object_show(m_window);
     elm_win_raise(m_window);
     setFocusOnButton1(true);
+    m_wholeCountdown = m_countdown;
+    tellCountdown();
     CNetworkPopup::show();
 }
 
@@ -96,7 +98,18 @@ Eina_Bool PinPopup::t_OnTimeout(void*)
         bindFocusOnButton();
     }
     --m_countdown;
+    tellCountdown();
     return ECORE_CALLBACK_RENEW;
+}
+
+/// The popup shows what is left where its platform can; the guide waits for as long as it takes.
+void PinPopup::tellCountdown()
+{
+    if (!m_timer)
+        return;
+    const std::string signal =
+        "countdown," + std::to_string(m_countdown) + "," + std::to_string(m_wholeCountdown);
+    elm_object_signal_emit(m_popup, signal.c_str(), "");
 }
 
 /// Whoever waits for the key learns that the PIN is off the screen; the other contents leave it alone.

@@ -1,0 +1,12 @@
+/// How long a popup will still be up, as the viewer sees it.
+#pragma once
+
+#include "flux/PopupRecord.h"
+
+namespace orbis::flux {
+
+/// Shows what is left whenever the application tells it by the signal "countdown,LEFT,WHOLE" on the popup,
+/// both in seconds; other forms are ignored.
+void followCountdown(PopupRecord& record);
+
+} // namespace orbis::flux
