@@ -52,6 +52,8 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
     elm_object_style_set(button, "flux");
     keepDirectionOf(parent, button);
     applyLook(button);
+    if (textScale() > 1.0)
+        elm_object_scale_set(button, cardScale());
     applyLanguage(button, "elm.text");
     evas_object_smart_callback_priority_add(
         button, "clicked", EVAS_CALLBACK_PRIORITY_BEFORE, on_clicked, nullptr);

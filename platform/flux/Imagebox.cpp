@@ -1,10 +1,13 @@
 #include "dlog.h"
 #include "elm_flux.h"
+#include "flux/Guard.h"
+#include "flux/Look.h"
 #include "flux/Record.h"
 #include "flux/Widget.h"
 #include "names/LogTag.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <sys/stat.h>
 
@@ -15,7 +18,26 @@ namespace {
 struct ImageboxRecord {
     static constexpr const char* kKey = "orbis.flux.imagebox";
     Evas_Object* object = nullptr;
+    std::string file; ///< in its usual form; empty when there is none
 };
+
+/// @return the high-contrast form of a picture, a file beside it, when it is wanted and there is one
+std::string shownFormOf(const std::string& path)
+{
+    const std::filesystem::path usual(path);
+    const auto contrast =
+        usual.parent_path() / (usual.stem().string() + "-contrast" + usual.extension().string());
+    std::error_code error;
+    return highContrast() && std::filesystem::is_regular_file(contrast, error) ? contrast.string() : path;
+}
+
+void on_lookChanged(void* data, Evas_Object* imagebox, void*)
+{
+    const auto& record = *static_cast<ImageboxRecord*>(data);
+    guarded([&]() -> Eina_Bool {
+        return record.file.empty() || elm_image_file_set(imagebox, shownFormOf(record.file).c_str(), nullptr);
+    });
+}
 
 /// Pictures are for a screen: four times as many points as the largest has would only cost memory.
 constexpr int64_t kMostPixels = int64_t {4} * 3840 * 2160;
@@ -47,7 +69,9 @@ Evas_Object* elm_flux_imagebox_add(Evas_Object* parent)
     Evas_Object* image = isUsable(parent) ? elm_image_add(parent) : nullptr;
     if (!image)
         return nullptr;
-    attachRecord<ImageboxRecord>(image);
+    auto* record = attachRecord<ImageboxRecord>(image);
+    followLook(image);
+    evas_object_smart_callback_add(image, "flux,look,changed", on_lookChanged, record);
     elm_image_aspect_fixed_set(image, EINA_TRUE);
     elm_image_smooth_set(image, EINA_TRUE);
     return image;
@@ -55,17 +79,22 @@ Evas_Object* elm_flux_imagebox_add(Evas_Object* parent)
 
 Eina_Bool elm_flux_imagebox_file_set(Evas_Object* imagebox, const char* path)
 {
-    if (!recordOf<ImageboxRecord>(imagebox) || !path)
+    auto* record = recordOf<ImageboxRecord>(imagebox);
+    if (!record || !path)
         return EINA_FALSE;
-    const char* shown = nullptr;
-    elm_image_file_get(imagebox, &shown, nullptr);
-    const std::string former = shown ? shown : "";
-    const char* fault = faultOfPicture(imagebox, path);
-    if (!fault)
-        return EINA_TRUE;
-    elm_image_file_set(imagebox, former.empty() ? nullptr : former.c_str(), nullptr);
-    dlog_print(DLOG_ERROR, orbis::names::kLogTag, "A picture is left out: %s: %s", path, fault);
-    return EINA_FALSE;
+    return guarded([&]() -> Eina_Bool {
+        const char* shown = nullptr;
+        elm_image_file_get(imagebox, &shown, nullptr);
+        const std::string former = shown ? shown : "";
+        const char* fault = faultOfPicture(imagebox, shownFormOf(path).c_str());
+        if (!fault) {
+            record->file = path;
+            return EINA_TRUE;
+        }
+        elm_image_file_set(imagebox, former.empty() ? nullptr : former.c_str(), nullptr);
+        dlog_print(DLOG_ERROR, orbis::names::kLogTag, "A picture is left out: %s: %s", path, fault);
+        return EINA_FALSE;
+    });
 }
 
 Eina_Bool elm_flux_imagebox_responsive_rule_set(Evas_Object* imagebox, Elm_Flux_Responsive_Rule rule)

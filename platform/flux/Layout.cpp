@@ -1,6 +1,8 @@
 #include "flux/Layout.h"
 #include "elm_flux.h"
 
+#include "flux/Growth.h"
+#include "flux/LayoutRecord.h"
 #include "flux/Progressbar.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
@@ -29,33 +31,6 @@ constexpr double kCodeDrop = 3.5;
 constexpr double kSpinnerRowDrop = 4.0;
 constexpr double kBelowSpinnerRise = -1.0;
 
-struct LayoutRecord {
-    static constexpr const char* kKey = "orbis.flux.layout";
-
-    /// The box outlives the record by a moment while the layout is being deleted.
-    ~LayoutRecord() { elm_box_layout_set(box, nullptr, nullptr, nullptr); }
-
-    Evas_Object* object = nullptr;
-    Evas_Object* box = nullptr;
-    Elm_Flux_Layout_Type type = ELM_FLUX_LAYOUT_VERTICAL;
-    double gap = 0.0; ///< layout units, as the paddings
-    double left = 0.0;
-    double right = 0.0;
-    double top = 0.0;
-    double bottom = 0.0;
-};
-
-/// The size that an item was appended with, on the item itself.
-struct ItemRecord {
-    static constexpr const char* kKey = "orbis.flux.item";
-
-    Evas_Object* object = nullptr;
-    double width = 0.0; ///< layout units, as all: the screen's size may change
-    double height = 0.0;
-    double indent = 0.0; ///< from where lines begin
-    double shift = 0.0; ///< downwards
-};
-
 struct Size {
     int width, height;
 };
@@ -67,14 +42,9 @@ Size sizeOf(const Evas_Object* item)
                   : Size {};
 }
 
-/// The room for the items, in pixels.
-struct Area {
-    int x, y, width, height;
-};
-
-Area innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
+ItemRoom innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
 {
-    Area area {};
+    ItemRoom area {};
     evas_object_geometry_get(canvasBox, &area.x, &area.y, &area.width, &area.height);
     const int left = elm_flux_unit_to_pixel(record.left);
     const int top = elm_flux_unit_to_pixel(record.top);
@@ -87,7 +57,7 @@ Area innerArea(const LayoutRecord& record, Evas_Object* canvasBox)
 
 /// Places one item at @p offset along the layout's direction, centred across it, and cut to the room there
 /// is, so that nothing leaves the layout. @return the length it takes along the direction
-int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrored, int offset)
+int placeItem(Evas_Object* item, const ItemRoom& area, bool horizontal, bool mirrored, int offset)
 {
     auto [width, height] = sizeOf(item);
     const auto* record = recordOf<ItemRecord>(item);
@@ -113,7 +83,7 @@ int placeItem(Evas_Object* item, const Area& area, bool horizontal, bool mirrore
 }
 
 /// A text that has a stack to itself stands in its middle, pixels from the top.
-int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const Area& area)
+int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const ItemRoom& area)
 {
     const Evas_Object* lone = nullptr;
     if (eina_list_count(boxData->children) == 1)
@@ -128,7 +98,11 @@ int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const Area& area)
 void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
 {
     const auto& record = *static_cast<LayoutRecord*>(data);
-    const Area area = innerArea(record, canvasBox);
+    const ItemRoom area = innerArea(record, canvasBox);
+    if (elm_object_scale_get(record.object) > 1.0) {
+        arrangeGrown(record, area);
+        return;
+    }
     const bool horizontal = record.type == ELM_FLUX_LAYOUT_HORIZONTAL;
     const bool mirrored = elm_object_mirrored_get(record.object);
     const int gap = elm_flux_unit_to_pixel(record.gap);
@@ -184,6 +158,11 @@ void on_themeChanged(void* data, Evas_Object*, void*)
     arrangeAgain(*static_cast<LayoutRecord*>(data));
 }
 
+void on_textChanged(void* data, Evas_Object*, const char*, const char*)
+{
+    arrangeAgain(*static_cast<LayoutRecord*>(data));
+}
+
 /// A layout has no look of its own: what it is told goes to its items.
 void on_signal(void*, Evas_Object* layout, const char* emission, const char* source)
 {
@@ -228,6 +207,7 @@ Evas_Object* elm_flux_layout_add(Evas_Object* parent)
     elm_box_layout_set(record->box, arrange, record, nullptr);
     for (const char* emission : {"HC", "flux,popup,shown", "flux,popup,hidden"})
         elm_object_signal_callback_add(layout, emission, "", on_signal, nullptr);
+    elm_object_signal_callback_add(layout, "flux,text,changed", "", on_textChanged, record);
     elm_object_part_content_set(layout, kBoxPart, record->box);
     evas_object_smart_callback_add(layout, "theme,changed", on_themeChanged, record);
     return layout;

@@ -1,7 +1,6 @@
 #include "flux/Look.h"
 
 #include "app/Language.h"
-#include "flux/FocusStack.h"
 #include "flux/Outline.h"
 #include "names/SettingsKeys.h"
 
@@ -9,12 +8,15 @@
 #include <cstdlib>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace orbis::flux {
 
 namespace {
 
 constexpr const char* kKey = "orbis.flux.look"; ///< on each widget that follows the viewer's choices
+
+constexpr const char* kPictureKey = "orbis.flux.look.picture"; ///< likewise, on what has no signals
 
 /// Languages with a family of their own in the description of the fonts.
 constexpr std::string_view kOwnFamilies[] = {"ko", "zh-cn"};
@@ -71,6 +73,8 @@ void applyToAll(Evas_Object* object, const char* contrast, const char* motion)
         elm_object_signal_emit(object, contrast, "");
         elm_object_signal_emit(object, motion, "");
     }
+    if (evas_object_data_get(object, kPictureKey))
+        evas_object_smart_callback_call(object, "flux,look,changed", nullptr);
     if (isLeaf(object))
         return;
     Eina_List* members = evas_object_smart_members_get(object);
@@ -94,6 +98,11 @@ bool isCalm()
 double textScale()
 {
     return choices().textScale;
+}
+
+double cardScale()
+{
+    return (1.0 + textScale()) / 2;
 }
 
 std::string languageStyle()
@@ -130,8 +139,14 @@ void applyLook(Evas_Object* widget)
         elm_object_signal_emit(widget, "flux,motion,off", "");
 }
 
-LookWatch::LookWatch(Evas_Object* window)
+void followLook(Evas_Object* picture)
+{
+    evas_object_data_set(picture, kPictureKey, kPictureKey);
+}
+
+LookWatch::LookWatch(Evas_Object* window, std::function<void()> changed)
     : m_window(window)
+    , m_changed(std::move(changed))
 {
     for (const char* key : kWatched)
         vconf_notify_key_changed(key, on_changed, this);
@@ -148,10 +163,11 @@ void LookWatch::on_changed(keynode_t*, void* data)
     s_turn = -1; // the store has just said that it is another one
     const char* contrast = highContrast() ? "HC" : "flux,contrast,off";
     const char* motion = isCalm() ? "flux,motion,off" : "flux,motion,on";
-    Evas* canvas = evas_object_evas_get(static_cast<LookWatch*>(data)->m_window);
+    const auto* self = static_cast<LookWatch*>(data);
+    Evas* canvas = evas_object_evas_get(self->m_window);
     for (Evas_Object* object = evas_object_bottom_get(canvas); object; object = evas_object_above_get(object))
         applyToAll(object, contrast, motion);
-    FocusStack::instance().updateDims();
+    self->m_changed();
 }
 
 } // namespace orbis::flux

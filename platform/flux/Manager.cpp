@@ -57,7 +57,7 @@ Manager::Manager(Evas_Object* window)
     , m_dimming(window)
     , m_backdrop(window)
     , m_exposure(window)
-    , m_look(window)
+    , m_look(window, [] { FocusStack::instance().updateDims(); })
     , m_lowering(window, [this] { m_readout.stop(); })
     , m_placement(window)
 {

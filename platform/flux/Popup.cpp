@@ -31,9 +31,25 @@ void fitToWindow(Evas_Object* popup, Evas_Object* window)
     evas_object_geometry_set(popup, 0, 0, width, height);
 }
 
+void applyCardLook(PopupRecord& record)
+{
+    applyLook(record.object);
+    applyLanguage(record.object, kTitlePart);
+    record.textScale = textScale();
+    if (record.textScale > 1.0)
+        elm_object_scale_set(record.object, cardScale());
+}
+
+void on_textChanged(void* data, Evas_Object*, const char*, const char*)
+{
+    growPopup(*static_cast<PopupRecord*>(data));
+}
+
 void on_windowResized(void* data, Evas*, Evas_Object* window, void*)
 {
-    fitToWindow(static_cast<Evas_Object*>(data), window);
+    auto* popup = static_cast<Evas_Object*>(data);
+    fitToWindow(popup, window);
+    growPopup(*recordOf<PopupRecord>(popup));
 }
 
 /// So the toolkit also tells that its scale is another one.
@@ -54,6 +70,7 @@ void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
     auto& record = *static_cast<PopupRecord*>(data);
     fitToWindow(popup, record.window);
     coverBelow(record);
+    growPopup(record);
     evas_object_raise(popup);
     FocusStack::instance().push(popup, focusPopup);
     tellContent(popup, "flux,popup,shown");
@@ -106,9 +123,10 @@ Evas_Object* elm_flux_popup_add(Evas_Object* parent)
     auto* record = attachRecord<PopupRecord>(popup);
     record->window = window;
     record->size = addSize(popup);
-    applyLanguage(popup, kTitlePart);
+    applyCardLook(*record);
     addButtonRow(*record);
     followCountdown(*record);
+    elm_object_signal_callback_add(popup, "flux,text,changed", "", on_textChanged, record);
     evas_object_smart_callback_add(popup, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_SHOW, on_popupShown, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_HIDE, on_popupHidden, record);
@@ -127,8 +145,7 @@ Eina_Bool elm_flux_popup_style_set(Evas_Object* popup, Elm_Flux_Popup_Style styl
     if (!hasThemeGroup("popup", name.c_str()) || !elm_layout_theme_set(popup, "flux", "popup", name.c_str()))
         return EINA_FALSE;
     record->style = style;
-    applyLook(popup);
-    applyLanguage(popup, kTitlePart);
+    applyCardLook(*record);
     if (evas_object_visible_get(popup)) // the group's own signal came before it was loaded
         elm_object_signal_emit(popup, "show", "");
     return EINA_TRUE;

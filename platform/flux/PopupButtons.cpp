@@ -2,11 +2,14 @@
 
 #include "flux/Button.h"
 #include "flux/FocusStack.h"
+#include "flux/Growth.h"
+#include "flux/Look.h"
 #include "flux/Record.h"
 #include "flux/Unit.h"
 #include "flux/WindowHost.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace orbis::flux {
 
@@ -20,27 +23,61 @@ constexpr double kButtonHeight = 10.0;
 constexpr double kButtonGap = 3.0;
 constexpr double kSingleButtonWidth = 44.0;
 
+int grown(const PopupRecord& record, double units)
+{
+    return elm_flux_unit_to_pixel(units * record.textScale);
+}
+
 int buttonCount(const PopupRecord& record)
 {
     return static_cast<int>(
         std::count_if(record.buttons.begin(), record.buttons.end(), [](auto* button) { return button; }));
 }
 
-/// Pixels, as all that follows.
+struct Room {
+    int width, height;
+};
+
+/// @return what the widest and highest card has for its content, pixels as all that follows
+Room roomOf(const PopupRecord& record)
+{
+    Evas_Object* edje = elm_layout_edje_get(record.object);
+    edje_object_calc_force(edje);
+    Room room {};
+    int left = 0;
+    int right = 0;
+    edje_object_part_geometry_get(edje, "room", nullptr, nullptr, &room.width, &room.height);
+    edje_object_part_geometry_get(edje, "left", nullptr, nullptr, &left, nullptr);
+    edje_object_part_geometry_get(edje, "right", nullptr, nullptr, &right, nullptr);
+    return {std::max(0, room.width - left - right), room.height};
+}
+
+/// A card grows with the size of its texts as far as the screen allows.
 int contentWidth(const PopupRecord& record)
 {
-    return elm_flux_unit_to_pixel(std::max(record.contentWidth, record.leastWidth));
+    const int usual = elm_flux_unit_to_pixel(std::max(record.contentWidth, record.leastWidth));
+    const double scale = record.textScale;
+    if (scale <= 1.0)
+        return usual;
+    const int wanted = static_cast<int>(std::lround(usual * scale));
+    return std::max(usual, std::min(wanted, roomOf(record).width));
 }
 
 int contentHeight(const PopupRecord& record)
 {
-    return elm_flux_unit_to_pixel(std::max(record.contentHeight, record.leastHeight));
+    const int usual = elm_flux_unit_to_pixel(std::max(record.contentHeight, record.leastHeight));
+    if (record.textScale <= 1.0)
+        return usual;
+    Evas_Object* content = elm_layout_content_get(record.object, kContentPart);
+    const int room = roomOf(record).height;
+    return room > 0 ? std::clamp(heightNeeded(content, contentWidth(record)), std::min(usual, room), room)
+                    : usual;
 }
 
 /// One button has a width of its own; two share the content's width.
 int buttonWidth(const PopupRecord& record)
 {
-    const int single = elm_flux_unit_to_pixel(kSingleButtonWidth);
+    const int single = grown(record, kSingleButtonWidth);
     const int shared = contentWidth(record) - elm_flux_unit_to_pixel(kButtonGap);
     return buttonCount(record) > 1 ? std::max(shared / 2, single / 2) : single;
 }
@@ -67,7 +104,7 @@ void arrangeRow(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* dat
     int height = 0;
     evas_object_geometry_get(canvasBox, &x, &y, &width, &height);
     const int each = buttonWidth(record);
-    const int high = elm_flux_unit_to_pixel(kButtonHeight);
+    const int high = elm_flux_unit_to_pixel(kButtonHeight * cardScale());
     const int step = each + elm_flux_unit_to_pixel(kButtonGap);
     const bool mirrored = elm_object_mirrored_get(record.object);
     const int left = x + (width - rowWidth(record)) / 2;
@@ -119,16 +156,7 @@ void tellOfChange(const PopupRecord& record)
         host->pictureChanges();
 }
 
-} // namespace
-
-void addButtonRow(PopupRecord& record)
-{
-    record.row = elm_box_add(record.object);
-    elm_box_layout_set(record.row, arrangeRow, &record, nullptr);
-    elm_object_part_content_set(record.object, kButtonsPart, record.row);
-}
-
-void arrangePopup(PopupRecord& record)
+void sizeCard(const PopupRecord& record)
 {
     const int width = contentWidth(record);
     const int card = cardWidth(record);
@@ -138,6 +166,28 @@ void arrangePopup(PopupRecord& record)
     constexpr int kNone = -1;
     evas_object_size_hint_max_set(
         elm_layout_content_get(record.object, kContentPart), card > width ? width : kNone, kNone);
+}
+
+} // namespace
+
+void addButtonRow(PopupRecord& record)
+{
+    record.row = elm_box_add(record.object);
+    elm_box_layout_set(record.row, arrangeRow, &record, nullptr);
+    elm_object_part_content_set(record.object, kButtonsPart, record.row);
+}
+
+void growPopup(PopupRecord& record)
+{
+    if (record.textScale <= 1.0)
+        return;
+    sizeCard(record);
+    elm_box_recalculate(record.row);
+}
+
+void arrangePopup(PopupRecord& record)
+{
+    sizeCard(record);
     elm_box_unpack_all(record.row);
     for (Evas_Object* button : record.buttons) {
         if (button)
@@ -150,7 +200,8 @@ void coverBelow(PopupRecord& record)
     const auto* below = recordOf<PopupRecord>(FocusStack::instance().top());
     if (!below || below == &record || below->window != record.window)
         return;
-    record.leastWidth = unitsOf(cardWidth(*below));
+    const double scale = record.textScale;
+    record.leastWidth = unitsOf(cardWidth(*below)) / scale;
     record.leastHeight = unitsOf(contentHeight(*below));
     arrangePopup(record);
 }

@@ -15,6 +15,9 @@ void addButtonRow(PopupRecord& record);
 /// Gives the card its size, which is the content's or, where they need more, the buttons'; and places those.
 void arrangePopup(PopupRecord& record);
 
+/// Gives the card its size anew, where that depends on its texts and the screen.
+void growPopup(PopupRecord& record);
+
 /// Makes the card, which is about to be shown, at least as large as that of the popup on top, so that nothing
 /// of that is left to be seen beside it.
 void coverBelow(PopupRecord& record);

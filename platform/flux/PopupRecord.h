@@ -27,6 +27,7 @@ struct PopupRecord {
     double contentHeight = 0;
     double leastWidth = 0; ///< of the card's content, so that it covers the card below; units, as the height
     double leastHeight = 0;
+    double textScale = 1.0; ///< how much larger than usual the texts are
     app::LanguageHold language; ///< what is up keeps its texts
 };
 

@@ -1,5 +1,6 @@
 #include "flux/Textbox.h"
 
+#include "base/EflHandles.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 #include "flux/Markup.h"
@@ -15,6 +16,9 @@ namespace orbis::flux {
 namespace {
 
 constexpr const char* kTextPart = "elm.text";
+
+/// Higher than any text; of a text that does not fit the toolkit tells less.
+constexpr int kMeasureHeight = 20000;
 
 const char* alignName(Elm_Flux_Textbox_Align align)
 {
@@ -59,12 +63,25 @@ std::string styleOf(const TextboxRecord& record)
     return style + "'";
 }
 
+/// What holds a text that is larger than usual has its size from it.
+void tellOfSize(const TextboxRecord& record)
+{
+    if (elm_object_scale_get(record.object) <= 1.0)
+        return;
+    for (Evas_Object* around = elm_object_parent_widget_get(record.object); around;
+         around = elm_object_parent_widget_get(around)) {
+        if (elm_object_top_widget_get(around) != around)
+            elm_object_signal_emit(around, "flux,text,changed", "");
+    }
+}
+
 void showText(const TextboxRecord& record)
 {
     const TextColours colours {themeData(record, "ground"), replacingColour(record)};
     const std::string markup = displayMarkup(record.text, colours);
     const bool isCode = record.size == ELM_FLUX_TEXTBOX_SIZE_DIGITS;
     elm_layout_text_set(record.object, kTextPart, (isCode ? typesetCode(markup) : typeset(markup)).c_str());
+    tellOfSize(record);
 }
 
 void restyle(const TextboxRecord& record)
@@ -122,6 +139,34 @@ bool loadGroup(const TextboxRecord& record)
 }
 
 } // namespace
+
+int naturalHeight(const TextboxRecord& record, int width)
+{
+    if (record.text.empty())
+        return 0;
+    const Evas_Object* edje = elm_layout_edje_get(record.object);
+    const Evas_Object* shown = edje_object_part_object_get(edje, kTextPart);
+    const base::ObjectPtr measured {evas_object_textblock_add(evas_object_evas_get(edje))};
+    if (!shown || !measured)
+        return 0;
+    const std::string own = styleOf(record);
+    const char* group = evas_textblock_style_get(evas_object_textblock_style_get(shown));
+    Evas_Textblock_Style* style = evas_textblock_style_new();
+    Evas_Textblock_Style* added = evas_textblock_style_new();
+    evas_textblock_style_set(style, group);
+    evas_textblock_style_set(added, own.c_str());
+    evas_object_scale_set(measured.get(), evas_object_scale_get(shown));
+    evas_object_textblock_style_set(measured.get(), style);
+    evas_object_textblock_style_user_push(measured.get(), added);
+    evas_object_textblock_text_markup_set(
+        measured.get(), evas_object_textblock_text_markup_get(const_cast<Evas_Object*>(shown)));
+    evas_object_resize(measured.get(), width, kMeasureHeight);
+    int height = 0;
+    evas_object_textblock_size_formatted_get(measured.get(), nullptr, &height);
+    evas_textblock_style_free(style);
+    evas_textblock_style_free(added);
+    return height;
+}
 
 void alignToStart(TextboxRecord& record)
 {

@@ -21,6 +21,9 @@ struct TextboxRecord {
     std::string text;
 };
 
+/// @return how high a text is that is @p width wide and not shrunk, pixels as the width
+int naturalHeight(const TextboxRecord& record, int width);
+
 /// Has a text begin where lines begin, unless the application has chosen an alignment.
 void alignToStart(TextboxRecord& record);
 

@@ -69,7 +69,7 @@ int widthOf(const TooltipRecord& record)
     const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(record.object), kTextPart);
     int width = 0;
     evas_object_textblock_size_native_get(text, &width, nullptr);
-    const int least = elm_flux_unit_to_pixel(record.width);
+    const int least = elm_flux_unit_to_pixel(record.width * elm_object_scale_get(record.object));
     return std::clamp(static_cast<int>(std::ceil(width / kTextShare)), least, 2 * least);
 }
 
@@ -80,7 +80,7 @@ void place(const TooltipRecord& record)
     const Box target = boxOf(record.target);
     const int width = widthOf(record);
     Box bubble {target.x + (target.width - width) / 2, target.y + target.height, width,
-        elm_flux_unit_to_pixel(record.height)};
+        elm_flux_unit_to_pixel(record.height * elm_object_scale_get(record.object))};
     // Texts stand right below the picture: a hint must not hide them, so it moves up over its target.
     bubble.y = firstTextBelow(outermostLayout(record.target), bubble) - bubble.height;
     evas_object_geometry_set(record.object, bubble.x, bubble.y, bubble.width, bubble.height);

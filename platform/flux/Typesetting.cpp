@@ -102,17 +102,38 @@ bool endsLine(const Piece& piece)
     return text.substr(0, 3) == "<br" || text.substr(0, 3) == "<ps" || piece.character == '\n';
 }
 
-/// What is written in an isolate has the direction of its own letters, whatever marks stand around it.
-void dropForcedDirection(Pieces& pieces)
+bool isWrittenFromRight(const Piece& piece)
+{
+    constexpr GUnicodeScript kScripts[] = {G_UNICODE_SCRIPT_ARABIC, G_UNICODE_SCRIPT_HEBREW,
+        G_UNICODE_SCRIPT_SYRIAC, G_UNICODE_SCRIPT_THAANA, G_UNICODE_SCRIPT_NKO};
+    return std::find(std::begin(kScripts), std::end(kScripts), g_unichar_get_script(piece.character))
+        != std::end(kScripts);
+}
+
+/// A name that is written from right to left is what its letters say, whatever marks were put around it.
+/// @param name  what stands in an isolate
+void dropForcedDirection(Pieces::const_iterator begin, Pieces::const_iterator end, Pieces& name)
+{
+    const bool isFromRight = std::any_of(begin, end, isWrittenFromRight);
+    for (auto piece = begin; piece != end; ++piece) {
+        const bool isMarkAround = piece->isMark() && (piece == begin || std::next(piece) == end);
+        if (!isFromRight || !(piece->isForced() || isMarkAround))
+            name.push_back(*piece);
+    }
+}
+
+void dropForcedDirection(Pieces& line)
 {
     Pieces kept;
-    for (size_t i = 0; i < pieces.size(); ++i) {
-        const bool isFirst = i > 0 && pieces[i - 1].beginsIsolate();
-        const bool isLast = i + 1 < pieces.size() && pieces[i + 1].endsIsolate();
-        if (!pieces[i].isForced() && !(pieces[i].isMark() && (isFirst || isLast)))
-            kept.push_back(std::move(pieces[i]));
+    for (auto piece = line.cbegin(); piece != line.cend();) {
+        kept.push_back(*piece);
+        if (!piece++->beginsIsolate())
+            continue;
+        const auto end = std::find_if(piece, line.cend(), [](const Piece& one) { return one.endsIsolate(); });
+        dropForcedDirection(piece, end, kept);
+        piece = end;
     }
-    pieces = std::move(kept);
+    line = std::move(kept);
 }
 
 bool isolatesAreEven(const Pieces& line)
@@ -206,6 +227,7 @@ void joinLastWord(Pieces& line)
 void setLine(Pieces& line)
 {
     evenIsolates(line);
+    dropForcedDirection(line);
     joinLastWord(line);
     joinLastIdeographs(line);
     joinKorean(line);
@@ -231,7 +253,6 @@ bool isCodeLetter(const Piece& piece)
 std::string typeset(const std::string& markup)
 {
     Pieces pieces = piecesOf(markup);
-    dropForcedDirection(pieces);
     std::string result;
     for (auto begin = pieces.begin(); begin != pieces.end();) {
         const auto end = std::find_if(begin, pieces.end(), endsLine);
@@ -248,7 +269,6 @@ std::string typeset(const std::string& markup)
 std::string typesetCode(const std::string& markup)
 {
     Pieces pieces = piecesOf(markup);
-    dropForcedDirection(pieces);
     const auto length = static_cast<size_t>(std::count_if(pieces.begin(), pieces.end(), isCodeLetter));
     const bool hasBlanks =
         std::any_of(pieces.begin(), pieces.end(), [](const Piece& piece) { return piece.isBlank(); });

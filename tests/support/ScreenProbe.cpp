@@ -109,6 +109,12 @@ std::string readable(const Evas_Object* layout, const char* part)
     evas_textblock_cursor_free(end);
     std::string result = text ? text : "";
     free(text);
+    // What only sets a text and says nothing: no-break and thin spaces, and what joins words.
+    for (const auto& [from, to] :
+        {std::pair {"\u00a0", " "}, {"\u2009", ""}, {"\u2002", ""}, {"\u2060", ""}}) {
+        for (size_t at; (at = result.find(from)) != std::string::npos;)
+            result.replace(at, strlen(from), to);
+    }
     return result;
 }
 
