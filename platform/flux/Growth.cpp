@@ -1,7 +1,6 @@
 #include "flux/Growth.h"
 
 #include "elm_flux.h"
-#include "flux/Layout.h"
 #include "flux/Progressbar.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"

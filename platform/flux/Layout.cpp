@@ -182,17 +182,6 @@ Evas_Object* outermostLayout(Evas_Object* widget)
     return outermost;
 }
 
-std::vector<Evas_Object*> layoutItems(const Evas_Object* layout)
-{
-    std::vector<Evas_Object*> items;
-    const auto* record = recordOf<LayoutRecord>(layout);
-    Eina_List* children = record ? elm_box_children_get(record->box) : nullptr;
-    void* child = nullptr;
-    EINA_LIST_FREE(children, child)
-    items.push_back(static_cast<Evas_Object*>(child));
-    return items;
-}
-
 } // namespace orbis::flux
 
 using namespace orbis::flux;

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "elm_flux.h"
+#include "flux/Record.h"
+
+#include <vector>
 
 namespace orbis::flux {
 
@@ -31,5 +34,17 @@ struct ItemRecord {
     double indent = 0.0; ///< from where lines begin
     double shift = 0.0; ///< downwards
 };
+
+/// @return the items of a styled layout, borrowed, first to last; none for another object
+inline std::vector<Evas_Object*> layoutItems(const Evas_Object* layout)
+{
+    std::vector<Evas_Object*> items;
+    const auto* record = recordOf<LayoutRecord>(layout);
+    Eina_List* children = record ? elm_box_children_get(record->box) : nullptr;
+    void* child = nullptr;
+    EINA_LIST_FREE(children, child)
+    items.push_back(static_cast<Evas_Object*>(child));
+    return items;
+}
 
 } // namespace orbis::flux
