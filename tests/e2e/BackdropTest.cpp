@@ -89,7 +89,7 @@ TEST_F(AFilm, IsDimmedEvenlyBehindEveryPopup)
     EXPECT_TRUE(display().waitForPicture([](const tv::Picture& now) { return lightAround(now) == 0x80; }));
     ASSERT_TRUE(box.show(tv::kPinRequest));
     EXPECT_NEAR(lightAroundCard(), kDimmed, 1);
-    EXPECT_EQ(display().settledPicture().differences(after), 0U);
+    EXPECT_LE(display().settledPicture().differences(after), tv::kTimePasses);
     // What was filled by the server is its to fill again when something was in the way.
     {
         const auto other = display().start({"xrefresh"});

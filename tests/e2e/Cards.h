@@ -7,6 +7,8 @@
 namespace tv {
 
 constexpr uint32_t kPinColour = 0x29C5FF; ///< of its digits
+constexpr size_t kTimePasses =
+    1500; ///< pixels of the line that shows the time left, for as long as a case takes
 constexpr const char* kSetUp = "Phone set-up";
 
 /// Names are between the marks that keep their direction apart from the sentence's, the catalogue's and the

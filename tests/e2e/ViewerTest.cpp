@@ -183,7 +183,8 @@ TEST_F(TheViewer, HasTheKeysOnAPopupWhileItIsUpAndNotThoseThatHeHeldBefore)
     EXPECT_TRUE(box.press({"Left", "Right", "Up", "Down", "XF86Back", "XF86Close", "Menu", "Escape", "r"}));
     EXPECT_TRUE(nothingIsAnswered());
     EXPECT_EQ(keysOfOther(), keysSoFar) << "a key went past the popup";
-    EXPECT_EQ(display().settledPicture().differences(picture), 0U) << "the focus left the only button";
+    EXPECT_LE(display().settledPicture().differences(picture), tv::kTimePasses)
+        << "the focus left the only button";
 
     ASSERT_TRUE(box.request("HidePopup"));
     EXPECT_TRUE(display().waitForPicture([&](const tv::Picture& now) { return now == plain; }));
@@ -238,7 +239,7 @@ TEST_F(AScreen, MayGetAnotherSizeWithAPopupUp)
     const auto digits = static_cast<double>(large.count(tv::kPinColour));
     EXPECT_NEAR(static_cast<double>(small.count(tv::kPinColour)), digits * kSmaller, digits * kSmaller / 2)
         << "not scaled, or over the edge";
-    EXPECT_EQ(ofOneMadeLater().differences(small), 0U);
+    EXPECT_LE(ofOneMadeLater().differences(small), tv::kTimePasses);
     const tv::Picture again = pictureOn(1920, 1080);
     for (const tv::Picture& open : {again, ofOneMadeLater()})
         EXPECT_NEAR(static_cast<double>(open.count(tv::kPinColour)), digits, digits / 10);
