@@ -42,7 +42,8 @@ GrownItem growItem(const LayoutRecord& record, Evas_Object* item, int room)
     const auto* place = recordOf<ItemRecord>(item);
     if (!place)
         return result;
-    result.indent = place->indent > 0 ? grown(record, place->indent) : 0;
+    if (place->indent > 0)
+        result.indent = grown(record, place->indent) + elm_flux_unit_to_pixel(place->indentGap);
     room = std::max(0, room - result.indent);
     if (isPicture(item)) {
         result.width = std::min(elm_flux_unit_to_pixel(place->width), room);

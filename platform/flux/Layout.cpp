@@ -63,7 +63,8 @@ int placeItem(Evas_Object* item, const ItemRoom& area, bool horizontal, bool mir
     const auto* record = recordOf<ItemRecord>(item);
     const auto* text = recordOf<TextboxRecord>(item);
     const double drop = text && text->size == ELM_FLUX_TEXTBOX_SIZE_DIGITS ? kCodeDrop : 0.0;
-    const int indent = record ? elm_flux_unit_to_pixel(record->indent) : 0;
+    const int indent =
+        record ? elm_flux_unit_to_pixel(record->indent) + elm_flux_unit_to_pixel(record->indentGap) : 0;
     const int shift = record ? elm_flux_unit_to_pixel(record->shift + drop) : 0;
     width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
     height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
@@ -146,7 +147,8 @@ void alignWithSpinner(const LayoutRecord& record, Evas_Object* item, ItemRecord&
         if (!spinner)
             continue;
         alignToStart(*text);
-        place.indent = recordOf<ItemRecord>(spinner)->width + recordOf<LayoutRecord>(row)->gap;
+        place.indent = recordOf<ItemRecord>(spinner)->width;
+        place.indentGap = recordOf<LayoutRecord>(row)->gap;
         place.shift = kBelowSpinnerRise;
         recordOf<ItemRecord>(row)->shift = kSpinnerRowDrop;
     }

@@ -31,7 +31,8 @@ struct ItemRecord {
     Evas_Object* object = nullptr;
     double width = 0.0; ///< layout units, as all: the screen's size may change
     double height = 0.0;
-    double indent = 0.0; ///< from where lines begin
+    double indent = 0.0; ///< from where lines begin, by the width of a spinner
+    double indentGap = 0.0; ///< and by the gap behind it
     double shift = 0.0; ///< downwards
 };
 

@@ -1,0 +1,165 @@
+/// What the viewer chooses for the look of the widgets, and what a popup shows of its time.
+#include "Fixtures.h"
+#include "elm_flux.h"
+#include "flux/Typesetting.h"
+#include "vconf.h"
+
+namespace {
+
+using toolkit::boxOf;
+
+constexpr const char* kContrast = "db/menu/system/accessibility/highcontrast";
+constexpr const char* kTextSize = "db/menu/system/accessibility/textsize";
+
+std::string stateOf(const Evas_Object* widget, const char* part)
+{
+    double value = 0;
+    return edje_object_part_state_get(elm_layout_edje_get(widget), part, &value);
+}
+
+Evas_Object* partOf(const Evas_Object* widget, const char* part)
+{
+    return const_cast<Evas_Object*>(edje_object_part_object_get(elm_layout_edje_get(widget), part));
+}
+
+class ALook : public ManagerTest {
+protected:
+    void SetUp() override
+    {
+        ManagerTest::SetUp();
+        toolkit::advance(0.1); // settings are asked for once in a turn of the loop
+    }
+};
+
+TEST_F(ALook, OfHighContrastComesAndGoesWhileAPopupIsUp)
+{
+    request(Kind::NetworkTest);
+    toolkit::settle();
+    const auto* card = top();
+    const auto text = toolkit::shown<toolkit::TextboxRecord>(m_window).back();
+    const auto isEverywhere = [&](const char* state) {
+        return stateOf(card->object, "card") == state && stateOf(card->object, "hairline") == state
+            && stateOf(text->object, "elm.text") == state;
+    };
+    EXPECT_TRUE(isEverywhere("default"));
+    for (const bool isOn : {true, false, true}) {
+        ASSERT_EQ(vconf_set_int(kContrast, isOn ? 1 : 0), VCONF_OK);
+        EXPECT_TRUE(toolkit::runUntil([&] { return isEverywhere(isOn ? "contrast" : "default"); })) << isOn;
+        EXPECT_EQ(top(), card) << "it is another popup";
+        EXPECT_EQ(stateOf(card->buttons[0], "fill"), "focused");
+    }
+}
+
+TEST_F(ALook, OfLargeTextsHasLargerCardsAndNothingThatLeavesThem)
+{
+    const auto widthOfCard = [&](Kind kind) {
+        request(kind, "Anna");
+        toolkit::settle();
+        const auto card = boxOf(partOf(top()->object, "card"));
+        int bottom = card.y;
+        for (const auto* text : toolkit::shown<toolkit::TextboxRecord>(m_window)) {
+            if (text->text.empty())
+                continue;
+            int height = 0;
+            evas_object_textblock_size_formatted_get(partOf(text->object, "elm.text"), nullptr, &height);
+            EXPECT_LE(height, boxOf(text->object).height) << text->text;
+            EXPECT_GE(boxOf(text->object).y, bottom) << text->text << " lies over another one";
+            bottom = boxOf(text->object).y + height;
+        }
+        EXPECT_LE(bottom, card.y + card.height);
+        return card.width;
+    };
+    for (const Kind kind : {Kind::Pin, Kind::NetworkTest, Kind::Terms}) {
+        int before = 0;
+        for (const int size : {100, 130, 160}) {
+            ASSERT_EQ(vconf_set_int(kTextSize, size), VCONF_OK);
+            toolkit::advance(0.1); // settings are asked for once in a turn of the loop
+            const int width = widthOfCard(kind);
+            EXPECT_GT(width, before);
+            before = width;
+        }
+    }
+}
+
+TEST_F(ALook, OfProgressHasOneAxisAndAConfirmationThatCoversIt)
+{
+    request(Kind::SignIn);
+    toolkit::settle();
+    const auto texts = toolkit::shown<toolkit::TextboxRecord>(m_window);
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(boxOf(texts[0]->object).x, boxOf(texts[1]->object).x);
+    EXPECT_EQ(texts[0]->align, ELM_FLUX_TEXTBOX_ALIGN_LEFT);
+    EXPECT_EQ(texts[1]->align, ELM_FLUX_TEXTBOX_ALIGN_LEFT);
+    const auto below = boxOf(partOf(top()->object, "card"));
+    toolkit::click(top()->buttons[0]);
+    toolkit::settle();
+    EXPECT_EQ(boxOf(partOf(top()->object, "card")), below);
+}
+
+TEST_F(ALook, OfTimeIsALineThatGrowsShorterOrARingThatLosesQuarters)
+{
+    request(Kind::Pin);
+    toolkit::settle();
+    const auto* popup = top();
+    const auto tell = [&](const char* signal) {
+        elm_object_signal_emit(popup->object, signal, "");
+        edje_object_message_signal_process(elm_layout_edje_get(popup->object));
+        toolkit::settle();
+        return boxOf(partOf(popup->object, "time_line")).width;
+    };
+    const int whole = boxOf(partOf(popup->object, "hairline")).width;
+    EXPECT_EQ(tell("countdown,60,60"), whole);
+    EXPECT_EQ(tell("countdown,15,60"), whole / 4);
+    for (const char* nonsense :
+        {"countdown,", "countdown,1", "countdown,-1,60", "countdown,1,0", "countdown,9,9x"})
+        EXPECT_EQ(tell(nonsense), whole / 4) << nonsense;
+    elm_object_signal_emit(popup->object, "HC", "");
+    for (const auto& [signal, quarters] :
+        {std::pair {"countdown,60,60", "four"}, {"countdown,45,60", "three"}, {"countdown,30,60", "two"},
+            {"countdown,1,60", "one"}, {"countdown,0,60", "default"}}) {
+        tell(signal);
+        EXPECT_EQ(stateOf(popup->object, "time_ring"), quarters);
+        EXPECT_EQ(stateOf(popup->object, "time_line"), "default") << "there is motion in high contrast";
+    }
+}
+
+TEST(ATypesetText, SaysTheSameInLinesThatBreakWell)
+{
+    const struct {
+        const char* markup;
+        const char* set;
+    } cases[] = {
+        {"Connecting this TV to:", "Connecting this TV\u00a0to:"},
+        {"one<br>two of it", "one<br>two of\u00a0it"},
+        {"to", "to"},
+        {"TV\uc124\uc815 \uc911", "TV\u2060\uc124\u2060\uc815\u00a0\uc911"},
+        {"\u2068\u200eAnna\u200f\u2069 is here", "\u2068\u200eAnna\u200f\u2069 is\u00a0here"},
+        {"\u2068\u202d\u05d0\u05d1\u2069 came after", "\u2068\u05d0\u05d1\u2069 came after"},
+        {"\u2068&#x200e;\u05d0\u05d1&#x200f;\u2069 came after", "\u2068\u05d0\u05d1\u2069 came after"},
+        {"\u2068a\u2067b\u2069 came after", "\u2068ab\u2069 came after"},
+        {"\u2068a\u2069b\u2069 came after", "\u2068ab\u2069 came after"},
+        {"a\u2067b", "a\u2067b\u2069"},
+        {"a\u2069b", "ab"},
+    };
+    for (const auto& [markup, set] : cases)
+        EXPECT_EQ(orbis::flux::typeset(markup), set);
+}
+
+TEST(ATypesetCode, StandsApartInGroups)
+{
+    const std::string thin = "\u2009";
+    const std::string wide = "\u2002";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},
+        {"042", "0" + thin + "4" + thin + "2"},
+        {"<color=#29C5FF>042719</color>",
+            "<color=#29C5FF>0" + thin + "4" + thin + "2" + wide + "7" + thin + "1" + thin + "9</color>"},
+        {"04 27", "0" + thin + "4" + wide + "2" + thin + "7"},
+        {"A-1", "A-" + thin + "1"},
+    };
+    for (const auto& [code, set] : cases)
+        EXPECT_EQ(orbis::flux::typesetCode(code), set);
+    EXPECT_EQ(orbis::flux::typesetCode("12345678").find(wide), 4 + 3 * thin.size()) << "not in halves";
+}
+
+} // namespace
