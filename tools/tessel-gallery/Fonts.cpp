@@ -1,5 +1,6 @@
 #include "Fonts.h"
 
+#include "Scripts.h"
 #include "base/FontHandles.h"
 
 #include <Eina.h>
@@ -23,14 +24,6 @@ base::CharSetPtr drawable()
     FcResult result = FcResultNoMatch;
     const base::FontSetPtr fonts {FcFontSort(nullptr, pattern.get(), FcTrue, &characters, &result)};
     return base::CharSetPtr {characters};
-}
-
-/// Blanks, control characters, joiners, marks of direction and variation.
-bool isInvisible(char32_t character)
-{
-    return character <= 0x20 || character == 0x7F || (character >= 0x200B && character <= 0x200F)
-        || (character >= 0x2028 && character <= 0x202E) || (character >= 0x2060 && character <= 0x206F)
-        || (character >= 0xFE00 && character <= 0xFE0F);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Options.h"
 
 #include "Paths.h"
+#include "States.h"
 #include "options/CommandLine.h"
 
 #include <algorithm>
@@ -17,6 +18,9 @@ constexpr int kDesignHeight = 1080;
 
 constexpr double kSmallestScale = 0.25;
 constexpr double kLargestScale = 4.0;
+
+constexpr int kSmallestTextSize = 50; ///< percent
+constexpr int kLargestTextSize = 300;
 
 constexpr const char* kDescription =
     R"(Pictures every state of every popup off-screen, measures what it shows, and writes PNG files, report.json and
@@ -92,6 +96,38 @@ std::string setScales(const std::string& list, Options& options)
     return options.scales.empty() ? "no scale" : "";
 }
 
+std::string setTextSizes(const std::string& list, Options& options)
+{
+    options.textSizes.clear();
+    for (const std::string& text : split(list)) {
+        char* end = nullptr;
+        const long size = strtol(text.c_str(), &end, 10);
+        if (*end != '\0' || size < kSmallestTextSize || size > kLargestTextSize)
+            return '"' + text + "\" is no text size between " + std::to_string(kSmallestTextSize) + " and "
+                + std::to_string(kLargestTextSize) + " %";
+        options.textSizes.push_back(static_cast<int>(size));
+    }
+    removeRepeated(options.textSizes);
+    return options.textSizes.empty() ? "no text size" : "";
+}
+
+std::string setStates(const std::string& list, Options& options)
+{
+    options.states = split(list);
+    const std::vector<State> all = states(true);
+    for (const std::string& name : options.states) {
+        if (std::none_of(all.begin(), all.end(), [&](const State& state) { return state.name == name; }))
+            return "there is no state \"" + name + '"';
+    }
+    return options.states.empty() ? "no state" : "";
+}
+
+std::string setPictures(const std::string& which, Options& options)
+{
+    options.onlyBrokenPictures = which == "broken";
+    return which == "broken" || which == "all" ? "" : "neither \"all\" nor \"broken\"";
+}
+
 std::string setContrast(const std::string& which, Options& options)
 {
     options.contrasts = which == "both" ? std::vector<bool> {false, true} : std::vector<bool> {true};
@@ -117,7 +153,8 @@ double Combination::realScale() const
 
 std::string Combination::name() const
 {
-    return language + (contrast ? "-contrast-" : "-") + std::to_string(height());
+    return language + (contrast ? "-contrast-" : "-") + std::to_string(height())
+        + (textSize == kUsualTextSize ? "" : "-text-" + std::to_string(textSize));
 }
 
 std::vector<Combination> Options::combinations() const
@@ -125,8 +162,10 @@ std::vector<Combination> Options::combinations() const
     std::vector<Combination> result;
     for (const std::string& language : languages) {
         for (const bool contrast : contrasts) {
-            for (const double scale : scales)
-                result.push_back({language, contrast, scale});
+            for (const double scale : scales) {
+                for (const int textSize : textSizes)
+                    result.push_back({language, contrast, scale, textSize});
+            }
         }
     }
     return result;
@@ -158,8 +197,17 @@ std::optional<Options> parseOptions(int argc, char** argv)
         {"contrast", into(setContrast), "high contrast; with \"=both\" also the normal one", "both", true});
     line.add({"scale", into(setScales),
         "screens as factors of 1080 lines, for instance 0.667,1,2 (default: 1)", "LIST"});
+    line.add({"text-size", into(setTextSizes),
+        "the viewer's text sizes in percent, for instance 100,130,160 (default: 100)", "LIST"});
+    line.add({"states", into(setStates), "only these, by the names of their pictures", "LIST"});
+    line.add({"pictures", into(setPictures),
+        "which of the pictures to write: all, or those that are broken (default: all)", "all|broken"});
+    line.add({"theme", tools::setText(options.theme),
+        "a compiled theme of the widgets instead of the installed one", "FILE"});
+    line.add({"catalogues", tools::setText(options.catalogues),
+        "catalogues instead of the installed ones, as FOLDER/LANGUAGE/LC_MESSAGES/*.mo", "FOLDER"});
     line.add({"awkward-names", tools::setFlag(options.awkwardNames),
-        "also phones, networks and accounts with names that break other programs"});
+        "also phones, networks, accounts and PINs that break other programs"});
     line.add({"quiet", tools::setFlag(options.quiet), "no line for each part of the work"});
     if (!line.parse(tools::argumentsOf(argc, argv)))
         return std::nullopt;

@@ -47,7 +47,10 @@ void redirectLog(const std::string& path)
     std::filesystem::create_directories(options.folder + "/" + combination.name(), error);
     redirectLog(options.folder + "/" + combination.name() + "/log");
     const Report report = perform(combination, options);
-    const bool isWhole = report.pictures.size() == states(options.awkwardNames).size();
+    const std::vector<Chosen> chosen = chosenStates(options);
+    const auto wanted =
+        std::count_if(chosen.begin(), chosen.end(), [](const Chosen& one) { return one.isPictured; });
+    const bool isWhole = static_cast<std::ptrdiff_t>(report.pictures.size()) == wanted;
     const bool written = isWhole && writeText(partFile(options, combination), toText(toJson(report)));
     // The parent's unwritten output must not be written twice.
     _exit(written ? 0 : 1);

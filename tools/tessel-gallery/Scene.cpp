@@ -3,6 +3,8 @@
 #include "Scene.h"
 
 #include "Fonts.h"
+#include "Reference.h"
+#include "Scripts.h"
 #include "base/EflHandles.h"
 
 #include <algorithm>
@@ -11,9 +13,6 @@
 namespace gallery {
 
 namespace {
-
-/// Letters of a run: few enough for a second colour in a line to be seen, enough to hold one with a stroke.
-constexpr int kRunLetters = 4;
 
 base::CursorPtr cursorOf(const Evas_Object* textblock)
 {
@@ -52,20 +51,6 @@ int focusedAmong(const std::vector<Evas_Object*>& objects)
         [](const Evas_Object* o) { return isOfType(o, "elm_button") && elm_object_focus_get(o); }));
 }
 
-/// Names need not be of valid UTF-8, and the report has to be.
-std::string valid(const char* text)
-{
-    std::string result;
-    for (int at = 0; text[at] != '\0';) {
-        const int begin = at;
-        const Eina_Unicode character = eina_unicode_utf8_next_get(text, &at);
-        // The library gives each broken byte a place of its own.
-        const bool isBroken = character >= 0xDC80 && character <= 0xDCFF;
-        result += isBroken ? "\uFFFD" : std::string(text + begin, static_cast<size_t>(at - begin));
-    }
-    return result;
-}
-
 std::string plainText(const Evas_Object* textblock)
 {
     const base::CursorPtr begin = cursorOf(textblock);
@@ -74,68 +59,9 @@ std::string plainText(const Evas_Object* textblock)
     evas_textblock_cursor_paragraph_last(end.get());
     const base::MallocStr text {
         evas_textblock_cursor_range_text_get(begin.get(), end.get(), EVAS_TEXTBLOCK_TEXT_PLAIN)};
-    std::string plain = valid(text ? text.get() : "");
+    std::string plain = validUtf8(text ? text.get() : "");
     std::replace(plain.begin(), plain.end(), '\n', ' ');
     return plain;
-}
-
-/// @return the first character, 0 for none
-uint32_t firstCharacter(const char* text)
-{
-    int index = 0;
-    return text && *text ? static_cast<uint32_t>(eina_unicode_utf8_next_get(text, &index)) : 0;
-}
-
-/// Emoji have colours of their own, and what joins or varies them is drawn with them.
-bool isEmoji(uint32_t character)
-{
-    return character == 0x200D || character == 0xFE0F || (character >= 0x2600 && character < 0x27C0)
-        || character >= 0x1F000;
-}
-
-void add(Box& run, const Box& letter)
-{
-    const Box sum {std::min(run.x, letter.x), std::min(run.y, letter.y),
-        std::max(run.right(), letter.right()) - std::min(run.x, letter.x),
-        std::max(run.bottom(), letter.bottom()) - std::min(run.y, letter.y)};
-    run = run.isEmpty() ? letter : sum;
-}
-
-/// Letters that an ellipsis took out are on no line.
-void readLetters(Text& text)
-{
-    const base::CursorPtr cursor = cursorOf(text.object);
-    Box run;
-    int letters = 0;
-    int line = -1;
-    const auto endRun = [&] {
-        if (!run.isEmpty())
-            text.runs.push_back(run);
-        run = {};
-        letters = 0;
-    };
-    do {
-        const base::MallocStr content {evas_textblock_cursor_content_get(cursor.get())};
-        Box letter;
-        const int at = evas_textblock_cursor_char_geometry_get(
-            cursor.get(), &letter.x, &letter.y, &letter.width, &letter.height);
-        const bool isBlank = !content || *content == '\0' || *content == ' ' || *content == '<';
-        if (at < 0) {
-            text.isCut |= !isBlank;
-            continue;
-        }
-        const bool isDrawing = isEmoji(firstCharacter(content.get()));
-        if (isBlank || isDrawing || at != line || letters == kRunLetters)
-            endRun();
-        line = at;
-        if (isBlank || isDrawing || letter.isEmpty())
-            continue;
-        letter.x += text.box.x;
-        letter.y += text.box.y;
-        add(run, letter);
-        ++letters;
-    } while (evas_textblock_cursor_char_next(cursor.get()));
-    endRun();
 }
 
 void readLines(Text& text)
@@ -148,25 +74,33 @@ void readLines(Text& text)
             continue;
         line.x += text.box.x;
         line.y += text.box.y;
-        add(text.lines, line);
+        text.lines.add(line);
     }
 }
 
-Text readText(Evas_Object* textblock)
+Text readText(Evas_Object* textblock, Reference& reference)
 {
     Text text;
     text.object = textblock;
     text.plain = plainText(textblock);
     text.withoutFont = firstWithoutFont(text.plain);
     text.box = boxOf(textblock);
-    text.sizePx = evas_textblock_fit_font_size_get(textblock) * evas_object_scale_get(textblock);
+    text.scale = evas_object_scale_get(textblock);
+    const double full = styleNumber(textblock, "font_size");
+    const int fitted = evas_textblock_fit_font_size_get(textblock);
+    text.fontSize = fitted > 0 ? fitted : full;
+    text.sizePx = text.fontSize * text.scale;
+    text.fullSizePx = full * text.scale;
+    text.isBold = isBold(textblock);
+    text.heightAtFullSize = reference.heightAtFullSize(textblock);
+    text.mask = reference.lettersOf(textblock);
     readLines(text);
     readLetters(text);
     return text;
 }
 
 /// The card is a part of the popup's theme group.
-void readCard(Evas_Object* object, Scene& scene)
+void readCard(Evas_Object* object, Scene& scene, bool isCovered)
 {
     if (!isOfType(object, "edje") || !edje_object_part_exists(object, "card"))
         return;
@@ -175,18 +109,22 @@ void readCard(Evas_Object* object, Scene& scene)
     edje_object_part_geometry_get(object, "card", &card.x, &card.y, &card.width, &card.height);
     card.x += popup.x;
     card.y += popup.y;
-    scene.card = card;
+    if (isCovered)
+        scene.coveredCards.push_back(card);
+    else
+        scene.card = card;
 }
 
-void read(const std::vector<Evas_Object*>& objects, Scene& scene)
+void read(const std::vector<Evas_Object*>& objects, Scene& scene, Reference& reference)
 {
     for (Evas_Object* object : objects) {
-        readCard(object, scene);
+        readCard(object, scene, false);
         if (isOfType(object, "elm_button")) {
             const char* label = elm_object_text_get(object);
-            scene.buttons.push_back({label ? label : "", boxOf(object), elm_object_focus_get(object) != 0});
+            scene.buttons.push_back(
+                {object, label ? label : "", boxOf(object), elm_object_focus_get(object) != 0});
         } else if (isOfType(object, "textblock")) {
-            Text text = readText(object);
+            Text text = readText(object, reference);
             if (!text.plain.empty())
                 scene.texts.push_back(std::move(text));
         }
@@ -204,7 +142,7 @@ std::vector<Evas_Object*> objectsOf(const Evas_Object* window)
     return objects;
 }
 
-Scene look(const Evas_Object* window)
+Scene look(const Evas_Object* window, Reference& reference)
 {
     Scene scene;
     // From the top down to the popup that has the keys; what lies below is not to be read.
@@ -215,8 +153,12 @@ Scene look(const Evas_Object* window)
         collect(root, objects);
         const int focused = focusedAmong(objects);
         scene.focused += focused;
-        if (!isCovered)
-            read(objects, scene);
+        if (!isCovered) {
+            read(objects, scene, reference);
+        } else {
+            for (Evas_Object* object : objects)
+                readCard(object, scene, true);
+        }
         isCovered |= focused > 0;
     }
     return scene;

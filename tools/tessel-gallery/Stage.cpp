@@ -1,16 +1,17 @@
 #include "Stage.h"
 
+#include "Camera.h"
 #include "OutsideNames.h"
-#include "Pixels.h"
-#include "Rules.h"
+#include "Paths.h"
 #include "Scene.h"
 #include "States.h"
-#include "Translated.h"
+#include "Surroundings.h"
 #include "UIManager.h"
 #include "app.h"
 #include "vconf.h"
 
 #include <Ecore_Evas.h>
+#include <libintl.h>
 
 #include <unistd.h>
 
@@ -32,72 +33,6 @@ constexpr double kInterval = 0.002; ///< seconds
 /// The guide's hint comes after half a second.
 constexpr std::chrono::milliseconds kWait {650};
 
-/// A folder that goes with the object.
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-    {
-        std::error_code error;
-        std::string path = std::filesystem::temp_directory_path(error) / "tessel-gallery-XXXXXX";
-        if (!error && mkdtemp(path.data()))
-            m_path = path;
-        else
-            perror("tessel-gallery: no temporary folder");
-    }
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        if (!m_path.empty())
-            std::filesystem::remove_all(m_path, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::string& path() const { return m_path; }
-
-private:
-    std::string m_path;
-};
-
-/// Beside the program's own folder, as in an installed tree.
-std::string fontsFile()
-{
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return program.parent_path().parent_path() / "share/tessel/fonts/pinned.conf";
-}
-
-/// Region of a catalogue that names none; the program tells the direction of writing by "ar_" and the like.
-constexpr const char* kUnknownRegion = "_ZZ";
-
-void setUp(const Combination& combination, const std::string& folder)
-{
-    const std::pair<const char*, std::string> variables[] = {
-        {"ORBIS_STATE_DIR", folder + "/state"},
-        {"ORBIS_RUNTIME_DIR", folder + "/runtime"},
-        {"HOME", folder},
-        {"XDG_RUNTIME_DIR", folder},
-        {"XDG_CACHE_HOME", folder},
-        {"FONTCONFIG_FILE", fontsFile()},
-        {"ELM_DISPLAY", "buffer"},
-        {"ELM_ENGINE", "buffer"},
-        {"ELM_SCALE", std::to_string(combination.realScale())},
-        {"EINA_FREEQ_BYPASS", "1"},
-        // Nothing may speak while pictures are made.
-        {"ORBIS_SPEECH_LOG", folder + "/speech"},
-        {"LC_ALL", "C.UTF-8"},
-    };
-    for (const auto& [name, value] : variables)
-        setenv(name, value.c_str(), 1);
-    std::string language = combination.language;
-    if (language.find('_') == std::string::npos)
-        language += kUnknownRegion;
-    vconf_set_str(TesselUI::kLanguageKey, language.c_str());
-    vconf_set_int(TesselUI::kContrastKey, combination.contrast ? 1 : 0);
-    vconf_set_str(TesselUI::kWizardModeKey, "FIRST_RUN");
-    vconf_set_str(TesselUI::kTvNameKey, "Norvale TV (Living room)");
-}
-
 /// Motion would have to be waited for, and a slow machine would be pictured in the middle of it. What moves
 /// already jumps to its end.
 void stopMotion(const Evas_Object* window)
@@ -113,8 +48,7 @@ public:
     Stage(const Combination& combination, const Options& options)
         : m_combination(combination)
         , m_options(options)
-        , m_states(states(options.awkwardNames))
-        , m_behind(filmPicture(combination.width(), combination.height()))
+        , m_states(chosenStates(options))
     {
     }
 
@@ -131,21 +65,19 @@ private:
     bool tick();
     void press(const char* key);
     void enter(const State& state);
-    void picture(const State& state);
-    Image withoutTexts(const Scene& scene) const;
 
     const Combination& m_combination;
     const Options& m_options;
-    std::vector<State> m_states;
+    std::vector<Chosen> m_states;
     size_t m_next = 0; ///< state to enter
     int m_rounds = 0; ///< of the loop, still to come before the picture
     Clock::time_point m_notBefore {};
     Clock::time_point m_started {};
     Ecore_Timer* m_timer = nullptr; ///< owned; cleared when it ends itself
-    Image m_behind;
     std::optional<TesselUI::UIManager> m_manager;
     Evas_Object* m_window = nullptr; ///< the manager's
     unsigned int m_timestamp = 1; ///< of the last key, milliseconds
+    std::optional<Camera> m_camera; ///< while the toolkit runs
     Report m_report;
 };
 
@@ -159,7 +91,12 @@ void Stage::press(const char* key)
 /// The manager's window is the only one.
 bool Stage::openWindow()
 {
+    // What the widgets find is not looked for again.
+    if (!m_options.theme.empty())
+        elm_theme_extension_add(nullptr, m_options.theme.c_str());
     m_manager.emplace().createWindow();
+    if (!m_options.catalogues.empty())
+        bindtextdomain(TesselUI::kTextDomain, m_options.catalogues.c_str());
     Eina_List* canvases = ecore_evas_ecore_evas_list_get();
     void* entry = nullptr;
     EINA_LIST_FREE(canvases, entry)
@@ -180,6 +117,7 @@ void Stage::enter(const State& state)
 {
     switch (state.step) {
     case Step::Show:
+        vconf_set_str(TesselUI::kTvNameKey, state.names.tv.c_str());
         state.show(*m_manager, state.names);
         break;
     case Step::Wait:
@@ -205,44 +143,15 @@ void Stage::focusWindow() const
     ecore_evas_focus_set(canvas(), EINA_TRUE);
 }
 
-Image Stage::withoutTexts(const Scene& scene) const
-{
-    struct Colour {
-        int red, green, blue, alpha;
-    };
-    std::vector<Colour> colours;
-    for (const Text& text : scene.texts) {
-        Colour& colour = colours.emplace_back();
-        evas_object_color_get(text.object, &colour.red, &colour.green, &colour.blue, &colour.alpha);
-        evas_object_color_set(text.object, 0, 0, 0, 0);
-    }
-    Image image = grab(m_window, m_behind);
-    for (size_t i = 0; i < colours.size(); ++i)
-        evas_object_color_set(
-            scene.texts[i].object, colours[i].red, colours[i].green, colours[i].blue, colours[i].alpha);
-    return image;
-}
-
-void Stage::picture(const State& state)
-{
-    const Image whole = grab(m_window, m_behind);
-    const Scene scene = look(m_window);
-    const Expected expected {m_combination.realScale(), m_combination.contrast, state.hasAwkwardNames,
-        state.hasMarkup, TesselUI::translated(state.focusedId)};
-    Picture picture {state.name, m_combination.name() + "/" + state.name + ".png", scene, {}, {}};
-    picture.broken = check(scene, whole, withoutTexts(scene), expected, picture.measured);
-    if (!savePng(whole, m_options.folder + "/" + picture.file))
-        picture.broken.push_back({"file", "cannot write " + picture.file});
-    m_report.pictures.push_back(std::move(picture));
-}
-
 void Stage::begin()
 {
     m_started = Clock::now();
-    if (openWindow())
+    if (openWindow()) {
+        m_camera.emplace(m_window, m_combination, m_options);
         m_timer = ecore_timer_add(kInterval, on_tick, this);
-    else
+    } else {
         elm_exit();
+    }
 }
 
 /// The loop turns a few times between a step and its picture: a layout may need another, a job may add a job,
@@ -255,10 +164,10 @@ bool Stage::tick()
         focusWindow();
     if (m_rounds-- > 0 || Clock::now() < m_notBefore)
         return true;
-    if (m_next > 0)
-        picture(m_states[m_next - 1]);
+    if (m_next > 0 && m_states[m_next - 1].isPictured)
+        m_report.pictures.push_back(m_camera->take(m_states[m_next - 1].state));
     if (m_next < m_states.size()) {
-        enter(m_states[m_next++]);
+        enter(m_states[m_next++].state);
         return true;
     }
     m_report.seconds = std::chrono::duration<double>(Clock::now() - m_started).count();
@@ -277,6 +186,7 @@ void Stage::close()
 {
     if (m_timer)
         ecore_timer_del(std::exchange(m_timer, nullptr));
+    m_camera.reset();
     m_manager.reset();
 }
 

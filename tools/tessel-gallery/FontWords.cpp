@@ -1,0 +1,167 @@
+/// Which font a word is really drawn with: it is drawn again in the font that is meant, and the two are
+/// compared.
+#include "Fonts.h"
+#include "Reference.h"
+#include "Scripts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace gallery {
+
+namespace {
+
+/// Share of the ink that two drawings of a word have in common when they are of one font; other fonts share
+/// two thirds at most.
+constexpr double kSameFont = 0.8;
+
+/// Some pixels by which a drawing may be displaced to its copy.
+constexpr int kDisplaced = 1;
+
+constexpr const char* kLatin = "Noto Sans";
+constexpr const char* kKorean = "NanumGothic";
+constexpr const char* kChinese = "WenQuanYi Micro Hei";
+
+/// The font that is meant for a script in a language; Korean and Chinese rows are of one font, whatever is in
+/// them.
+const char* familyFor(Script script, const std::string& language)
+{
+    const bool isKorean = language == "ko";
+    const bool isChinese = language.rfind("zh", 0) == 0;
+    switch (script) {
+    case Script::Latin:
+    case Script::Cyrillic:
+        return isKorean ? kKorean : isChinese ? kChinese : kLatin;
+    case Script::Arabic:
+        return "Noto Sans Arabic UI";
+    case Script::Hebrew:
+        return "Noto Sans Hebrew";
+    case Script::Devanagari:
+        return "Noto Sans Devanagari UI";
+    case Script::Han:
+        return isKorean ? kKorean : kChinese;
+    case Script::Hangul:
+        return kKorean;
+    case Script::None:
+    case Script::Other:
+        break;
+    }
+    return nullptr;
+}
+
+struct Run {
+    std::string text;
+    Script script = Script::None;
+    int line = 0;
+    int letters = 0;
+    Box place;
+};
+
+/// Letters of one script that nothing parts.
+std::vector<Run> runsOf(const Text& text)
+{
+    std::vector<Run> runs;
+    bool isNew = true;
+    for (const Letter& letter : text.letters) {
+        const Script script = scriptOf(firstCharacter(letter.content));
+        if (letter.isBlank && !partsWords(letter.content))
+            continue;
+        isNew = isNew || letter.isBlank || script == Script::None || script != runs.back().script
+            || letter.line != runs.back().line;
+        if (letter.isBlank || script == Script::None)
+            continue;
+        if (isNew)
+            runs.push_back({"", script, letter.line, 0, {}});
+        isNew = false;
+        runs.back().text += letter.content;
+        ++runs.back().letters;
+        runs.back().place.add(letter.place);
+    }
+    return runs;
+}
+
+/// The ink that the letters of @p text have in a place of the picture, with the coverage that its colours
+/// tell.
+Mask inkIn(const Box& place, const Text& text, const Image& whole, const Image& withoutTexts)
+{
+    const auto differenceAt = [&](int x, int y) {
+        return text.mask.at(x, y) == 0 ? 0 : difference(whole.at(x, y), withoutTexts.at(x, y));
+    };
+    const Box seen = place.cutTo(whole.box());
+    int strongest = 1;
+    Box ink;
+    for (int y = seen.y; y < seen.bottom(); ++y) {
+        for (int x = seen.x; x < seen.right(); ++x)
+            strongest = std::max(strongest, differenceAt(x, y));
+    }
+    const auto coverageAt = [&](int x, int y) { return std::min(255, 255 * differenceAt(x, y) / strongest); };
+    for (int y = seen.y; y < seen.bottom(); ++y) {
+        for (int x = seen.x; x < seen.right(); ++x) {
+            if (coverageAt(x, y) > 0)
+                ink.add({x, y, 1, 1});
+        }
+    }
+    Mask mask {ink, {}};
+    for (int y = ink.y; y < ink.bottom(); ++y) {
+        for (int x = ink.x; x < ink.right(); ++x)
+            mask.coverage.push_back(static_cast<uint8_t>(coverageAt(x, y)));
+    }
+    return mask;
+}
+
+double sharedInk(const Mask& one, const Mask& other, int dx, int dy)
+{
+    double shared = 0;
+    double all = 0;
+    const int width = std::max(one.box.width, other.box.width) + 2 * kDisplaced;
+    const int height = std::max(one.box.height, other.box.height) + 2 * kDisplaced;
+    for (int y = -kDisplaced; y < height; ++y) {
+        for (int x = -kDisplaced; x < width; ++x) {
+            const int first = one.at(one.box.x + x, one.box.y + y);
+            const int second = other.at(other.box.x + x + dx, other.box.y + y + dy);
+            shared += std::min(first, second);
+            all += std::max(first, second);
+        }
+    }
+    return all > 0 ? shared / all : 1;
+}
+
+double likeness(const Mask& one, const Mask& other)
+{
+    constexpr int kFar = 4;
+    if (std::abs(one.box.width - other.box.width) > kFar
+        || std::abs(one.box.height - other.box.height) > kFar)
+        return 0;
+    double most = 0;
+    for (int dy = -kDisplaced; dy <= kDisplaced; ++dy) {
+        for (int dx = -kDisplaced; dx <= kDisplaced; ++dx)
+            most = std::max(most, sharedInk(one, other, dx, dy));
+    }
+    return most;
+}
+
+} // namespace
+
+void findOtherFonts(Text& text, const std::string& language, const Image& whole, const Image& withoutTexts,
+    Reference& reference)
+{
+    for (const Run& run : runsOf(text)) {
+        const char* family = familyFor(run.script, language);
+        // What is between two marks has too much of their ink in its place.
+        const bool isEnough = run.letters > 1 || run.script == Script::Han || run.script == Script::Hangul;
+        const Mask drawn = family && isEnough ? inkIn(run.place, text, whole, withoutTexts) : Mask {};
+        if (drawn.box.isEmpty())
+            continue;
+        double most = 0;
+        for (const bool isBold : {text.isBold, !text.isBold}) {
+            if (most < kSameFont)
+                most = std::max(most,
+                    likeness(drawn, reference.word(run.text, {family, isBold, text.fontSize, text.scale})));
+        }
+        if (most < kSameFont)
+            text.inOtherFonts.push_back(run.text);
+    }
+}
+
+} // namespace gallery
