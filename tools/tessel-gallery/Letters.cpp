@@ -115,6 +115,7 @@ void measure(Letter& letter, const Mask& mask, const Image& whole, const Image& 
             if (coverage < least)
                 continue;
             ++expected;
+            letter.wholeInk.add({x, y, 1, 1});
             if (!whole.box().contains({x, y, 1, 1}))
                 continue;
             const uint32_t seen = whole.at(x, y);

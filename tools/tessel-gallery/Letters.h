@@ -20,6 +20,7 @@ struct Letter {
     double drawn = 1; ///< share of its ink that is in the picture
     double contrast = 0; ///< to what is behind it; 0 for a blank or an emoji
     Box ink; ///< its pixels in the picture
+    Box wholeInk; ///< what they would be if nothing was missing
 };
 
 /// What a popup's text is for.

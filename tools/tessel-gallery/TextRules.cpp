@@ -36,8 +36,10 @@ void checkPresence(Case& one)
 /// The side at which the most of @p letter is missing.
 const char* sideOf(const Letter& letter)
 {
-    const int sides[] = {letter.ink.x - letter.place.x, letter.place.right() - letter.ink.right(),
-        letter.ink.y - letter.place.y, letter.place.bottom() - letter.ink.bottom()};
+    const Box& all = letter.wholeInk;
+    const Box& ink = letter.ink;
+    const int sides[] = {
+        ink.x - all.x, all.right() - ink.right(), ink.y - all.y, all.bottom() - ink.bottom()};
     constexpr const char* kNames[] = {"left", "right", "top", "bottom"};
     return kNames[std::max_element(std::begin(sides), std::end(sides)) - std::begin(sides)];
 }
