@@ -113,12 +113,16 @@ Picture Camera::take(const State& state)
     textsAway.reset();
     for (Text& text : scene.texts)
         findOtherFonts(text, m_combination.language, whole, withoutTexts, m_reference);
-    Picture picture {state.name, m_combination.name() + "/" + state.name + ".png", {}, {}, {}};
+    Picture picture;
+    picture.state = state.name;
+    picture.file = m_combination.name() + "/" + state.name + ".png";
     picture.broken = check(scene, {whole, withoutTexts, unfocused}, expectedOf(state), picture.measured);
     picture.scene = std::move(scene);
-    const bool isWanted = !m_options.onlyBrokenPictures || !picture.broken.empty();
-    if (isWanted && !savePng(whole, m_options.folder + "/" + picture.file))
-        picture.broken.push_back({"file", "cannot write " + picture.file});
+    if (!m_options.onlyBrokenPictures || !picture.broken.empty()) {
+        picture.isWritten = savePng(whole, m_options.folder + "/" + picture.file);
+        if (!picture.isWritten)
+            picture.broken.push_back({"file", "cannot write " + picture.file});
+    }
     return picture;
 }
 

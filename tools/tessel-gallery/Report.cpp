@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <utility>
 
 namespace gallery {
 
@@ -27,14 +28,22 @@ Json::Value toJson(const Picture& picture, double scale)
     Json::Value value;
     value["state"] = picture.state;
     value["file"] = picture.file;
+    value["written"] = picture.isWritten;
     value["card"] = toJson(picture.scene.card);
     value["focused_objects"] = picture.scene.focused;
     value["focus_contrast"] = rounded(picture.measured.focusContrast);
+    const std::pair<const char*, double> distances[] = {{"px_to_edge", picture.measured.toEdge},
+        {"px_between_texts", picture.measured.betweenTexts}, {"px_to_hairline", picture.measured.toHairline}};
+    for (const auto& [name, distance] : distances) {
+        if (distance >= 0)
+            value[name] = rounded(distance);
+    }
     Json::Value& texts = value["texts"] = Json::arrayValue;
     for (size_t i = 0; i < picture.scene.texts.size(); ++i) {
         const Text& text = picture.scene.texts[i];
         Json::Value entry;
         entry["text"] = text.plain;
+        entry["role"] = nameOf(text.role);
         entry["box"] = toJson(text.box);
         entry["size_at_1080"] = rounded(text.sizePx / scale);
         entry["cut"] = text.isCut;
@@ -68,6 +77,7 @@ Json::Value toJson(const Report& report)
     value["language"] = report.combination.language;
     value["contrast"] = report.combination.contrast;
     value["height"] = report.combination.height();
+    value["text_size"] = report.combination.textSize;
     value["seconds"] = rounded(report.seconds);
     Json::Value& pictures = value["pictures"] = Json::arrayValue;
     for (const Picture& picture : report.pictures)
@@ -86,6 +96,8 @@ Json::Value summary(const Json::Value& parts, double seconds)
         for (const Json::Value& picture : part["pictures"]) {
             ++pictures;
             takeLeast(value["least_focus_contrast"], picture["focus_contrast"]);
+            for (const char* distance : {"px_to_edge", "px_between_texts", "px_to_hairline"})
+                takeLeast(value[std::string("least_") + distance], picture[distance]);
             for (const Json::Value& text : picture["texts"]) {
                 takeLeast(least, text["contrast"]);
                 takeLeast(value["smallest_text_at_1080"], text["size_at_1080"]);

@@ -14,6 +14,7 @@ namespace gallery {
 struct Picture {
     std::string state;
     std::string file; ///< within the gallery's folder
+    bool isWritten = false;
     Scene scene; ///< its objects are gone with the popup
     Measured measured;
     std::vector<Broken> broken;

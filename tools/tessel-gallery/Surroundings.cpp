@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kUnknownRegion = "_ZZ";
 
 /// A setting of the platform, in percent.
-constexpr const char* kTextSizeKey = "db/orbis/accessibility/text_size";
+constexpr const char* kTextSizeKey = "db/menu/system/accessibility/textsize";
 
 } // namespace
 
