@@ -56,6 +56,15 @@ public:
             checkHash();
     }
 
+    std::string find(std::string_view id) const
+    {
+        for (uint32_t i = 0; i < m_count; ++i) {
+            if (text(word(Ids * kWord), i) == id)
+                return std::string {text(word(Texts * kWord), i)};
+        }
+        return {};
+    }
+
 private:
     uint32_t word(size_t offset) const
     {
@@ -169,6 +178,15 @@ std::string faultOfCatalogue(std::string_view bytes)
         return fault.what();
     }
     return {};
+}
+
+std::string textOfCatalogue(std::string_view bytes, std::string_view id)
+{
+    try {
+        return Catalogue(bytes).find(id);
+    } catch (const Fault&) {
+        return {};
+    }
 }
 
 } // namespace orbis::app

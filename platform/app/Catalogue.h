@@ -13,4 +13,9 @@ namespace orbis::app {
 /// @return what is wrong with it, or ""
 std::string faultOfCatalogue(std::string_view bytes);
 
+/// For catalogues that the C library need not know.
+/// @param bytes  of a sound catalogue
+/// @return what it says for @p id, "" when it does not have that
+std::string textOfCatalogue(std::string_view bytes, std::string_view id);
+
 } // namespace orbis::app

@@ -23,6 +23,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The C library's count of catalogue changes: it forgets cached translations when this moves.
@@ -103,49 +104,24 @@ void sayOnce(const std::string& path, const std::string& fault)
             path.c_str(), fault.c_str());
 }
 
-std::string pathOf(const std::string& folder, const std::string& language)
+std::string pathOf(const std::string& folder, const std::string& language, const std::string& name)
 {
-    return folder + "/" + language + "/LC_MESSAGES/" + orbis_app_id + ".mo";
+    return folder + "/" + language + "/LC_MESSAGES/" + name;
 }
 
-enum class Found { Missing, Sound, Damaged };
-
-Found lookAt(const std::string& folder, const std::string& language)
+/// The file of the application's own catalogues.
+std::string applicationsFile()
 {
-    const std::string path = pathOf(folder, language);
-    errno = 0;
-    const auto bytes = files::readInstalledFile(path, kCatalogueLimit);
-    if (!bytes && (errno == ENOENT || errno == ENOTDIR))
-        return Found::Missing;
-    const std::string fault = bytes ? faultOfCatalogue(*bytes) : strerror(errno);
-    if (fault.empty())
-        return Found::Sound;
-    sayOnce(path, fault);
-    return Found::Damaged;
-}
-
-/// @return the names under which the C library looks for the catalogue of @p language, that one first
-std::vector<std::string> namesTried(const std::string& language)
-{
-    const std::string::size_type modifier = language.find('@');
-    const std::string variant = modifier == std::string::npos ? "" : language.substr(modifier);
-    const std::string region = language.substr(0, modifier);
-    const std::string plain = region.substr(0, region.find('_'));
-    std::vector<std::string> names {language};
-    for (const std::string& name : {region, plain + variant, plain}) {
-        if (std::find(names.begin(), names.end(), name) == names.end())
-            names.push_back(name);
-    }
-    return names;
+    return std::string(orbis_app_id) + ".mo";
 }
 
 /// @return the first name of @p language that leads to no damaged catalogue, "" for none
 std::string soundName(const std::string& folder, const std::string& language, bool& isThere)
 {
-    for (const std::string& name : namesTried(language)) {
+    for (const std::string& name : namesOfLanguage(language)) {
         bool isSafe = true;
-        for (const std::string& tried : namesTried(name)) {
-            const Found found = lookAt(folder, tried);
+        for (const std::string& tried : namesOfLanguage(name)) {
+            const Found found = lookAtCatalogue(folder, tried, applicationsFile());
             isSafe = isSafe && found != Found::Damaged;
             isThere = isThere || found != Found::Missing;
         }
@@ -167,7 +143,7 @@ std::string withoutDamaged(const std::string& folder, const std::string& languag
         bool isThere = false;
         const std::string name = soundName(folder, language, isThere);
         if (!isThere && language == kFallback)
-            sayOnce(pathOf(folder, language), "it is missing");
+            sayOnce(pathOf(folder, language, applicationsFile()), "it is missing");
         if (!name.empty())
             result.append(result.empty() ? "" : ":").append(name);
     }
@@ -184,6 +160,38 @@ int s_holds = 0;
 bool s_isWaiting = false;
 
 } // namespace
+
+Found lookAtCatalogue(
+    const std::string& folder, const std::string& language, const std::string& name, std::string* bytes)
+{
+    const std::string path = pathOf(folder, language, name);
+    errno = 0;
+    auto read = files::readInstalledFile(path, kCatalogueLimit);
+    if (!read && (errno == ENOENT || errno == ENOTDIR))
+        return Found::Missing;
+    const std::string fault = read ? faultOfCatalogue(*read) : strerror(errno);
+    if (!fault.empty()) {
+        sayOnce(path, fault);
+        return Found::Damaged;
+    }
+    if (bytes)
+        *bytes = std::move(*read);
+    return Found::Sound;
+}
+
+std::vector<std::string> namesOfLanguage(const std::string& language)
+{
+    const std::string::size_type modifier = language.find('@');
+    const std::string variant = modifier == std::string::npos ? "" : language.substr(modifier);
+    const std::string region = language.substr(0, modifier);
+    const std::string plain = region.substr(0, region.find('_'));
+    std::vector<std::string> names {language};
+    for (const std::string& name : {region, plain + variant, plain}) {
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            names.push_back(name);
+    }
+    return names;
+}
 
 void checkCatalogues()
 {
@@ -241,6 +249,22 @@ std::string languageOfTexts()
     for (char& c : language)
         c = c == '_' ? '-' : static_cast<char>(tolower(static_cast<unsigned char>(c)));
     return language.empty() || language == "c" ? kFallback : language;
+}
+
+std::string catalogueOfTexts()
+{
+    const std::string folder = catalogueFolder();
+    const char* chosen = getenv("LANGUAGE");
+    std::istringstream list(chosen ? chosen : "");
+    for (std::string language; std::getline(list, language, ':');) {
+        if (folder.empty())
+            return language;
+        for (const std::string& name : namesOfLanguage(language)) {
+            if (lookAtCatalogue(folder, name, applicationsFile()) == Found::Sound)
+                return name;
+        }
+    }
+    return kFallback;
 }
 
 } // namespace orbis::app

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace orbis::app {
 
@@ -33,5 +34,20 @@ public:
 /// English where the viewer's language has none. Before the application has bound a catalogue, what was asked
 /// for.
 std::string languageOfTexts();
+
+/// @return the same as the name of that catalogue's folder, for instance "pt_BR"
+std::string catalogueOfTexts();
+
+/// What a look at a file that should be a catalogue may find.
+enum class Found { Missing, Sound, Damaged };
+
+/// Looks at the catalogue of @p language, the file @p name below @p folder. One that is damaged is named in
+/// the log, once.
+/// @param bytes  nullable; gets the bytes of one that is sound
+Found lookAtCatalogue(const std::string& folder, const std::string& language, const std::string& name,
+    std::string* bytes = nullptr);
+
+/// @return the names under which a catalogue of @p language is looked for, that one first
+std::vector<std::string> namesOfLanguage(const std::string& language);
 
 } // namespace orbis::app

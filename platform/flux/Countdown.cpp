@@ -1,5 +1,7 @@
 #include "flux/Countdown.h"
 
+#include "flux/WindowHost.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -34,6 +36,8 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
     const int64_t whole = takeNumber(rest);
     if (whole <= 0 || *rest != '\0')
         return;
+    if (WindowHost* host = WindowHost::of(record.window))
+        host->givesUp(popup, static_cast<int>(left));
     const auto parts = static_cast<int>(std::min(left, whole) * kParts / whole);
     Edje_Message_Int message {elm_object_mirrored_get(record.object) ? -parts : parts};
     edje_object_message_send(elm_layout_edje_get(popup), EDJE_MESSAGE_INT, 0, &message);

@@ -30,7 +30,7 @@ int grown(const LayoutRecord& record, double units)
 bool isPicture(const Evas_Object* item)
 {
     if (!recordOf<LayoutRecord>(item))
-        return !recordOf<TextboxRecord>(item) && !isSpinner(item);
+        return !recordOf<TextboxRecord>(item) && !isProgressbar(item);
     const std::vector<Evas_Object*> inside = layoutItems(item);
     return !inside.empty() && std::all_of(inside.begin(), inside.end(), isPicture);
 }
@@ -51,7 +51,7 @@ GrownItem growItem(const LayoutRecord& record, Evas_Object* item, int room)
         return result;
     }
     result.width = std::min(grown(record, place->width), room);
-    result.height = isSpinner(item) ? grown(record, place->height) : heightNeeded(item, result.width);
+    result.height = isProgressbar(item) ? grown(record, place->height) : heightNeeded(item, result.width);
     return result;
 }
 

@@ -3,6 +3,7 @@
 
 #include <Elementary.h>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,11 +14,12 @@ namespace orbis::flux {
 /// the one before it is a repeat: it is marked as handled before the focused widget sees it, so that a held
 /// OK does not run through a confirmation that opens under it. Which keys are down when the window gets them
 /// is asked of the window system, because the key-up of one that was let go meanwhile went elsewhere; where
-/// it does not tell, none is, and a key-down that comes later than any repeat would is a new one. One guard a
-/// window.
+/// it does not tell, none is, and a key-down that comes later than any repeat would is a new one. The keys up
+/// and down are watched beside that, and left as they are. One guard a window.
 class KeyGuard {
 public:
-    explicit KeyGuard(Evas_Object* window);
+    /// @param upOrDown  called when one of these two is pressed, before anything comes of it; not for repeats
+    KeyGuard(Evas_Object* window, std::function<void()> upOrDown);
     ~KeyGuard();
     KeyGuard(const KeyGuard&) = delete;
     KeyGuard& operator=(const KeyGuard&) = delete;
@@ -39,6 +41,7 @@ private:
     void takeKeymap(const char* pressed);
 
     Evas_Object* m_window; ///< borrowed
+    std::function<void()> m_upOrDown;
     Evas_Object* m_watcher; ///< invisible object that the key grabs are registered for
     Ecore_Event_Handler* m_keymaps = nullptr; ///< where the window system tells the keys that are down
     /// The keys that are down, to the time of the last key-down, milliseconds; none when that was elsewhere.

@@ -126,7 +126,7 @@ void arrangeAgain(const LayoutRecord& record)
 const Evas_Object* spinnerOf(const Evas_Object* row)
 {
     for (const Evas_Object* item : layoutItems(row)) {
-        if (isSpinner(item))
+        if (isProgressbar(item))
             return item;
     }
     return nullptr;

@@ -50,7 +50,7 @@ Eina_Bool on_raise(void*, Evas_Object* window)
 Manager::Manager(Evas_Object* window)
     : WindowHost(window)
     , m_readout(window)
-    , m_keyGuard(window)
+    , m_keyGuard(window, [this] { m_readout.upOrDown(); })
     , m_leftovers(evas_object_evas_get(window))
     , m_displayLoss(window)
     , m_pressGate(window, m_keyGuard)
@@ -58,7 +58,7 @@ Manager::Manager(Evas_Object* window)
     , m_backdrop(window)
     , m_exposure(window)
     , m_look(window, [] { FocusStack::instance().updateDims(); })
-    , m_lowering(window, [this] { m_readout.stop(); })
+    , m_lowering(window, [this] { m_readout.windowGone(); })
     , m_placement(window)
 {
     evas_object_event_callback_add(window, EVAS_CALLBACK_DEL, on_windowDeleted, this);
@@ -89,7 +89,7 @@ void Manager::windowSignal(std::string_view emission)
 /// for it.
 void Manager::topPopupChanged(const Evas_Object* window)
 {
-    m_readout.stop();
+    m_readout.topPopupChanged();
     if (window == m_window)
         m_pressGate.pictureChanges();
 }
@@ -113,7 +113,9 @@ void Manager::on_windowDeleted(void*, Evas*, Evas_Object*, void*)
 
 void Manager::on_windowShown(void* data, Evas*, Evas_Object* window, void*)
 {
-    static_cast<Manager*>(data)->m_keyGuard.windowShown();
+    auto* self = static_cast<Manager*>(data);
+    self->m_keyGuard.windowShown();
+    self->m_readout.somethingChanged();
     on_windowState(data, nullptr, window, nullptr);
 }
 

@@ -29,8 +29,10 @@ public:
     void topPopupChanged(const Evas_Object* window) override;
     void popupGone() override { m_leftovers.add(); }
     void pictureChanges() override { m_pressGate.pictureChanges(); }
-    void focusMoved() override { m_readout.focusMoved(); }
+    void focusMoved() override { m_readout.somethingChanged(); }
     void focusLeft() override { m_readout.focusLeft(); }
+    void textsChanged() override { m_readout.somethingChanged(); }
+    void givesUp(Evas_Object* popup, int left) override { m_readout.givesUp(popup, left); }
 
     void lowered();
     void raised();

@@ -76,8 +76,9 @@ void on_popupShown(void* data, Evas*, Evas_Object* popup, void*)
     tellContent(popup, "flux,popup,shown");
 }
 
-void on_popupHidden(void*, Evas*, Evas_Object* popup, void*)
+void on_popupHidden(void* data, Evas*, Evas_Object* popup, void*)
 {
+    static_cast<PopupRecord*>(data)->told = {};
     FocusStack::instance().remove(popup);
     tellContent(popup, "flux,popup,hidden");
 }

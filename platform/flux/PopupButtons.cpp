@@ -243,16 +243,20 @@ bool hasNoButton(const PopupRecord& record)
     return buttonCount(record) == 0;
 }
 
-void focusPopup(Evas_Object* popup)
+Evas_Object* buttonToFocus(const PopupRecord& record)
 {
-    auto* record = recordOf<PopupRecord>(popup);
-    if (!record)
-        return;
-    Evas_Object* target = record->lastFocus ? record->lastFocus : record->buttons[record->focusedSlot];
-    for (Evas_Object* button : record->buttons) {
+    Evas_Object* target = record.lastFocus ? record.lastFocus : record.buttons[record.focusedSlot];
+    for (Evas_Object* button : record.buttons) {
         if (!target)
             target = button;
     }
+    return target;
+}
+
+void focusPopup(Evas_Object* popup)
+{
+    const auto* record = recordOf<PopupRecord>(popup);
+    Evas_Object* target = record ? buttonToFocus(*record) : nullptr;
     if (!target)
         return;
     elm_object_signal_emit(target, "flux,focus,still", "");

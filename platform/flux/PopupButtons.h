@@ -9,6 +9,9 @@ namespace orbis::flux {
 /// the first there is.
 void focusPopup(Evas_Object* popup);
 
+/// @return that button, null when there is none
+Evas_Object* buttonToFocus(const PopupRecord& record);
+
 /// Makes the row of the buttons, which places them by itself.
 void addButtonRow(PopupRecord& record);
 

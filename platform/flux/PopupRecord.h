@@ -6,8 +6,18 @@
 #include "flux/Record.h"
 
 #include <array>
+#include <string>
+#include <vector>
 
 namespace orbis::flux {
+
+/// What a viewer who listens has been told of a popup since it was shown.
+struct Told {
+    bool isAnnounced = false;
+    bool isGivingUp = false; ///< that it goes by itself soon
+    std::vector<std::string> texts;
+    std::vector<std::string> further; ///< parts that are said in the place of its texts
+};
 
 struct PopupRecord {
     static constexpr const char* kKey = kPopupKey;
@@ -28,6 +38,7 @@ struct PopupRecord {
     double leastWidth = 0; ///< of the card's content, so that it covers the card below; units, as the height
     double leastHeight = 0;
     double textScale = 1.0; ///< how much larger than usual the texts are
+    Told told;
     app::LanguageHold language; ///< what is up keeps its texts
 };
 

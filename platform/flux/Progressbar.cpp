@@ -1,5 +1,4 @@
 #include "flux/Progressbar.h"
-
 #include "elm_flux.h"
 #include "flux/Look.h"
 #include "flux/Motion.h"
@@ -20,7 +19,7 @@ constexpr double kSlack = 0.01;
 constexpr double kCalmStep = 1.0;
 
 struct ProgressbarRecord {
-    static constexpr const char* kKey = "orbis.flux.progressbar";
+    static constexpr const char* kKey = kProgressbarKey;
 
     ~ProgressbarRecord() { rest(); }
 
@@ -115,11 +114,6 @@ void on_motion(void* data, Evas_Object*, const char* emission, const char*)
 }
 
 } // namespace
-
-bool isSpinner(const Evas_Object* object)
-{
-    return recordOf<ProgressbarRecord>(object) != nullptr;
-}
 
 } // namespace orbis::flux
 

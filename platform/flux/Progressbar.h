@@ -1,11 +1,17 @@
-/// Inside of the spinner, for the other parts of the widget set.
+/// Inside of the styled progress indicator, for the other parts of the widget set.
 #pragma once
 
 #include <Elementary.h>
 
 namespace orbis::flux {
 
-/// @return whether @p object, nullable, is a spinner
-bool isSpinner(const Evas_Object* object);
+/// The key of indicators' records, for who only asks whether something is one.
+inline constexpr const char* kProgressbarKey = "orbis.flux.progressbar";
+
+/// @param widget  nullable
+inline bool isProgressbar(const Evas_Object* widget)
+{
+    return widget && evas_object_data_get(widget, kProgressbarKey) != nullptr;
+}
 
 } // namespace orbis::flux

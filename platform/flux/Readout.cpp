@@ -1,7 +1,6 @@
 #include "flux/Readout.h"
 
 #include "app/Language.h"
-#include "base/Handles.h"
 #include "files/FileDescriptor.h"
 #include "flux/SpokenText.h"
 #include "names/Environment.h"
@@ -13,16 +12,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace orbis::flux {
 
 namespace {
-
-bool readerIsOn()
-{
-    int on = 0;
-    return vconf_get_int(names::kScreenReaderKey, &on) == VCONF_OK && on == names::kOn;
-}
 
 /// Does not wait for a reader when the file is a pipe. What is said may be a code: the file is for its owner.
 void appendLine(const char* path, const std::string& line)
@@ -35,22 +29,24 @@ void appendLine(const char* path, const std::string& line)
 
 } // namespace
 
+Readout::Readout(std::function<void()> switched)
+    : m_switched(std::move(switched))
+{
+    vconf_notify_key_changed(names::kScreenReaderKey, on_switched, this);
+}
+
 Readout::~Readout()
 {
-    if (m_speech)
-        vconf_ignore_key_changed(names::kScreenReaderKey, on_readerChanged);
+    vconf_ignore_key_changed(names::kScreenReaderKey, on_switched);
 }
 
-void Readout::speakFocused(Evas_Object* widget)
+bool Readout::isOn()
 {
-    if (!widget || !readerIsOn())
-        return;
-    const base::MallocStr text {elm_access_info_get(widget, ELM_ACCESS_INFO)};
-    if (text && *text)
-        speak(text.get());
+    int on = 0;
+    return vconf_get_int(names::kScreenReaderKey, &on) == VCONF_OK && on == names::kOn;
 }
 
-void Readout::speak(const std::string& text)
+void Readout::speak(const std::string& text, bool interrupts)
 {
     const std::string line = spokenLine(text);
     const char* path = getenv(names::kSpeechLogVariable);
@@ -58,11 +54,13 @@ void Readout::speak(const std::string& text)
         appendLine(path, line + '\n');
         return;
     }
-    if (!m_speech) {
+    if (!m_speech)
         m_speech = std::make_unique<Speech>();
-        vconf_notify_key_changed(names::kScreenReaderKey, on_readerChanged, this);
-    }
-    m_speech->say({withDigitsApart(line), app::languageOfTexts()});
+    Utterance utterance {line, app::languageOfTexts()};
+    if (interrupts)
+        m_speech->say(std::move(utterance));
+    else
+        m_speech->add(std::move(utterance));
 }
 
 void Readout::stop()
@@ -71,10 +69,9 @@ void Readout::stop()
         m_speech->silence();
 }
 
-void Readout::on_readerChanged(keynode_t*, void* data)
+void Readout::on_switched(keynode_t*, void* data)
 {
-    if (!readerIsOn())
-        static_cast<Readout*>(data)->stop();
+    static_cast<Readout*>(data)->m_switched();
 }
 
 } // namespace orbis::flux

@@ -3,8 +3,10 @@
 #include "dlog.h"
 #include "names/LogTag.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
+#include <iterator>
 #include <utility>
 
 namespace orbis::flux {
@@ -39,7 +41,7 @@ Speech::~Speech()
 {
     if (!m_thread.joinable())
         return;
-    order({true, std::nullopt, true});
+    order({true, {}, true});
     if (m_ended.wait_for(kEndLimit) == std::future_status::ready)
         m_thread.join();
     else
@@ -50,13 +52,20 @@ void Speech::say(Utterance utterance)
 {
     if (!m_thread.joinable() && !start())
         return;
-    order({true, std::move(utterance), false});
+    order({true, {std::move(utterance)}, false});
+}
+
+void Speech::add(Utterance utterance)
+{
+    if (!m_thread.joinable() && !start())
+        return;
+    order({false, {std::move(utterance)}, false});
 }
 
 void Speech::silence()
 {
     if (m_thread.joinable())
-        order({true, std::nullopt, false});
+        order({true, {}, false});
 }
 
 bool Speech::start()
@@ -88,7 +97,11 @@ void Speech::order(Order order)
     std::string problem;
     {
         const std::lock_guard lock(m_orders->mutex);
-        m_orders->next = std::move(order);
+        if (order.silence)
+            m_orders->next = std::move(order);
+        else
+            std::move(order.utterances.begin(), order.utterances.end(),
+                std::back_inserter(m_orders->next.utterances));
         problem = std::exchange(m_orders->problem, {});
     }
     m_orders->changed.notify_one();
@@ -99,14 +112,14 @@ void Speech::order(Order order)
 Speech::Order Speech::Orders::take()
 {
     std::unique_lock lock(mutex);
-    changed.wait(lock, [this] { return next.silence || next.utterance || next.end; });
+    changed.wait(lock, [this] { return next.silence || !next.utterances.empty() || next.end; });
     return std::exchange(next, {});
 }
 
-bool Speech::Orders::isAnyWaiting()
+bool Speech::Orders::isOverruled()
 {
     const std::lock_guard lock(mutex);
-    return next.silence || next.utterance || next.end;
+    return next.silence;
 }
 
 void Speech::Orders::report(const std::string& what)
@@ -125,20 +138,30 @@ void Speech::run(Orders& orders, SpeechConnection& connection)
             connection.cancel();
         if (next.end)
             return;
-        if (!next.utterance)
+        if (next.utterances.empty())
             continue;
         const bool isOpen = connection.open();
         if (!isOpen && !isReported)
             orders.report(connection.problem());
         isReported = !isOpen;
-        // A service that had to be started first may be too late.
-        if (!isOpen || orders.isAnyWaiting())
-            continue;
-        isSpeaking = true;
-        // The service may have been started anew since it was last heard of.
-        if (!connection.say(*next.utterance) && !connection.isOpen() && connection.open())
-            connection.say(*next.utterance);
+        if (isOpen && speak(next.utterances, orders, connection))
+            isSpeaking = true;
     }
+}
+
+/// A service that had to be started first may be too late. @return whether it has been told anything
+bool Speech::speak(const std::vector<Utterance>& utterances, Orders& orders, SpeechConnection& connection)
+{
+    bool isTold = false;
+    for (const Utterance& utterance : utterances) {
+        if (orders.isOverruled())
+            break;
+        isTold = true;
+        // The service may have been started anew since it was last heard of.
+        if (!connection.say(utterance) && !connection.isOpen() && connection.open())
+            connection.say(utterance);
+    }
+    return isTold;
 }
 
 } // namespace orbis::flux

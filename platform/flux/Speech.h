@@ -7,16 +7,17 @@
 #include <future>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace orbis::flux {
 
-/// Speaks one utterance at a time; a new one takes the place of the one before, spoken or waiting. The
-/// service's library waits for each answer, so a thread of its own talks to it; that touches nothing else of
-/// the program and blocks all signals. It begins with the first utterance. Main loop only; no call blocks,
-/// whatever the service does. A service that is absent or stuck is an error line once, until it is back.
+/// Speaks one utterance at a time. One that is said takes the place of those before it, spoken or waiting;
+/// one that is added waits for them. The service's library waits for each answer, so a thread of its own
+/// talks to it; that touches nothing else of the program and blocks all signals. It begins with the first
+/// utterance. Main loop only; no call blocks, whatever the service does. A service that is absent or stuck is
+/// an error line once, until it is back.
 class Speech {
 public:
     Speech() = default;
@@ -27,14 +28,15 @@ public:
     Speech& operator=(const Speech&) = delete;
 
     void say(Utterance utterance);
+    void add(Utterance utterance);
     void silence();
 
 private:
-    /// What the thread is to do next, in this order. A newer order holds whatever an older one did that still
-    /// counts, so it takes its place.
+    /// What the thread is to do next, in this order. One that begins with silence takes the place of what
+    /// waits; what is only added joins that.
     struct Order {
         bool silence = false;
-        std::optional<Utterance> utterance;
+        std::vector<Utterance> utterances;
         bool end = false;
     };
 
@@ -42,7 +44,8 @@ private:
     struct Orders {
         /// Waits for an order.
         Order take();
-        bool isAnyWaiting();
+        /// @return whether what is on its way to the service is to be said no more
+        bool isOverruled();
         void report(const std::string& what);
 
         std::mutex mutex;
@@ -54,6 +57,7 @@ private:
     bool start();
     void order(Order order);
     static void run(Orders& orders, SpeechConnection& connection);
+    static bool speak(const std::vector<Utterance>& utterances, Orders& orders, SpeechConnection& connection);
 
     std::shared_ptr<Orders> m_orders;
     std::thread m_thread;

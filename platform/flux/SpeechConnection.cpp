@@ -156,7 +156,8 @@ bool SpeechConnection::say(const Utterance& utterance)
 {
     // Without a voice for the language its default one is better than silence.
     send("SET SELF LANGUAGE " + utterance.language);
-    if (!send("SET SELF PRIORITY TEXT") || !send("SPEAK"))
+    // Of this priority one utterance waits for the other; of the usual one it takes its place.
+    if (!send("SET SELF PRIORITY MESSAGE") || !send("SPEAK"))
         return false;
     // A dot alone would end the text.
     const char* escape = utterance.text.compare(0, 1, ".") == 0 ? "." : "";

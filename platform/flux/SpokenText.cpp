@@ -1,5 +1,12 @@
 #include "flux/SpokenText.h"
 
+#include "base/Handles.h"
+#include "base/Markup.h"
+#include "flux/Markup.h"
+
+#include <Elementary.h>
+#include <glib.h>
+
 #include <algorithm>
 #include <cctype>
 #include <string_view>
@@ -11,18 +18,11 @@ namespace {
 /// Codes have four digits or more.
 constexpr size_t kLeastDigits = 4;
 
-/// Marks, embeddings, overrides and isolates of the two directions of writing.
-constexpr std::string_view kDirectionMarks[] = {"\u061c", "\u200e", "\u200f", "\u202a", "\u202b", "\u202c",
-    "\u202d", "\u202e", "\u2066", "\u2067", "\u2068", "\u2069"};
+/// What ends a sentence, or tells by itself how it goes on; of all the scripts that texts may come in.
+constexpr std::u32string_view kEnds = U".!?:…;,。！？：；，、।॥؟؛،۔׃";
 
-size_t markLength(std::string_view text)
-{
-    for (const std::string_view mark : kDirectionMarks) {
-        if (text.substr(0, mark.size()) == mark)
-            return mark.size();
-    }
-    return 0;
-}
+/// What may stand behind such a mark without ending anything.
+constexpr std::u32string_view kClosing = U")]}\"'»”’›）】」』";
 
 bool isDigit(char c)
 {
@@ -35,19 +35,70 @@ bool belongsToWord(char c)
     return isalnum(static_cast<unsigned char>(c)) || (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
 
+/// Marks, embeddings, overrides and isolates of the two directions of writing.
+bool isDirectionMark(gunichar c)
+{
+    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E)
+        || (c >= 0x2066 && c <= 0x2069);
+}
+
+/// Calls @p take with each character of @p text, and the bytes that it is.
+template <typename Take>
+void forEachCharacter(std::string_view text, const Take& take)
+{
+    while (!text.empty()) {
+        const gunichar c = g_utf8_get_char_validated(text.data(), static_cast<gssize>(text.size()));
+        const bool isValid = c != static_cast<gunichar>(-1) && c != static_cast<gunichar>(-2) && c != 0;
+        const size_t length = isValid ? static_cast<size_t>(g_unichar_to_utf8(c, nullptr)) : 1;
+        if (isValid)
+            take(c, text.substr(0, length));
+        text.remove_prefix(length);
+    }
+}
+
+/// @return whether a speech service makes a pause behind @p part, or should make none
+bool endsItself(const std::string& part)
+{
+    gunichar last = 0;
+    forEachCharacter(part, [&](gunichar c, std::string_view) {
+        if (kClosing.find(c) == std::u32string_view::npos)
+            last = c;
+    });
+    return kEnds.find(last) != std::u32string_view::npos;
+}
+
 } // namespace
+
+std::string plainText(const std::string& markup)
+{
+    // The toolkit's conversion drops everything behind an ampersand that begins no entity.
+    const std::string drawn = displayMarkup(markup);
+    std::string convertible;
+    for (std::string_view rest = drawn; !rest.empty();) {
+        const bool isLone = rest.front() == '&' && base::entityLength(rest) == 0;
+        convertible += isLone ? "&amp;" : std::string(1, rest.front());
+        rest.remove_prefix(1);
+    }
+    const base::MallocStr plain {elm_entry_markup_to_utf8(convertible.c_str())};
+    return plain ? plain.get() : "";
+}
 
 std::string spokenLine(const std::string& text)
 {
     std::string line;
-    for (size_t i = 0; i < text.size();) {
-        if (const size_t length = markLength(std::string_view {text}.substr(i)); length > 0) {
-            i += length;
-            continue;
+    bool isApart = false; // a blank is due before the next character
+    forEachCharacter(text, [&](gunichar c, std::string_view bytes) {
+        if (isDirectionMark(c))
+            return;
+        if (g_unichar_isspace(c) || g_unichar_iscntrl(c)) {
+            isApart = true;
+            return;
         }
-        const char c = text[i++];
-        line += c == '\n' || c == '\r' ? ' ' : c;
-    }
+        if (isApart && !line.empty())
+            line += ' ';
+        isApart = false;
+        line.append(bytes);
+    });
     return line;
 }
 
@@ -70,6 +121,45 @@ std::string withDigitsApart(const std::string& text)
         i = end;
     }
     return result;
+}
+
+std::string spelled(const std::string& code)
+{
+    std::string result;
+    bool isGroupBegun = true; // nothing stands between here and the character before
+    forEachCharacter(spokenLine(code), [&](gunichar c, std::string_view bytes) {
+        if (c == ' ') {
+            result += ", ";
+            isGroupBegun = true;
+            return;
+        }
+        if (!isGroupBegun && !g_unichar_ismark(c))
+            result += ' ';
+        isGroupBegun = false;
+        result.append(bytes);
+    });
+    return result;
+}
+
+std::string sentences(const std::vector<std::string>& parts)
+{
+    std::string result;
+    for (const std::string& part : parts) {
+        if (!hasWords(part))
+            continue;
+        result.append(result.empty() ? "" : " ").append(part).append(endsItself(part) ? "" : ".");
+    }
+    return result;
+}
+
+bool hasWords(const std::string& part)
+{
+    bool has = false;
+    forEachCharacter(part, [&](gunichar c, std::string_view) {
+        has = has
+            || !(g_unichar_isspace(c) || g_unichar_ispunct(c) || g_unichar_ismark(c) || isDirectionMark(c));
+    });
+    return has;
 }
 
 } // namespace orbis::flux

@@ -1,3 +1,4 @@
+#include "flux/Tooltip.h"
 #include "flux/Guard.h"
 #include "flux/Layout.h"
 #include "flux/Look.h"
@@ -8,6 +9,7 @@
 #include "flux/Typesetting.h"
 #include "flux/Unit.h"
 #include "flux/Widget.h"
+#include "flux/WindowHost.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +23,9 @@ constexpr const char* kTextPart = "elm.text";
 
 /// Space between the bubble and a text below it, layout units.
 constexpr double kTextGap = 1.5;
+
+/// Leads from a target to its bubble.
+constexpr const char* kHintKey = "orbis.flux.hint";
 
 /// No screen is larger, pixels.
 constexpr int kMaxSize = 65535;
@@ -108,12 +113,21 @@ TooltipRecord::~TooltipRecord()
 {
     if (!target)
         return;
+    if (evas_object_data_get(target, kHintKey) == object)
+        evas_object_data_del(target, kHintKey);
     evas_object_event_callback_del_full(target, EVAS_CALLBACK_MOVE, on_targetMoved, this);
     evas_object_event_callback_del_full(target, EVAS_CALLBACK_RESIZE, on_targetMoved, this);
     evas_object_event_callback_del_full(target, EVAS_CALLBACK_DEL, on_targetDeleted, this);
 }
 
 } // namespace
+
+std::string hintOf(const Evas_Object* target)
+{
+    const auto* hint = static_cast<Evas_Object*>(evas_object_data_get(target, kHintKey));
+    const char* text = hint && evas_object_visible_get(hint) ? elm_layout_text_get(hint, kTextPart) : nullptr;
+    return text ? text : "";
+}
 
 } // namespace orbis::flux
 
@@ -128,6 +142,7 @@ Evas_Object* elm_flux_object_tooltip_add(Evas_Object* target, Evas_Object* paren
     auto* record = attachRecord<TooltipRecord>(tooltip);
     record->target = target;
     applyLanguage(tooltip, kTextPart);
+    evas_object_data_set(target, kHintKey, tooltip);
     evas_object_smart_callback_add(tooltip, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_MOVE, on_targetMoved, record);
     evas_object_event_callback_add(target, EVAS_CALLBACK_RESIZE, on_targetMoved, record);
@@ -176,6 +191,8 @@ Eina_Bool elm_flux_object_tooltip_show(Evas_Object* tooltip)
     place(*record);
     evas_object_raise(tooltip);
     evas_object_show(tooltip);
+    if (WindowHost* host = WindowHost::of(elm_object_top_widget_get(tooltip)))
+        host->textsChanged();
     return EINA_TRUE;
 }
 

@@ -46,6 +46,13 @@ public:
     /// The focus came to a button of the window. Toolkit events of the kind also come in passing.
     virtual void focusMoved() = 0;
 
+    /// A text has come up in what is on the screen.
+    virtual void textsChanged() = 0;
+
+    /// A popup goes by itself.
+    /// @param left  seconds until then
+    virtual void givesUp(Evas_Object* popup, int left) = 0;
+
     /// The focus left a button. When the whole window lost the keys, the button still has the focus in it.
     virtual void focusLeft() = 0;
 

@@ -5,6 +5,9 @@ namespace orbis::names {
 
 // Installed; absolute.
 inline constexpr const char* kThemeFile = ORBIS_SYSROOT "/usr/share/orbis/flux.edj";
+/// One folder a language, as the C library has them; below each the catalogue kWordsFile.
+inline constexpr const char* kWordsFolder = ORBIS_SYSROOT "/usr/share/orbis/locale";
+inline constexpr const char* kWordsFile = "orbis-platform.mo";
 /// In the place of the toolkit's own data, which are a desktop's.
 inline constexpr const char* kToolkitFolder = ORBIS_SYSROOT "/usr/share/orbis/toolkit";
 /// Describes the machine's fonts, and the family names that the TV's texts carry.

@@ -21,6 +21,7 @@ constexpr const char* kEnglish =
     "/usr/apps/org.orbis.tessel-UI/shared/tslocale/en/LC_MESSAGES/org.orbis.tessel-UI.mo";
 constexpr const char* kGerman =
     "/usr/apps/org.orbis.tessel-UI/shared/tslocale/de/LC_MESSAGES/org.orbis.tessel-UI.mo";
+constexpr const char* kGermanWords = "/usr/share/orbis/locale/de/LC_MESSAGES/orbis-platform.mo";
 const std::string kGarbage(50000, '?');
 
 /// The programs find a copy of the files that the program is installed with, in which some are missing or
@@ -164,6 +165,21 @@ TEST_F(AFileOfTheInstallation, TheToolkitsThemeHasItsOwnInItsPlace)
         EXPECT_GT(display().settledPicture().count(tv::kPinColour), 1000U) << "no PIN";
     }
     EXPECT_EQ(box.program->complaints(), Lines {});
+}
+
+TEST_F(AFileOfTheInstallation, TheWordsOfTheReadOutAreEnglishWithoutIt)
+{
+    write(kGermanWords, half(kGermanWords));
+    ASSERT_TRUE(box.settings.setInt(tv::kScreenReader, 1));
+    ASSERT_TRUE(box.settings.setText(tv::kLanguage, "de_DE"));
+    ASSERT_TRUE(box.start());
+    for (size_t i = 1; i <= 2; ++i) {
+        ASSERT_TRUE(box.show("ShowTnCPopup"));
+        ASSERT_TRUE(waitUntil([&] { return box.utterances().size() == i; }));
+        const std::string said = box.utterances().back();
+        EXPECT_NE(said.find(" Abbrechen. Button."), std::string::npos) << said;
+    }
+    EXPECT_TRUE(saysOnce("A message catalogue cannot be used, its texts are in English: "));
 }
 
 TEST_F(AFileOfTheInstallation, WithoutTheInterfaceItIsDrivenThroughTheSettings)

@@ -16,15 +16,34 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* kCancel = "CANCEL SELF";
 
-class TheReadOut : public tv::TvTest, public testing::WithParamInterface<const char*> {
+/// The platform's own words in a language.
+struct Words {
+    const char* language;
+    const char* button;
+    const char* firstOfTwo;
+    const char* secondOfTwo;
+    const char* hint; ///< the program's, at the guide's picture
+};
+
+class TheReadOut : public tv::TvTest, public testing::WithParamInterface<Words> {
 protected:
-    /// @return the utterance of this number, which is the last
-    std::string utterance(size_t number) const
+    /// @return what was said since the last call: at least @p number utterances, for which it waits
+    Lines hear(size_t number)
     {
-        waitUntil([&] { return box.utterances().size() >= number; });
+        waitUntil([&] { return box.utterances().size() >= m_heard + number; });
         const Lines all = box.utterances();
-        return all.size() == number ? all.back() : testing::PrintToString(all);
+        const Lines result(all.begin() + static_cast<ptrdiff_t>(std::min(m_heard, all.size())), all.end());
+        m_heard = all.size();
+        return result;
     }
+    Lines hear(const std::vector<std::string>& keys)
+    {
+        EXPECT_TRUE(box.press(keys));
+        return hear(keys.size());
+    }
+    const char* next() const { return GetParam().language == std::string("en_US") ? "Right" : "Left"; }
+
+    size_t m_heard = 0;
 };
 
 /// Speech has no use for the marks of a text's direction.
@@ -37,51 +56,83 @@ std::string plain(std::string text)
     return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(In, TheReadOut, testing::Values("en_US", "ar_AE"),
-    [](const auto& language) { return std::string(language.param, 2); });
+INSTANTIATE_TEST_SUITE_P(In, TheReadOut,
+    testing::Values(Words {"en_US", "Button.", "Button, 1 of 2.", "Button, 2 of 2.", "Check your phone."},
+        Words {"ar_AE", "زر.", "زر، 1 من 2.", "زر، 2 من 2.", "انظر إلى هاتفك."}),
+    [](const auto& words) { return std::string(words.param.language, 2); });
 
 TEST_P(TheReadOut, SaysWhatThePopupSaysInThisOrderAndFollowsTheFocus)
 {
-    const bool isEnglish = GetParam() == std::string("en_US");
-    ASSERT_TRUE(box.settings.setText(tv::kLanguage, GetParam()));
+    const Words& words = GetParam();
+    const bool isEnglish = words.language == std::string("en_US");
+    ASSERT_TRUE(box.settings.setText(tv::kLanguage, words.language));
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(box.request("ShowPinPopup", tv::kPinRequest.texts));
     ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [59]"));
     EXPECT_EQ(box.utterances(), Lines {}) << "nobody asked for it";
-
     ASSERT_TRUE(box.settings.setInt(tv::kScreenReader, 1));
-    size_t count = 0;
+    EXPECT_EQ(hear(1).size(), 1U) << "the viewer does not know what is up";
+
     std::vector<tv::ShownRequest> requests(std::begin(tv::kRequests), std::end(tv::kRequests));
     requests.push_back({"ShowPinPopup", {"Bob & Ann <3", "0042"}, tv::pinCard("Bob & Ann <3", "0042")});
     for (const auto& [method, texts, english] : requests) {
         SCOPED_TRACE(method);
         ASSERT_TRUE(box.request(method, texts));
-        const std::string said = utterance(++count);
+        const bool isGuide = method == std::string(tv::kGuideRequest.method);
+        const Lines heard = hear(isGuide ? 2 : 1);
+        ASSERT_EQ(heard.size(), isGuide ? 2U : 1U) << testing::PrintToString(heard);
+        EXPECT_EQ(heard.back() == words.hint, isGuide) << heard.back();
+        const std::string& said = heard[0];
         const tv::Screen screen = box.screen();
         ASSERT_EQ(screen.cards.size(), 1U);
         const tv::Card& card = screen.cards[0];
         EXPECT_EQ(card.title == english.title, isEnglish || card.title == "PIN");
         Lines parts {card.title};
         parts.insert(parts.end(), card.texts.begin(), card.texts.end());
-        parts.push_back(card.focus);
         size_t at = 0;
-        for (const std::string& part : parts) {
-            at = said.find(plain(part), at);
-            ASSERT_NE(at, std::string::npos) << plain(part) << "\nis not said, or too early, in\n" << said;
-            at += plain(part).size();
+        for (std::string part : parts) {
+            part = part == "0042" ? "0 0 4 2." : plain(part);
+            at = said.find(part, at);
+            ASSERT_NE(at, std::string::npos) << part << "\nis not said, or too early, in\n" << said;
+            at += part.size();
         }
+        const std::string end =
+            ' ' + card.focus + ". " + (card.buttons.size() > 1 ? words.firstOfTwo : words.button);
+        EXPECT_EQ(said.substr(std::max(at, said.size() - std::min(said.size(), end.size()))), end) << said;
         EXPECT_EQ(plain(said), said);
         EXPECT_EQ(said.find("<b"), std::string::npos) << said;
     }
     // The countdown looks after the focus every second; that must not be heard.
     const size_t mark = box.program->mark();
     ASSERT_TRUE(box.program->waitForLog("++PBC Timer Entered [58]", mark));
-    EXPECT_EQ(box.utterances().size(), count);
+    EXPECT_EQ(hear(0), Lines {});
+}
 
-    ASSERT_TRUE(box.show("ShowMobileGuide", {"0042"}));
-    const std::string all = utterance(++count);
-    ASSERT_TRUE(box.press({isEnglish ? "Right" : "Left"}));
-    EXPECT_LT(utterance(++count).size(), all.size()) << "the whole text was said again";
+/// The record of what is read out is one for the whole program, and holds what was written last.
+TEST_P(TheReadOut, NamesTheButtonThatHasTheKeysAndSaysEveryQuestion)
+{
+    const Words& words = GetParam();
+    ASSERT_TRUE(box.settings.setText(tv::kLanguage, words.language));
+    ASSERT_TRUE(box.settings.setInt(tv::kScreenReader, 1));
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.show("ShowNetworkTest", tv::kNetworkTestRequest.texts));
+    const std::string all = hear(1).back();
+    const std::string cancel = box.screen().cards[0].focus;
+    EXPECT_NE(hear({"Return"})[0].find(words.firstOfTwo), std::string::npos);
+    const Lines no = hear({next()});
+    EXPECT_EQ(no, (Lines {box.screen().cards[1].focus + ". " + words.secondOfTwo}));
+    EXPECT_EQ(hear({"Return"}), (Lines {cancel + ". " + words.button})) << "after No";
+    EXPECT_EQ(hear({"Up"}), Lines {all});
+
+    ASSERT_TRUE(box.settings.setInt(tv::kOwned, 1));
+    ASSERT_TRUE(waitUntil([&] { return box.utterances().size() > m_heard; }));
+    const std::string informing = hear(0).back();
+    const tv::Card before = box.screen().cards[0];
+    EXPECT_EQ(informing, before.title + ". " + before.texts[0] + ". " + cancel + ". " + words.button);
+    const Lines question = hear({"Return"});
+    const tv::Card after = box.screen().cards[0];
+    EXPECT_EQ(question, (Lines {after.texts[0] + " " + after.focus + ". " + words.secondOfTwo}));
+    EXPECT_EQ(hear({"Return"}), (Lines {before.texts[0] + ". " + cancel + ". " + words.button}));
 }
 
 class TheSpeechService : public tv::TvTest {
@@ -137,9 +188,9 @@ TEST_F(TheSpeechService, IsToldEachTextInItsLanguageAndToStopWithThePopup)
     ASSERT_TRUE(box.settings.setText(tv::kLanguage, "tlh_XX"));
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(box.show(tv::kPinRequest));
-    ASSERT_TRUE(hears(service, ",0 0 4 2,"));
+    ASSERT_TRUE(hears(service, " 0 0 4 2. "));
     const Lines told = service.told();
-    EXPECT_EQ(told, (Lines {"SET SELF LANGUAGE en", "SET SELF PRIORITY TEXT", told.back()}))
+    EXPECT_EQ(told, (Lines {"SET SELF LANGUAGE en", "SET SELF PRIORITY MESSAGE", told.back()}))
         << "or a PIN twice";
     EXPECT_EQ(children(), "") << "others see what a process was started with";
 

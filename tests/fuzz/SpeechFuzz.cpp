@@ -20,10 +20,14 @@ void checkLine(const std::string& text)
     const std::string line = orbis::flux::spokenLine(text);
     fuzz::demand(line.find_first_of("\r\n") == std::string::npos, "one line", line);
     fuzz::demand(line.size() <= text.size(), "nothing is added to a line", line);
-    fuzz::demand(!fuzz::isUtf8(text) || fuzz::isUtf8(line), "characters stay whole", line);
+    fuzz::demand(fuzz::isUtf8(line), "characters are whole", line);
     const std::string apart = orbis::flux::withDigitsApart(line);
     fuzz::demand(withoutBlanks(apart) == withoutBlanks(line), "only blanks are added", apart);
     fuzz::demand(apart.size() <= 2 * line.size(), "one blank a digit", apart);
+    const std::string code = orbis::flux::spelled(text);
+    fuzz::demand(fuzz::isUtf8(code) && code.size() <= 3 * line.size(), "a code is spelled", code);
+    const std::string sentence = orbis::flux::sentences({line, orbis::flux::plainText(text), code});
+    fuzz::demand(fuzz::isUtf8(sentence) || !fuzz::isUtf8(text), "sentences are whole", sentence);
 }
 
 } // namespace

@@ -1,7 +1,5 @@
-/// The keys belong to the topmost popup, a held one acts once, and what they move to is said once.
+/// The keys belong to the topmost popup, and a held one acts once.
 #include "Fixtures.h"
-#include "Folders.h"
-#include "vconf.h"
 
 namespace {
 
@@ -82,23 +80,6 @@ TEST_F(TheKeys, DoNotRunIntoAPopupThatOpensUnderThemAndMayTakeTheWindowAway)
     toolkit::press(m_window, "Return");
     EXPECT_EQ(m_clicks, 2);
     EXPECT_TRUE(toolkit::windows().empty());
-}
-
-using TheReadOut = WindowTest;
-
-TEST_F(TheReadOut, SaysNothingThatIsNoNews)
-{
-    const std::string log = std::string(getenv("HOME")) + "/speech";
-    setenv("ORBIS_SPEECH_LOG", log.c_str(), 1);
-    vconf_set_int("db/menu/system/accessibility/screenreader", 1);
-    Evas_Object* both = popup({"Yes", "No"});
-    show(both);
-    toolkit::focusWindow(m_window);
-    toolkit::press(m_window, "Up");
-    elm_object_focus_set(button(both, 0), EINA_TRUE);
-    toolkit::settle();
-    EXPECT_EQ(tv::readLines(log), std::vector<std::string> {"Yes"});
-    unsetenv("ORBIS_SPEECH_LOG");
 }
 
 } // namespace

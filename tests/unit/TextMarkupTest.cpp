@@ -5,7 +5,6 @@
 #include "base/Handles.h"
 #include "elm_flux.h"
 #include "flux/Markup.h"
-#include "flux/SpokenText.h"
 #include "vconf.h"
 
 #include <algorithm>
@@ -16,9 +15,7 @@
 namespace {
 
 using orbis::flux::displayMarkup;
-using orbis::flux::spokenLine;
 using orbis::flux::TextColours;
-using orbis::flux::withDigitsApart;
 
 const TextColours kOnCard {"14 21 32 255", ""};
 
@@ -154,18 +151,6 @@ TEST(AName, IsMarkedAndCutAt254Bytes)
     EXPECT_EQ(marked(std::string(248, 'n')).size(), 254U);
     EXPECT_EQ(marked(std::string(249, 'n')), "\xE2\x80\x8E" + std::string(249, 'n') + "\xE2\x80");
     EXPECT_EQ(marked(std::string(1 << 20, 'n')), "\xE2\x80\x8E" + std::string(251, 'n'));
-}
-
-TEST(SpokenText, IsOnePlainLineWithCodesDigitByDigit)
-{
-    EXPECT_EQ(spokenLine("a\nb\u200eAnna\u200f \u2068\u202dx\u2069"), "a bAnna x");
-    const std::pair<const char*, const char*> cases[] = {
-        {"PIN,0427,Cancel", "PIN,0 4 2 7,Cancel"},
-        {"Wi-Fi 802, 5 GHz", "Wi-Fi 802, 5 GHz"},
-        {"SM12345 and é2024", "SM12345 and é2024"},
-    };
-    for (const auto& [text, spoken] : cases)
-        EXPECT_EQ(withDigitsApart(text), spoken);
 }
 
 } // namespace
