@@ -153,13 +153,18 @@ std::vector<std::string> furtherInformation(
     const std::string title = spokenLine(plainText(markupOf(popup.object, kTitlePart)));
     if (told.find(title) == std::string::npos)
         return {};
+    // Some put their texts together without a blank between them.
     std::string shown;
     std::vector<std::string> labels;
+    const auto add = [&](const std::string& text) {
+        for (const std::string& word : wordsIn(text))
+            shown += word;
+    };
     for (const SpokenPart& part : parts)
-        shown += spokenLine(part.plain) + '\n';
+        add(spokenLine(part.plain));
     for (const Evas_Object* button : popup.buttons) {
         if (button)
-            shown += labels.emplace_back(spokenLine(plainText(markupOf(button, nullptr)))) + '\n';
+            add(labels.emplace_back(spokenLine(plainText(markupOf(button, nullptr)))));
     }
     const std::vector<std::string> words = wordsIn(told);
     const auto isShown = [&](const std::string& word) { return shown.find(word) != std::string::npos; };

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <string_view>
 
 namespace orbis::flux {
@@ -56,12 +57,22 @@ void forEachCharacter(std::string_view text, const Take& take)
     }
 }
 
+/// A name that is empty leaves the blank in front of it.
+void closeGaps(std::string& line)
+{
+    for (size_t at = 0; (at = line.find(' ', at)) != std::string::npos; ++at) {
+        const bool isMark = at + 1 < line.size() && strchr(".,;:", line[at + 1]);
+        if (isMark && (at + 2 == line.size() || line[at + 2] == ' '))
+            line.erase(at, 1);
+    }
+}
+
 /// @return whether a speech service makes a pause behind @p part, or should make none
 bool endsItself(const std::string& part)
 {
     gunichar last = 0;
     forEachCharacter(part, [&](gunichar c, std::string_view) {
-        if (kClosing.find(c) == std::u32string_view::npos)
+        if (!isDirectionMark(c) && kClosing.find(c) == std::u32string_view::npos)
             last = c;
     });
     return kEnds.find(last) != std::u32string_view::npos;
@@ -99,6 +110,7 @@ std::string spokenLine(const std::string& text)
         isApart = false;
         line.append(bytes);
     });
+    closeGaps(line);
     return line;
 }
 

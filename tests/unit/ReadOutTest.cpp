@@ -152,6 +152,7 @@ TEST_F(TheReadOut, AsksAButtonOnceEachTimeAndBelievesWhatIsOfItsPopup)
     // All that is drawn; more than that, with the name of another button; what is of another popup.
     const std::pair<const char*, const char*> cases[] = {
         {"Phone,Phone,Type this:\nBob & Ann,0042,,Yes,No,", kWidgets},
+        {"PhoneType this:\nBob & Ann0042,Yes", kWidgets},
         {"Phone,Phone,,It lies in the hall,0042,Yes,No,", kFurther},
         {"Another,It lies in the hall,No", kWidgets}};
     for (const auto& [information, said] : cases) {
@@ -258,9 +259,11 @@ TEST(ASpokenText, IsOneCleanLineOfSentences)
         {"e\u03011", "e\u0301 1"}};
     for (const auto& [code, said] : codes)
         EXPECT_EQ(spelled(code), said);
-    EXPECT_EQ(sentences({"PIN", "", " ", "\u2068\u2069", "Go:", "now!", "«Да»", "说。", "है।", "…"}),
-        "PIN. Go: now! «Да». 说。 है।");
+    EXPECT_EQ(sentences({"PIN", "", " ", "\u2068\u2069", "Go:", "now!", "«Да»", "说。", "है।", "…",
+                  "\u202ex.\u202c"}),
+        "PIN. Go: now! «Да». 说。 है। \u202ex.\u202c");
     EXPECT_EQ(spokenLine(" a\tb\n\x01 \u2068c\u2069\xc3 d "), "a b c d");
+    EXPECT_EQ(spokenLine("from  . To: , a .5 ; b :"), "from. To:, a .5; b:");
     EXPECT_EQ(plainText("Bob & Ann <3<br><b>x</b> &amp; y"), "Bob & Ann <3\nx & y");
     EXPECT_EQ(
         withDigitsApart("In 2024, 802 of A1234, é5678: 00421"), "In 2 0 2 4, 802 of A1234, é5678: 0 0 4 2 1");

@@ -4,6 +4,7 @@
 #include "OutsideNames.h"
 #include "Paths.h"
 #include "Scene.h"
+#include "Speech.h"
 #include "States.h"
 #include "Surroundings.h"
 #include "UIManager.h"
@@ -49,6 +50,7 @@ public:
         : m_combination(combination)
         , m_options(options)
         , m_states(chosenStates(options))
+        , m_listener(options.folder + "/" + combination.name() + "/speech.txt")
     {
     }
 
@@ -65,6 +67,7 @@ private:
     bool tick();
     void press(const char* key);
     void enter(const State& state);
+    void picture(const State& state);
 
     const Combination& m_combination;
     const Options& m_options;
@@ -78,6 +81,7 @@ private:
     Evas_Object* m_window = nullptr; ///< the manager's
     unsigned int m_timestamp = 1; ///< of the last key, milliseconds
     std::optional<Camera> m_camera; ///< while the toolkit runs
+    Listener m_listener;
     Report m_report;
 };
 
@@ -143,6 +147,14 @@ void Stage::focusWindow() const
     ecore_evas_focus_set(canvas(), EINA_TRUE);
 }
 
+void Stage::picture(const State& state)
+{
+    Picture picture = m_camera->take(state);
+    for (Broken& unheard : m_listener.hear(state, picture.scene))
+        picture.broken.push_back(std::move(unheard));
+    m_report.pictures.push_back(std::move(picture));
+}
+
 void Stage::begin()
 {
     m_started = Clock::now();
@@ -165,7 +177,7 @@ bool Stage::tick()
     if (m_rounds-- > 0 || Clock::now() < m_notBefore)
         return true;
     if (m_next > 0 && m_states[m_next - 1].isPictured)
-        m_report.pictures.push_back(m_camera->take(m_states[m_next - 1].state));
+        picture(m_states[m_next - 1].state);
     if (m_next < m_states.size()) {
         enter(m_states[m_next++].state);
         return true;
