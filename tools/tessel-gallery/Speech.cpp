@@ -209,6 +209,7 @@ std::vector<Broken> checkSpeech(const Utterances& utterances)
 Listener::Listener(std::string transcript)
     : m_transcript(std::move(transcript))
 {
+    std::ofstream {m_transcript}; // without what another run has left
     vconf_set_int(kScreenReaderKey, 1);
     bindtextdomain(kWordsDomain, ORBIS_WORDS);
     bind_textdomain_codeset(kWordsDomain, "UTF-8");
