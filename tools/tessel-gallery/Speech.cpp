@@ -82,21 +82,29 @@ public:
             checkWhole(m_all.lines.empty() ? "" : m_all.lines[0]);
         else
             for (const std::string& text : m_news)
-                report("\"" + text + "\" is not said");
+                report(text, "is not said");
         for (const std::string& line : m_all.lines)
             checkStops(line);
         return std::move(m_broken);
     }
 
 private:
-    void report(const std::string& detail) { m_broken.push_back({"speech", detail}); }
+    /// @param text,line  in quotes, before and behind the words
+    void report(const std::string& text, const char* words, const std::string& line = "")
+    {
+        std::string detail = text.empty() ? "" : '"' + text + "\" ";
+        detail += words;
+        if (!line.empty())
+            detail.append(" \"").append(line).append("\"");
+        m_broken.push_back({"speech", detail});
+    }
 
     void takeAlone(const std::string& line)
     {
         const auto said = std::find_if(
             m_news.begin(), m_news.end(), [&](const std::string& text) { return bare(text) == bare(line); });
         if (said == m_news.end())
-            report("\"" + line + "\" is said beside it");
+            report(line, "is said beside it");
         else
             m_news.erase(said);
     }
@@ -112,19 +120,19 @@ private:
                 parts.push_back(bare(text));
             if (!isTwice && bare(text) == bare(m_all.code) && !m_all.code.empty()
                 && line.find(apart(m_all.code)) == std::string::npos)
-                report("the code is not spelled in \"" + line + "\"");
+                report("", "the code is not spelled in", line);
         }
         parts.push_back(bare(m_all.label));
         parts.push_back(bare(m_all.kind));
         for (const std::string& part : parts) {
             if (heard.compare(at, part.size(), part) != 0) {
-                report("\"" + part + "\" is not said in its place in \"" + line + "\"");
+                report(part, "is not said in its place in", line);
                 return;
             }
             at += part.size();
         }
         if (at < heard.size())
-            report("there is more in \"" + line + "\"");
+            report("", "there is more in", line);
     }
 
     /// Without its stop a text runs into the next one.
@@ -136,11 +144,11 @@ private:
             std::string written = withoutMarks(text);
             written.resize(written.find_last_not_of(' ') + 1);
             if (!isEndedIn(line, written))
-                report("no pause behind \"" + written + "\" in \"" + line + "\"");
+                report(written, "has no pause behind it in", line);
         }
         for (const char* mark : {",,", "..", " .", " ,", "  "}) {
             if (line.find(mark) != std::string::npos)
-                report("\"" + std::string(mark) + "\" in \"" + line + "\"");
+                report(mark, "stands in", line);
         }
     }
 
@@ -181,9 +189,8 @@ std::vector<std::string> drawnIn(const Scene& scene)
     }
     std::stable_sort(
         texts.begin(), texts.end(), [](const Text* a, const Text* b) { return a->box.y < b->box.y; });
-    std::vector<std::string> drawn;
-    for (const Text* text : texts)
-        drawn.push_back(text->plain);
+    std::vector<std::string> drawn(texts.size());
+    std::transform(texts.begin(), texts.end(), drawn.begin(), [](const Text* text) { return text->plain; });
     return drawn;
 }
 
