@@ -5,9 +5,11 @@
 #include "TesselUI.h"
 #include "app.h"
 #include "base/Handles.h"
+#include "base/Version.h"
 #include "bundle.h"
 #include "wizard.h"
 
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -84,6 +86,11 @@ int runWizard(bundle* launch, char* program)
 
 int main(int argc, char** argv)
 {
+    // The one argument that is no launch parameter, for whoever asks what is installed.
+    if (argc == 2 && strcmp(argv[1], "--version") == 0) {
+        puts("tessel-ui " TESSEL_VERSION);
+        return 0;
+    }
     LOGI("Tessel UI Main start");
     const base::MallocStr program {argc > 0 && argv[0] ? strdup(argv[0]) : nullptr};
     bundle* launch = bundle_import_from_argv(argc, argv);
