@@ -1,10 +1,14 @@
 #include "options/CommandLine.h"
 
 #include "base/GlibHandles.h"
+#include "base/Version.h"
+#include "options/Completion.h"
+#include "options/Terminal.h"
 
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace tools {
@@ -40,6 +44,8 @@ struct CommandLine::Callback {
     {
         // Values are taken byte for byte, whatever the character set of the user is.
         int flags = G_OPTION_FLAG_FILENAME;
+        if (!option.help)
+            flags |= G_OPTION_FLAG_HIDDEN;
         if (!option.value)
             flags |= G_OPTION_FLAG_NO_ARG;
         else if (option.isValueOptional)
@@ -56,9 +62,61 @@ CommandLine::CommandLine(std::string tool, std::string parameters, std::string d
 {
 }
 
+/// Ends the process with the text.
+static void answer(const std::string& text)
+{
+    const bool isWritten = fputs(text.c_str(), stdout) >= 0 && fflush(stdout) == 0;
+    exit(isWritten ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+/// What every tool has.
+void CommandLine::addOwnOptions()
+{
+    if (m_tool.find(' ') != std::string::npos)
+        return;
+    Option version {"version", {}, "print the version"};
+    version.take = [this](const std::string&) {
+        answer(m_tool + " " TESSEL_VERSION "\n");
+        return std::string();
+    };
+    add(std::move(version));
+    // Not for people: what a shell is told is installed with the tool.
+    Option completion {"completion", {}, nullptr, "SHELL"};
+    completion.take = [this](const std::string& shell) -> std::string {
+        const auto script = completionFor(shell, {m_tool, m_options, m_commands, m_argumentChoices});
+        if (script)
+            answer(*script);
+        return "neither bash, zsh nor fish";
+    };
+    add(std::move(completion));
+}
+
+std::string CommandLine::description() const
+{
+    std::string text;
+    for (const Command& command : m_commands) {
+        constexpr size_t kWidth = 34;
+        std::string usage =
+            std::string(command.name).append(*command.arguments ? " " : "").append(command.arguments);
+        usage.resize(std::max(usage.size() + 1, kWidth), ' ');
+        text.append(text.empty() ? "Commands:\n" : "")
+            .append("  ")
+            .append(usage)
+            .append(command.help)
+            .append("\n");
+    }
+    text.append(text.empty() || m_description.empty() ? "" : "\n").append(m_description);
+    if (!m_statuses.empty())
+        text += text.empty() ? "Exit status:\n" : "\n\nExit status:\n";
+    for (const auto& [status, meaning] : m_statuses)
+        text.append("  ").append(std::to_string(status)).append("  ").append(meaning).append("\n");
+    return text;
+}
+
 std::optional<std::vector<std::string>> CommandLine::parse(const std::vector<std::string>& arguments)
 {
     setlocale(LC_CTYPE, ""); // for the help's characters
+    addOwnOptions();
     std::vector<GOptionEntry> entries;
     std::transform(m_options.begin(), m_options.end(), std::back_inserter(entries), Callback::entryOf);
     entries.push_back({G_OPTION_REMAINING, '\0', G_OPTION_FLAG_FILENAME, G_OPTION_ARG_CALLBACK,
@@ -70,8 +128,9 @@ std::optional<std::vector<std::string>> CommandLine::parse(const std::vector<std
     GOptionGroup* group = g_option_group_new(nullptr, nullptr, nullptr, this, nullptr);
     g_option_group_add_entries(group, entries.data());
     g_option_context_set_main_group(context.get(), group); // which takes it over
-    if (!m_description.empty())
-        g_option_context_set_description(context.get(), m_description.c_str());
+    const std::string end = description();
+    if (!end.empty())
+        g_option_context_set_description(context.get(), end.c_str());
     g_option_context_set_strict_posix(context.get(), m_stopsEarly);
 
     g_set_prgname(m_tool.c_str());
@@ -92,7 +151,8 @@ std::optional<std::vector<std::string>> CommandLine::parse(const std::vector<std
 
 int CommandLine::wrongUsage(const std::string& problem) const
 {
-    fprintf(stderr, "%s: %s\nTry: %s --help\n", m_tool.c_str(), problem.c_str(), m_tool.c_str());
+    complain(m_tool, problem);
+    fprintf(stderr, "Try: %s --help\n", m_tool.c_str());
     return kWrongUsage;
 }
 

@@ -4,11 +4,17 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tools {
 
 inline constexpr int kWrongUsage = 2; ///< the exit status of whoever is called in a wrong way
+
+// What may stand where a value or an argument does, for the shell to complete: words between blanks, one of
+// these, or "$(COMMAND)" for what a command prints.
+inline constexpr char kFiles[] = "<files>";
+inline constexpr char kFolders[] = "<folders>";
 
 struct Option {
     const char* name; ///< without its dashes
@@ -19,6 +25,14 @@ struct Option {
     const char* value = nullptr; ///< its name in the help; null for an option without one
     bool isValueOptional = false;
     char letter = '\0'; ///< of the short form, if there is one
+    std::string choices {}; ///< what the value may be, as above; "" where nobody can tell
+};
+
+/// A word that comes first, with options and arguments of its own.
+struct Command {
+    const char* name;
+    const char* arguments;
+    const char* help;
 };
 
 /// Ways to take an option. What they fill must outlive the parsing.
@@ -30,15 +44,25 @@ class CommandLine {
 public:
     /// @param tool         the name that begins its messages
     /// @param parameters   what follows the options in the help's first line; "" when nothing may
-    /// @param description  the end of the help
+    /// @param description  follows the options in the help
     CommandLine(std::string tool, std::string parameters, std::string description);
 
     void add(Option option) { m_options.push_back(std::move(option)); }
 
+    /// Has the help list the command, and the shell know it. Whoever parses looks for it.
+    void add(Command command) { m_commands.push_back(command); }
+
+    /// What an argument may be, behind the command where there are any; as for an option's value.
+    void setArgumentChoices(std::string choices) { m_argumentChoices = std::move(choices); }
+
+    /// Has the help tell what an exit status means.
+    void addStatus(int status, std::string meaning) { m_statuses.emplace_back(status, std::move(meaning)); }
+
     /// Takes what follows the first argument that is no option as it is, options of a command for instance.
     void stopAtFirstArgument() { m_stopsEarly = true; }
 
-    /// Answers --help on standard output, and ends the process with 0 then.
+    /// Answers --help, --version and --completion SHELL on standard output, and ends the process with 0 then;
+    /// a command of a tool, whose name has a blank in it, has only the first.
     /// @param arguments  without the tool's name
     /// @return those that are no options, or nothing when something is wrong, which standard error is told
     std::optional<std::vector<std::string>> parse(const std::vector<std::string>& arguments);
@@ -49,11 +73,17 @@ public:
 private:
     struct Callback;
 
+    std::string description() const;
+    void addOwnOptions();
+
     std::string m_tool;
     std::string m_parameters;
     std::string m_description;
     bool m_stopsEarly = false;
     std::vector<Option> m_options;
+    std::vector<Command> m_commands;
+    std::string m_argumentChoices;
+    std::vector<std::pair<int, std::string>> m_statuses;
     std::vector<std::string> m_rest;
 };
 

@@ -24,9 +24,7 @@ constexpr int kLargestTextSize = 300;
 
 constexpr const char* kDescription =
     R"(Pictures every state of every popup off-screen, measures what it shows, and writes PNG files, report.json and
-index.html into DIR.
-
-Exit status: 0 when every rule holds, 1 when one is broken, 2 for wrong usage or when nothing could be made.)";
+index.html into DIR.)";
 
 std::vector<std::string> split(const std::string& list)
 {
@@ -190,11 +188,12 @@ std::optional<Options> parseOptions(int argc, char** argv)
         return [&options, set](const std::string& value) { return set(value, options); };
     };
     tools::CommandLine line("tessel-gallery", "", kDescription);
-    line.add({"out", tools::setText(options.folder), "where all goes; made if missing", "DIR"});
+    line.add({"out", tools::setText(options.folder), "where all goes; made if missing", "DIR", false, '\0',
+        tools::kFolders});
     line.add({"lang", into(setLanguages),
         "catalogues, for instance en,ar,pt_BR; \"all\" for every one there is (default: en)", "LIST"});
-    line.add(
-        {"contrast", into(setContrast), "high contrast; with \"=both\" also the normal one", "both", true});
+    line.add({"contrast", into(setContrast), "high contrast; with \"=both\" also the normal one", "both",
+        true, '\0', "both"});
     line.add({"scale", into(setScales),
         "screens as factors of 1080 lines, for instance 0.667,1,2 (default: 1)", "LIST"});
     line.add({"text-size", into(setTextSizes),
@@ -209,6 +208,9 @@ std::optional<Options> parseOptions(int argc, char** argv)
     line.add({"awkward-names", tools::setFlag(options.awkwardNames),
         "also phones, networks, accounts and PINs that break other programs"});
     line.add({"quiet", tools::setFlag(options.quiet), "no line for each part of the work"});
+    line.addStatus(0, "every rule holds");
+    line.addStatus(1, "a rule is broken");
+    line.addStatus(tools::kWrongUsage, "wrong usage, or not all could be made");
     if (!line.parse(tools::argumentsOf(argc, argv)))
         return std::nullopt;
     if (!options.folder.empty())

@@ -3,6 +3,7 @@
 #include "Report.h"
 #include "Stage.h"
 #include "States.h"
+#include "options/Terminal.h"
 
 #include <json/reader.h>
 
@@ -109,6 +110,7 @@ private:
     std::map<pid_t, size_t> m_running; ///< to the combination's index
     size_t m_next = 0; ///< combination to start
     size_t m_done = 0;
+    tools::Progress m_progress;
 };
 
 bool Runs::perform()
@@ -143,11 +145,18 @@ bool Runs::start()
 
 bool Runs::awaitOne()
 {
+    constexpr useconds_t kAgain = 100000;
     int status = 0;
     pid_t ended = -1;
-    do
-        ended = wait(&status);
-    while (ended < 0 && errno == EINTR);
+    do {
+        ended = waitpid(-1, &status, m_progress.isSeen() ? WNOHANG : 0);
+        if (ended == 0) {
+            m_progress.show(
+                std::to_string(m_done) + " of " + std::to_string(m_combinations.size()) + " done");
+            usleep(kAgain);
+        }
+    } while (ended == 0 || (ended < 0 && errno == EINTR));
+    m_progress.clear();
     if (ended < 0) {
         perror("wait");
         m_running.clear();
