@@ -1,13 +1,18 @@
 #include "Commands.h"
 
-#include "base/Handles.h"
+#include "Dump.h"
+#include "base/GlibHandles.h"
+#include "options/Terminal.h"
 #include "vconf.h"
+
+#include <json/writer.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -17,18 +22,29 @@ struct SetRequest {
     std::string value;
 };
 
-/// The command line of a command. What follows its first argument is no option: a value may begin with "-".
-tools::CommandLine commandLine(const char* command, const char* parameters)
+/// Lets a command print as JSON.
+void addJson(tools::CommandLine& line, bool& flag)
 {
-    tools::CommandLine line(std::string(kToolName) + ' ' + command, parameters, "");
-    line.stopAtFirstArgument();
-    return line;
+    line.add(
+        {"json", tools::setFlag(flag), "print as JSON: numbers and texts; what is no UTF-8 in it is U+FFFD"});
 }
 
-/// @return the key that is all a command takes
-std::optional<std::string> parseKey(const char* command, const Arguments& arguments)
+/// @return the text with quotes
+std::string jsonOf(const std::string& text)
 {
-    tools::CommandLine line = commandLine(command, "KEY");
+    const base::GStr valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    return Json::valueToQuotedString(valid.get());
+}
+
+std::string jsonOf(const Setting& setting)
+{
+    return setting.isNumber ? std::to_string(setting.number) : jsonOf(setting.text);
+}
+
+/// @param line  with the command's options
+/// @return the key that is all else the command takes
+std::optional<std::string> parseKey(tools::CommandLine line, const Arguments& arguments)
+{
     const auto words = line.parse(arguments);
     if (words && words->size() == 1)
         return words->front();
@@ -81,27 +97,44 @@ int setText(const SetRequest& request)
     return result;
 }
 
+int printAsJson(const Arguments& keys)
+{
+    std::string text;
+    for (const std::string& key : keys) {
+        errno = 0;
+        const auto setting = settingOf(key);
+        if (!setting && errno != ENOENT)
+            return failure("cannot read " + key, errno);
+        if (setting)
+            text += (text.empty() ? "\n  " : ",\n  ") + jsonOf(key) + ": " + jsonOf(*setting);
+    }
+    return printLine('{' + text + (text.empty() ? "}" : "\n}"))
+        ? kSuccess
+        : failure("cannot write to standard output", errno);
+}
+
 } // namespace
+
+/// The command line of a command. What follows its first argument is no option: a value may begin with "-".
+tools::CommandLine commandLine(const char* command, const char* parameters)
+{
+    tools::CommandLine line(std::string(kToolName) + ' ' + command, parameters, "");
+    line.stopAtFirstArgument();
+    return line;
+}
 
 int failure(const std::string& problem, int error)
 {
-    if (error == 0)
-        fprintf(stderr, "%s: %s\n", kToolName, problem.c_str());
-    else
-        fprintf(stderr, "%s: %s: %s\n", kToolName, problem.c_str(), strerror(error));
+    tools::complain(kToolName, error == 0 ? problem : problem + ": " + strerror(error));
     return kFailure;
 }
 
 std::optional<std::string> valueOf(const std::string& key)
 {
-    // One reading for each type: asking for the type first would leave room for a write in between.
-    const base::MallocStr text(vconf_get_str(key.c_str()));
-    if (text)
-        return text.get();
-    int number = 0;
-    if (vconf_get_int(key.c_str(), &number) == VCONF_OK)
-        return std::to_string(number);
-    return std::nullopt;
+    const auto setting = settingOf(key);
+    if (!setting)
+        return std::nullopt;
+    return setting->isNumber ? std::to_string(setting->number) : setting->text;
 }
 
 std::string lineOf(const std::string& key)
@@ -130,30 +163,37 @@ int setCommand(const Arguments& arguments)
 
 int getCommand(const Arguments& arguments)
 {
-    const auto key = parseKey("get", arguments);
+    bool isJson = false;
+    tools::CommandLine line = commandLine("get", "KEY");
+    addJson(line, isJson);
+    const auto key = parseKey(std::move(line), arguments);
     if (!key)
         return tools::kWrongUsage;
     errno = 0;
-    const auto value = valueOf(*key);
-    if (!value)
+    const auto setting = settingOf(*key);
+    if (!setting)
         return failure("no value in " + *key, errno);
-    return printLine(*value) ? kSuccess : failure("cannot write to standard output", errno);
+    const std::string text = setting->isNumber ? std::to_string(setting->number) : setting->text;
+    return printLine(isJson ? jsonOf(*setting) : text) ? kSuccess
+                                                       : failure("cannot write to standard output", errno);
 }
 
 int listCommand(const Arguments& arguments)
 {
+    bool isJson = false;
     tools::CommandLine line = commandLine("list", "[PREFIX]");
+    addJson(line, isJson);
     const auto words = line.parse(arguments);
     if (!words)
         return tools::kWrongUsage;
     if (words->size() > 1)
         return line.wrongUsage("at most one prefix is possible");
-    Arguments keys;
-    const auto keep = [](const char* key, void* data) { static_cast<Arguments*>(data)->emplace_back(key); };
-    errno = 0;
-    if (vconf_list(words->empty() ? nullptr : words->front().c_str(), keep, &keys) < 0)
+    const auto keys = keysOf(words->empty() ? "" : words->front());
+    if (!keys)
         return failure("cannot read the store", errno);
-    for (const std::string& key : keys) {
+    if (isJson)
+        return printAsJson(*keys);
+    for (const std::string& key : *keys) {
         if (!printLine(lineOf(key)))
             return failure("cannot write to standard output", errno);
     }
@@ -162,7 +202,7 @@ int listCommand(const Arguments& arguments)
 
 int unsetCommand(const Arguments& arguments)
 {
-    const auto key = parseKey("unset", arguments);
+    const auto key = parseKey(commandLine("unset", "KEY"), arguments);
     if (!key)
         return tools::kWrongUsage;
     errno = 0;

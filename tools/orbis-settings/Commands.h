@@ -18,6 +18,16 @@ int getCommand(const Arguments& arguments);
 int listCommand(const Arguments& arguments);
 int unsetCommand(const Arguments& arguments);
 int watchCommand(const Arguments& arguments);
+int batchCommand(const Arguments& arguments);
+int dumpCommand(const Arguments& arguments);
+int restoreCommand(const Arguments& arguments);
+
+/// Carries out a line of a batch: a command with its arguments, quoted as in a shell. @return its exit status
+int runLine(const std::string& line);
+
+/// @return the command line of a command. What follows its first argument is no option: a value may begin
+/// with "-".
+tools::CommandLine commandLine(const char* command, const char* parameters);
 
 /// Prints each change of the keys until a signal comes or nobody reads. @return the exit status
 int watch(const Arguments& keys);
