@@ -42,6 +42,22 @@ TEST(APrompt, CompletesRepeatsAndNeverHoldsTheRest)
     tv::pass(tv::Milliseconds(300));
     kill(std::stoi(tv::readFile(pid)), SIGTERM);
     EXPECT_TRUE(shows("status 0")) << "the prompt holds the main loop";
+    // The next run knows what was typed, and nobody else does.
+    const auto history = folders.home() / ".local/state/tessel/history";
+    EXPECT_NE(tv::readFile(history).find("ShowPinPopup"), std::string::npos);
+    EXPECT_EQ(std::filesystem::status(history).permissions() & std::filesystem::perms(077),
+        std::filesystem::perms::none);
+    const tv::Process next({"script", "-qc", simulator, "/dev/null"}, environment);
+    const auto says = [&](const std::string& text) {
+        return tv::waitUntil([&] {
+            const auto& lines = next.output();
+            return std::any_of(lines.begin(), lines.end(),
+                [&](const std::string& line) { return line.find(text) != std::string::npos; });
+        });
+    };
+    ASSERT_TRUE(says("ready"));
+    next.type("\x1b[A\n");
+    EXPECT_TRUE(says("set db/menu_widget/language de_DE")) << "Up does not bring back what was typed before";
     EXPECT_TRUE(shows(" icanon ") && shows(" echo ")) << "the terminal is not left as it was for the prompt";
 }
 

@@ -2,6 +2,7 @@
 
 #include "EventLog.h"
 #include "Names.h"
+#include "Quoting.h"
 #include "base/GlibHandles.h"
 
 #include <algorithm>
@@ -182,10 +183,15 @@ std::string usageOf(const CommandRow& row)
 /// Splits a line at its blanks, minding quotes. A mistake in the quoting goes to @p error.
 Words splitWords(const std::string& line, std::string& error)
 {
+    const auto plain = withoutDollarQuotes(line);
+    if (!plain) {
+        error = "a mistake in $'...'";
+        return {};
+    }
     int count = 0;
     char** rawWords = nullptr;
     GError* rawError = nullptr;
-    g_shell_parse_argv(line.c_str(), &count, &rawWords, &rawError);
+    g_shell_parse_argv(plain->c_str(), &count, &rawWords, &rawError);
     const base::StrvPtr words(rawWords);
     const base::ErrorPtr problem(rawError);
     if (problem)
@@ -219,10 +225,15 @@ ParsedLine parseLine(const std::string& line)
     const std::string rest = trimmed(text.substr(name.size()));
     std::string error;
     Words words;
-    if (row->takesText && !rest.empty() && rest.front() != '\'' && rest.front() != '"')
+    const bool isQuoted = rest.rfind('\'', 0) == 0 || rest.rfind('"', 0) == 0 || rest.rfind("$'", 0) == 0;
+    if (row->takesText && !rest.empty() && !isQuoted)
         words = {name, rest};
     else
         words = splitWords(text, error);
+    const bool areText = std::all_of(words.begin(), words.end(),
+        [](const std::string& word) { return g_utf8_validate(word.c_str(), -1, nullptr); });
+    if (!areText)
+        error = "not valid UTF-8 text";
     if (!error.empty())
         return {std::nullopt, error};
 
@@ -251,7 +262,9 @@ Words commandNames()
 std::string commandHelp()
 {
     constexpr size_t kUsageWidth = 32;
-    std::string text = "Commands, one a line, words quoted as in a shell, # begins a comment:\n";
+    std::string text =
+        "Commands, one a line, words quoted as in a shell, $'\\n' for what cannot be typed, # begins a "
+        "comment:\n";
     for (const CommandRow& row : kCommands) {
         std::string usage = usageOf(row);
         if (usage.size() > kUsageWidth)

@@ -1,5 +1,7 @@
 #include "EventLog.h"
 
+#include "options/Terminal.h"
+
 #include <cstdio>
 #include <utility>
 
@@ -52,7 +54,7 @@ void EventLog::error(std::string_view text)
         m_erasePrompt();
         fflush(stdout);
     }
-    fprintf(stderr, "tessel-daemon-sim: %s\n", oneLine(text).c_str());
+    tools::complain("tessel-daemon-sim", oneLine(text));
     if (m_showPrompt)
         m_showPrompt();
 }

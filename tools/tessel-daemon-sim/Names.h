@@ -28,4 +28,10 @@ inline constexpr char kDeviceOwnedKey[] = "memory/menu/network/tessel_ocf_device
 inline constexpr int kDeviceOwned = 1; ///< the phone has taken ownership of the TV
 inline constexpr char kRequestKey[] = "db/tessel/mobile_oobe"; ///< takes a popup request as JSON
 
+// What a log tells of the TV around the program.
+inline constexpr char kLanguageKey[] = "db/menu_widget/language";
+inline constexpr char kContrastKey[] = "db/menu/system/accessibility/highcontrast";
+inline constexpr char kTvNameKey[] = "memory/tessel/ble_tvname";
+inline constexpr char kWizardModeKey[] = "memory/wizard/wizard_mode";
+
 } // namespace DaemonSim

@@ -1,6 +1,7 @@
 /// The command line.
 #pragma once
 
+#include "FromLog.h"
 #include "Vocabulary.h"
 
 #include <optional>
@@ -18,6 +19,8 @@ struct Options {
     bool timestamps = false;
     bool stay = false; ///< goes on after the end of standard input
     bool withViewer = false; ///< standard input says when the viewer has looked and pressed
+    bool lists = false; ///< prints the names of the scenarios, and plays nothing
+    FromLogOptions fromLog; ///< without a file nothing is made of a log
 };
 
 /// Answers --help, and ends the process then.

@@ -37,11 +37,20 @@ Prompt* promptOf(EditLine* editor)
     return prompt;
 }
 
+/// @return where lines are kept from one run to the next; its folder is made for its owner alone
+std::string historyFile()
+{
+    const std::string folder = std::string(g_get_user_state_dir()) + "/tessel";
+    g_mkdir_with_parents(folder.c_str(), 0700);
+    return folder + "/history";
+}
+
 } // namespace
 
 Prompt::Prompt(EventLog& log, std::function<void()> onInput)
     : m_log(log)
     , m_onInput(std::move(onInput))
+    , m_historyFile(historyFile())
     , m_history(history_init())
     , m_resizeSource(g_unix_signal_add(SIGWINCH, onResized, this))
 {
@@ -56,6 +65,7 @@ Prompt::Prompt(EventLog& log, std::function<void()> onInput)
     HistEvent event;
     history(m_history.get(), &event, H_SETSIZE, kHistoryLines);
     history(m_history.get(), &event, H_SETUNIQUE, 1);
+    history(m_history.get(), &event, H_LOAD, m_historyFile.c_str()); // there may be none
     el_set(m_editor.get(), EL_HIST, history, m_history.get());
     bindKeys();
     char* erase = nullptr;
@@ -72,6 +82,8 @@ Prompt::~Prompt()
         fputc('\n', stdout);
     }
     m_log.setPrompt({}, {});
+    HistEvent event;
+    history(m_history.get(), &event, H_SAVE, m_historyFile.c_str()); // or the next run has none
 }
 
 void Prompt::bindKeys()
@@ -129,7 +141,7 @@ void Prompt::readKey()
     if (isWhole) {
         m_line = Line {std::string(text, static_cast<size_t>(count) - 1), false};
         HistEvent event;
-        if (m_line->text.find_first_not_of(" \t") != std::string::npos)
+        if (!m_line->text.empty() && m_line->text.front() != ' ')
             history(m_history.get(), &event, H_ENTER, m_line->text.c_str());
     } else {
         fputc('\n', stdout);

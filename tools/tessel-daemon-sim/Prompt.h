@@ -21,7 +21,8 @@ using EditorPtr = base::CHandle<EditLine, el_end>;
 using HistoryPtr = base::CHandle<History, history_end>;
 
 /// The prompt is there, and the terminal is without its own editing, from listen() to the end of the line.
-/// What was typed lives as long as the process: it may hold a PIN.
+/// What was typed is kept for the next run, in a file of the user's own, but for a line that begins with a
+/// blank.
 class Prompt : public LineSource {
 public:
     /// Standard input and output are a terminal.
@@ -52,6 +53,7 @@ private:
     std::function<void()> m_onInput;
     std::optional<Line> m_line;
     bool m_ended = false;
+    std::string m_historyFile;
     HistoryPtr m_history;
     EditorPtr m_editor; // goes first: it knows the history
     const char* m_eraseToEnd = ""; ///< what the terminal knows this by

@@ -17,12 +17,12 @@ constexpr const char* kUiKeys[] = {
     kDeviceOwnedKey,
     kRequestKey,
     "db/bleapp/security_key",
-    "db/menu/system/accessibility/highcontrast",
+    kContrastKey,
     "db/menu/system/accessibility/screenreader",
-    "db/menu_widget/language",
+    kLanguageKey,
     "memory/menu/network/tessel_ocf_ready",
-    "memory/tessel/ble_tvname",
-    "memory/wizard/wizard_mode",
+    kTvNameKey,
+    kWizardModeKey,
 };
 
 bool report(EventLog& log, bool success, const std::string& what, const std::string& value)

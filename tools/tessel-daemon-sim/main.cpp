@@ -2,6 +2,7 @@
 #include "Options.h"
 #include "Scenario.h"
 #include "Session.h"
+#include "options/Terminal.h"
 
 #include <cstdio>
 #include <exception>
@@ -21,11 +22,22 @@ void openStandardStreams()
     }
 }
 
+int printScenarios()
+{
+    for (const std::string& name : shippedScenarios())
+        puts(name.c_str());
+    return fflush(stdout) == 0 ? kExitOk : kExitScenarioFailed;
+}
+
 int runSimulator(int argc, char** argv)
 {
     const auto options = parseOptions(argc, argv);
     if (!options)
         return kExitUsage;
+    if (options->lists)
+        return printScenarios();
+    if (!options->fromLog.file.empty())
+        return printScenarioOf(options->fromLog);
     EventLog log(options->timestamps);
     std::deque<Step> steps;
     bool areRight = true;
@@ -46,7 +58,7 @@ int main(int argc, char** argv)
     try {
         return runSimulator(argc, argv);
     } catch (const std::exception& problem) {
-        fprintf(stderr, "tessel-daemon-sim: %s\n", problem.what());
+        tools::complain("tessel-daemon-sim", problem.what());
         return kExitScenarioFailed;
     }
 }
