@@ -5,7 +5,9 @@
 #   bus_start              a private system bus
 #   display_start          the present X display, else a virtual one with a window manager and a compositor
 #   run_in_background NAME COMMAND...   a process that ends with the script; its id is in LAST_PID
+#   run_stoppable COMMAND...            runs it to its end; a signal to the script ends it and all that it started
 #   wait_until SECONDS COMMAND...       waits for a condition
+#   progress TEXT                       on a terminal, a line that the next one takes away
 # shellcheck shell=bash
 
 WORK_FOLDER=
@@ -14,14 +16,33 @@ DISPLAY_KIND=
 LAST_PID=
 SETTLED=
 STARTED_PIDS=()
+STOPPABLE_PID=
+PROGRESS=false
 
 say() {
+    progress_end
     printf '%s\n' "$*"
 }
 
 fail() {
-    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    progress_end
+    if [ -t 2 ] && [ "${TERM:-dumb}" != dumb ] && [ -z "${NO_COLOR:-}" ]; then
+        printf '\033[1;31m%s:\033[0m %s\n' "${0##*/}" "$*" >&2
+    else
+        printf '%s: %s\n' "${0##*/}" "$*" >&2
+    fi
     exit 1
+}
+
+progress() {
+    [ -t 2 ] && [ "${TERM:-dumb}" != dumb ] || return 0
+    printf '\r\033[K%.78s' "$*" >&2
+    PROGRESS=true
+}
+
+progress_end() {
+    ! $PROGRESS || printf '\r\033[K' >&2
+    PROGRESS=false
 }
 
 # ---- processes
@@ -33,6 +54,17 @@ run_in_background() {
     "$@" >"$LOG_FOLDER/$name.out" 2>"$LOG_FOLDER/$name.log" </dev/null &
     LAST_PID=$!
     STARTED_PIDS+=("$LAST_PID")
+}
+
+# A signal's trap waits for a foreground process, but not for this one; and a compiler's parent need not pass on what
+# ends it, so that they have a group of their own.
+run_stoppable() {
+    local status=0
+    setsid "$@" </dev/null &
+    STOPPABLE_PID=$!
+    wait "$STOPPABLE_PID" || status=$?
+    STOPPABLE_PID=
+    return "$status"
 }
 
 is_alive() {
@@ -60,10 +92,25 @@ stop_process() {
     wait_until 3 has_ended "$1" || kill -KILL "$1" 2>/dev/null || true
 }
 
+# What was started but not noted yet when a signal came: the compositor goes into the background by itself, all others
+# are jobs of this shell.
+note_unnoted() {
+    local pid
+    if [ -e "$WORK_FOLDER/picom.started" ] && wait_until 2 has_line "$WORK_FOLDER/picom.pid"; then
+        STARTED_PIDS+=("$(cat "$WORK_FOLDER/picom.pid")")
+    fi
+    for pid in $(jobs -p); do
+        [[ " ${STARTED_PIDS[*]} " = *" $pid "* ]] || STARTED_PIDS+=("$pid")
+    done
+}
+
 sandbox_cleanup() {
     local status=$? index
     trap '' INT TERM HUP
     trap - EXIT
+    progress_end
+    [ -z "$STOPPABLE_PID" ] || kill -- "-$STOPPABLE_PID" 2>/dev/null || true
+    note_unnoted
     # The latest first: programs before the display and the bus they use.
     for ((index = ${#STARTED_PIDS[@]} - 1; index >= 0; index--)); do
         stop_process "${STARTED_PIDS[index]}"
@@ -72,20 +119,25 @@ sandbox_cleanup() {
     exit "$status"
 }
 
+# From now on the script's end, by a signal too, leaves no process of its behind.
+clean_up_at_exit() {
+    trap sandbox_cleanup EXIT
+    trap 'exit 129' HUP
+    trap 'exit 130' INT
+    trap 'exit 143' TERM
+}
+
 # A helper has said something, to the end of the line.
 has_line() {
-    [ "$(wc -l <"$1")" -gt 0 ]
+    [ -e "$1" ] && [ "$(wc -l <"$1")" -gt 0 ]
 }
 
 # ---- folders
 
 # $1: where the logs of the helpers go; by default a folder that is removed at the end.
 sandbox_start() {
+    clean_up_at_exit
     WORK_FOLDER=$(mktemp -d "${TMPDIR:-/tmp}/tessel.XXXXXX")
-    trap sandbox_cleanup EXIT
-    trap 'exit 129' HUP
-    trap 'exit 130' INT
-    trap 'exit 143' TERM
     LOG_FOLDER=${1:-$WORK_FOLDER/logs}
     mkdir -p "$LOG_FOLDER" "$WORK_FOLDER"/{state,runtime,home}
     mkdir -m 700 "$WORK_FOLDER/xdg"
@@ -150,6 +202,7 @@ virtual_display_start() {
 
     # With a compositor the window's transparency is real. In the background mode picom's first process ends
     # when the compositor works, and the file then holds the id of the one that stays.
+    : >"$WORK_FOLDER/picom.started"
     if ! picom --config /dev/null --backend xrender -b --write-pid-path "$WORK_FOLDER/picom.pid" \
         >"$LOG_FOLDER/picom.log" 2>&1; then
         fail "picom did not start: $(tail -n 3 "$LOG_FOLDER/picom.log")"
@@ -158,9 +211,9 @@ virtual_display_start() {
     STARTED_PIDS+=("$(cat "$WORK_FOLDER/picom.pid")")
 }
 
-# Leaves "present" or "virtual" in DISPLAY_KIND.
+# Leaves "present" or "virtual" in DISPLAY_KIND. $1: "own" for a virtual one in any case.
 display_start() {
-    if present_display_works; then
+    if [ "${1:-}" != own ] && present_display_works; then
         DISPLAY_KIND=present
     else
         # shellcheck disable=SC2034 # for the caller
@@ -213,8 +266,10 @@ settled_screenshot() {
             changed=$((changed + 1))
         fi
         cp "$file" "$previous"
+        [ "$round" -lt 8 ] || progress "looking at the screen"
         sleep 0.1
     done
+    progress_end
     SETTLED=false
     # shellcheck disable=SC2034 # for the caller
     [ "$same" -lt 8 ] || SETTLED=true

@@ -5,6 +5,8 @@
 #   OUTPUT       folder for pictures and logs
 #   SPEECH       file that the program's read-outs are appended to
 #   PROGRAM SIMULATOR VIA   programs, and the way of the requests: bus or settings
+#   EXPECTS      whether what comes of a step is known, and something else a failure; else it is only looked at
+#   TIMED_LOG    file that gets the program's log with the time in front of each line; empty for none
 #
 # The simulator prints a line an event, and waits wherever the viewer looks or presses a key. Of what happened
 # between two such moments, the last request or order is the step that is looked at.
@@ -14,6 +16,7 @@ STEP_SECONDS=15
 
 UI_PID=
 SIMULATOR_PID=
+FOLLOWER_PID=   # copies the program's log, until the program ends
 START_TIME=     # of the timeline, in nanoseconds
 STOPS=0         # orders to stop that the daemon received
 STEP=0
@@ -34,12 +37,15 @@ elapsed() {
 
 # A line of the timeline: who, and what.
 timeline() {
+    progress_end
     printf '%8s s  %-10s %s\n' "$(elapsed)" "$1" "$2"
 }
 
 give_up() {
+    progress_end
     {
         printf '\nThe demo failed: %s\n' "$*"
+        [ -z "$UI_PID" ] || is_alive "$UI_PID" || printf 'The program has ended: %s\n' "$(end_of_program)"
         printf '\nLast lines of the program (%s):\n' "$OUTPUT/tessel-ui.log"
         tail -n 40 "$OUTPUT/tessel-ui.log" || true
         printf '\nThe simulator (%s):\n' "$OUTPUT/daemon.out"
@@ -50,11 +56,33 @@ give_up() {
 
 # ---- the program
 
+# Prints how it has ended.
+end_of_program() {
+    local status=0
+    wait "$UI_PID" || status=$?
+    if [ "$status" -gt 128 ]; then
+        printf 'by signal %s' "$(kill -l "$status")"
+    else
+        printf 'exit status %s' "$status"
+    fi
+}
+
 start_program() {
     : >"$OUTPUT/tessel-ui.log"
     "$PROGRAM" LAUNCH_MODE=POPUP >"$OUTPUT/tessel-ui.log" 2>&1 </dev/null &
     UI_PID=$!
     STARTED_PIDS+=("$UI_PID")
+    [ -z "$TIMED_LOG" ] || follow_log
+}
+
+# Beside the log and not in its way, so that no line is lost when the machine is busy.
+follow_log() {
+    local line LC_ALL=C
+    tail -f -n +1 -s 0.1 --pid="$UI_PID" "$OUTPUT/tessel-ui.log" 2>/dev/null | while IFS= read -r line; do
+        printf '%s tv %s\n' "$EPOCHREALTIME" "$line"
+    done >"$TIMED_LOG" &
+    FOLLOWER_PID=$!
+    STARTED_PIDS+=("$FOLLOWER_PID")
 }
 
 # ---- the simulator
@@ -132,7 +160,11 @@ expect_same_picture() {
 look() {
     local picture
     picture=$OUTPUT/$(printf '%02d' "$STEP")-$STEP_NAME.png
-    if [ "$EXPECTED" = same ]; then
+    if ! $EXPECTS; then
+        # It may be the same as before; but a change is waited for first.
+        settled_screenshot "$picture" "$LAST_PICTURE" || [ -s "$picture" ] ||
+            give_up "$STEP_NAME: no picture can be taken"
+    elif [ "$EXPECTED" = same ]; then
         settled_screenshot "$picture" || give_up "$STEP_NAME: no picture can be taken"
         expect_unchanged "$picture"
     else
@@ -140,7 +172,7 @@ look() {
         settled_screenshot "$picture" "$LAST_PICTURE" ||
             give_up "$STEP_NAME: the screen did not change, or no picture can be taken"
     fi
-    if [ "$EXPECTED" = plain ]; then
+    if $EXPECTS && [ "$EXPECTED" = plain ]; then
         expect_same_picture "$picture" "$EMPTY_PICTURE" "$STEP_NAME: something is left on the screen"
         timeline viewer "no popup"
     fi
@@ -155,7 +187,7 @@ look() {
 
 # Nothing happens: what moves by itself cannot be compared.
 expect_unchanged() {
-    ! $LAST_IS_STILL || expect_same_picture "$1" "$LAST_PICTURE" "the screen has changed by itself"
+    ! $EXPECTS || ! $LAST_IS_STILL || expect_same_picture "$1" "$LAST_PICTURE" "the screen has changed by itself"
 }
 
 look_again() {
@@ -167,6 +199,11 @@ look_again() {
 
 expect_end() {
     local status=0
+    if ! $EXPECTS && ! wait_until 2 has_ended "$UI_PID"; then
+        [ -z "$STEP_NAME" ] || look
+        timeline end "the scenario is over, and the program is ended"
+        kill "$UI_PID"
+    fi
     wait_until "$STEP_SECONDS" has_ended "$UI_PID" || give_up "the program has left the bus, but not ended"
     wait "$UI_PID" || status=$?
     [ "$status" -eq 0 ] || give_up "the program's exit status is $status"
@@ -191,12 +228,13 @@ note_request() {
     done < <(grep -o '"[^"]*"' <<<"$1")
 }
 
-# $1: key and value
+# $1: key and value, without line ends
 note_setting() {
     timeline settings "$1"
     case $1 in
         */tessel_startmode\ 100) begin_step end plain ;;
         */tessel_ocf_device_owned\ 1) begin_step owned spoken ;;
+        */mobile_oobe\ *) [ -n "$STEP_NAME" ] || begin_step json spoken ;;
     esac
 }
 
@@ -248,6 +286,7 @@ play_scenario() {
         give_up "the simulator complains: $(tail -n 1 "$OUTPUT/daemon.log")"
     fi
     expect_end
-    [ "$STOPS" -eq "$(grep -c '^wait .*StopTessel' "$1" || true)" ] ||
+    [ -z "$FOLLOWER_PID" ] || wait "$FOLLOWER_PID" || true
+    ! $EXPECTS || [ "$STOPS" -eq "$(grep -c '^wait .*StopTessel' "$1" || true)" ] ||
         give_up "the daemon received $STOPS orders to stop"
 }
