@@ -103,7 +103,9 @@ std::optional<double> plainTime(const char* text)
     if (strncmp(text, kField, sizeof kField - 1) == 0)
         return strtod(text + sizeof kField - 1, nullptr) / 1e6;
     int end = 0;
-    if (sscanf(text, "%*11[0-9].%*9[0-9]%n", &end) == 0 && end > 0 && text[end] == ' ')
+    constexpr size_t kFewestDigits = 9; // any other number may begin a line
+    if (strspn(text, "0123456789") >= kFewestDigits && sscanf(text, "%*11[0-9].%*9[0-9]%n", &end) == 0
+        && end > 0 && text[end] == ' ')
         return strtod(text, nullptr);
     return std::nullopt;
 }
