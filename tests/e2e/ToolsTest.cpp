@@ -94,8 +94,8 @@ TEST_F(TheTools, AreCompletedByTheShells)
         };
         for (const auto& [typed, expected] : cases) {
             terminal.type(typed);
-            EXPECT_TRUE(
-                tv::waitUntil([&] { return has(terminal.output(), expected); }, tv::Milliseconds(10000)))
+            EXPECT_TRUE(tv::waitUntil(
+                [&, &line = expected] { return has(terminal.output(), line); }, tv::Milliseconds(10000)))
                 << typed << testing::PrintToString(terminal.output());
         }
         terminal.tell("exit");
