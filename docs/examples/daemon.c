@@ -52,8 +52,8 @@ static void on_ui_there(GDBusConnection* bus, const char* name, const char* owne
 {
     s_seen = TRUE;
     g_dbus_connection_call(bus, UI, UI_PATH, UI, "ShowPinPopup",
-        g_variant_new("(ss)", s_texts[0], s_texts[1]), G_VARIANT_TYPE("(i)"),
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, NULL, on_answer, NULL);
+        g_variant_new("(ss)", s_texts[0], s_texts[1]), G_VARIANT_TYPE("(i)"), G_DBUS_CALL_FLAGS_NO_AUTO_START,
+        -1, NULL, on_answer, NULL);
 }
 
 static void on_ui_gone(GDBusConnection* bus, const char* name, void* data)

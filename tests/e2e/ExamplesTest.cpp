@@ -60,9 +60,9 @@ protected:
     }
     bool ownsItsName() const
     {
-        const auto answer = tv::outputOf({"gdbus", "call", "--address", bus().address(), "--dest",
-                                             "org.freedesktop.DBus", "--object-path", "/org/freedesktop/DBus",
-                                             "--method", "org.freedesktop.DBus.NameHasOwner", kDaemonName},
+        const auto answer = tv::outputOf(
+            {"gdbus", "call", "--address", bus().address(), "--dest", "org.freedesktop.DBus", "--object-path",
+                "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner", kDaemonName},
             box.environment());
         return answer && answer->find("true") != std::string::npos;
     }

@@ -21,6 +21,9 @@ endforeach()
 foreach(part CMakeLists.txt base common include res src tools)
     file(COPY ${SOURCE}/${part} DESTINATION ${sources})
 endforeach()
+foreach(part CMakeLists.txt conformance exports gallery)
+    file(COPY ${SOURCE}/tests/${part} DESTINATION ${sources}/tests)
+endforeach()
 
 set(ENV{PKG_CONFIG_PATH} ${installed}/${LIBDIR}/pkgconfig)
 # In whichever order somebody asks.
@@ -32,8 +35,8 @@ endif()
 # What an earlier run has compiled may stay, but not what it has found. All that makes the build short is taken.
 run(${CMAKE_COMMAND} --fresh -G ${GENERATOR} -S ${sources} -B ${build} -D TESSEL_PLATFORM=external
     -D CMAKE_BUILD_TYPE=Debug -D CMAKE_CXX_FLAGS_DEBUG=-O0 -D TESSEL_PRECOMPILE=ON -D CMAKE_CXX_COMPILER=${CXX}
-    -D TESSEL_WERROR=${WERROR} -D BUILD_TESTING=OFF)
-run(${CMAKE_COMMAND} --build ${build} --target tessel-ui tessel-daemon-sim)
+    -D TESSEL_WERROR=${WERROR})
+run(${CMAKE_COMMAND} --build ${build} --target tessel-ui tessel-daemon-sim orbis-conformance)
 
 run(${OBJDUMP} -p ${build}/bin/tessel-ui)
 if(NOT output MATCHES "NEEDED +liborbis-platform.*NEEDED +libelementary")
@@ -45,3 +48,12 @@ cmake_path(IS_PREFIX installed "${CMAKE_MATCH_1}" NORMALIZE there)
 if(NOT there)
     message(FATAL_ERROR "The program does not run with the installed platform:\n${output}")
 endif()
+
+# What an integrator runs against a layer of their own.
+file(REMOVE_RECURSE ${FOLDER}/store)
+file(MAKE_DIRECTORY ${FOLDER}/store)
+foreach(variable ORBIS_STATE_DIR=state ORBIS_RUNTIME_DIR=runtime ORBIS_SPEECH_LOG=speech HOME=.)
+    string(REGEX MATCH "(.*)=(.*)" pair ${variable})
+    set(ENV{${CMAKE_MATCH_1}} ${FOLDER}/store/${CMAKE_MATCH_2})
+endforeach()
+run(${build}/bin/orbis-conformance)

@@ -1,4 +1,4 @@
-/// What an application may rely on, seen by a small one (AppProbe.cpp) on a canvas in memory.
+/// What an application may rely on, seen by a small one (conformance/Application.cpp).
 #include "Process.h"
 #include "StoreFixture.h"
 
@@ -18,7 +18,7 @@ protected:
         Words command {"env", "ELM_DISPLAY=buffer", "ELM_ENGINE=buffer", "EINA_LOG_LEVEL=0",
             "EINA_LOG_BACKTRACE=-1", "ASAN_OPTIONS=detect_leaks=0"};
         command.insert(command.begin() + 1, options.begin(), options.end());
-        command.emplace_back(APP_PROBE);
+        command.insert(command.end(), {APPLICATION, "--application"});
         command.insert(command.end(), tasks.begin(), tasks.end());
         const tv::Process probe(command, m_folders.environment());
         EXPECT_EQ(probe.waitForExit(), 0);
@@ -32,8 +32,9 @@ protected:
 TEST_F(AnApplicationsRun, IsPausedAndResumedOnlyWhileItRunsAlsoTheSecondTime)
 {
     EXPECT_EQ(run({"twice"}),
-        (Words {"create", "resume", "terminate", "result 0", "create", "resume", "terminate", "result 0"}));
-    EXPECT_FALSE(fs::exists(fs::path(runtime()) / "apps" / "app-probe"));
+        (Words {"create", "resume", "app_control", "terminate", "result 0", "create", "resume", "app_control",
+            "terminate", "result 0"}));
+    EXPECT_FALSE(fs::exists(fs::path(runtime()) / "apps" / "orbis-conformance"));
     EXPECT_TRUE(fs::is_empty(fs::path(runtime()) / "app-control"));
 }
 
@@ -53,14 +54,15 @@ TEST_F(AnApplicationsRun, NeedsNoHomeChangesNoneAndLeavesNothing)
             {"HOME=/proc", "XDG_RUNTIME_DIR=none"}},
     };
     for (const auto& [options, told] : cases) {
-        const Words expected {"create", told[0], told[1], "resume", "terminate", "result 0"};
+        const Words expected {"create", told[0], told[1], "resume", "app_control", "terminate", "result 0"};
         EXPECT_EQ(run({"environment"}, options), expected);
         EXPECT_EQ(temporary(), before);
     }
-    EXPECT_NE(m_errors.find("app-probe cannot tell whether it runs already: /proc/none"), std::string::npos)
+    EXPECT_NE(
+        m_errors.find("orbis-conformance cannot tell whether it runs already: /proc/none"), std::string::npos)
         << "the last one had no runtime folder";
     EXPECT_EQ(run({"unheard"}, {"ORBIS_RUNTIME_DIR=/proc/none"}),
-        (Words {"create", "resume", "terminate", "result 0"}))
+        (Words {"create", "resume", "app_control", "terminate", "result 0"}))
         << "where nobody hears it complain";
 }
 

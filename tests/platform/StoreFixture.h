@@ -3,7 +3,7 @@
 #define TESTS_STORE_FIXTURE_H
 
 #include "Folders.h"
-#include "vconf.h"
+#include "Watch.h" // IWYU pragma: export
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -49,40 +49,10 @@ inline unsigned modeOf(const std::string& path)
 /// @return the names in a folder, sorted
 Words namesIn(const std::string& folder);
 
-/// Runs the main loop until the condition holds. @return false when it does not in time
-bool runUntil(const std::function<bool()>& condition, double seconds = 20);
-
 /// Moves the main loop's clock ahead and serves what is then due.
 void passTime(double seconds);
 
-/// A watch that counts; ends with its owner.
-class Watch {
-public:
-    explicit Watch(
-        const std::string& key, std::function<void()> action = {}, vconf_callback_fn callback = on_changed);
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
-    ~Watch() { end(); }
-
-    static void on_changed(keynode_t* node, void* data);
-    /// The same for a second watch of a key: there is one for each callback.
-    static void also(keynode_t* node, void* data) { on_changed(node, data); }
-
-    int end();
-    int calls() const { return m_calls; }
-    bool called(int times = 1) const;
-
-private:
-    std::string m_key;
-    std::function<void()> m_action;
-    vconf_callback_fn m_callback;
-    int m_calls = 0;
-    bool m_active;
-};
-
 /// Runs the loop until a write made now has been delivered, with everything that was due before it.
 void settle();
-
-std::optional<std::string> text(const std::string& key);
 
 #endif

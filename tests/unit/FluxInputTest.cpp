@@ -1,7 +1,9 @@
-/// The styled widgets refuse what makes no sense, and survive it.
+/// The styled widgets refuse what makes no sense, and survive it; what has the keys is said once.
 #include "Fixtures.h"
+#include "Folders.h"
 #include "Paths.h"
 #include "elm_flux.h"
+#include "vconf.h"
 
 #include <cmath>
 
@@ -87,6 +89,23 @@ TEST_F(TheStyledWidgets, RefuseNullAndDeletedObjects)
         EXPECT_FALSE(accepts(nullptr));
         EXPECT_FALSE(accepts(gone)) << "or a crash: so do the toolkit's own calls";
     }
+}
+
+using TheReadOut = WindowTest;
+
+TEST_F(TheReadOut, SaysNothingThatIsNoNews)
+{
+    const std::string log = std::string(getenv("HOME")) + "/speech";
+    setenv("ORBIS_SPEECH_LOG", log.c_str(), 1);
+    vconf_set_int("db/menu/system/accessibility/screenreader", 1);
+    Evas_Object* both = popup({"Yes", "No"});
+    show(both);
+    toolkit::focusWindow(m_window);
+    toolkit::press(m_window, "Up");
+    elm_object_focus_set(button(both, 0), EINA_TRUE);
+    toolkit::settle();
+    EXPECT_EQ(tv::readLines(log), std::vector<std::string> {"Yes"});
+    unsetenv("ORBIS_SPEECH_LOG");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-/// Where the styled widgets put things, and what is theirs.
+/// What belongs to a styled popup.
 #include "Fixtures.h"
 #include "elm_flux.h"
 
@@ -7,61 +7,7 @@ namespace {
 using toolkit::Box;
 using toolkit::boxOf;
 
-class AStyledLayout : public WindowTest {
-protected:
-    void TearDown() override
-    {
-        elm_config_mirrored_set(EINA_FALSE);
-        WindowTest::TearDown();
-    }
-
-    /// A layout at 100,50 of this size in units, shown.
-    Evas_Object* layout(Elm_Flux_Layout_Type type, double width, double height)
-    {
-        Evas_Object* layout = elm_flux_layout_add(m_window);
-        EXPECT_TRUE(elm_flux_layout_type_set(layout, type));
-        evas_object_geometry_set(
-            layout, 100, 50, elm_flux_unit_to_pixel(width), elm_flux_unit_to_pixel(height));
-        evas_object_show(layout);
-        return layout;
-    }
-    /// Appends an item of this size in units.
-    static Evas_Object* append(Evas_Object* layout, double width, double height)
-    {
-        Evas_Object* item = elm_flux_imagebox_add(layout);
-        EXPECT_TRUE(elm_flux_layout_append(
-            layout, item, elm_flux_unit_to_pixel(width), elm_flux_unit_to_pixel(height)));
-        return item;
-    }
-};
-
-TEST_F(AStyledLayout, FillsARowInReadingOrderAndAStackWithItsGapsAndPadding)
-{
-    for (bool mirrored : {false, true}) {
-        elm_config_mirrored_set(mirrored);
-        Evas_Object* row = layout(ELM_FLUX_LAYOUT_HORIZONTAL, 109, 10);
-        elm_flux_layout_gap_set(row, 1);
-        Evas_Object* first = append(row, 12, 10);
-        Evas_Object* second = append(row, 96, 10);
-        toolkit::settle();
-        EXPECT_EQ(boxOf(first), (Box {100 + (mirrored ? 776 : 0), 50, 96, 80}));
-        EXPECT_EQ(boxOf(second), (Box {100 + (mirrored ? 0 : 104), 50, 768, 80}));
-    }
-    Evas_Object* stack = layout(ELM_FLUX_LAYOUT_VERTICAL, 101, 33);
-    elm_flux_layout_gap_set(stack, 1);
-    elm_flux_layout_padding_set(stack, 2, 4, 3, 0);
-    Evas_Object* upper = append(stack, 101, 18);
-    Evas_Object* lower = append(stack, 51, 14);
-    toolkit::settle();
-    EXPECT_EQ(boxOf(upper), (Box {116, 74, 808 - 48, 144}));
-    EXPECT_EQ(boxOf(lower).y, 74 + 152);
-    EXPECT_LE(boxOf(lower).y + boxOf(lower).height, 50 + 264) << "nothing leaves the layout";
-    evas_object_del(upper);
-    toolkit::settle();
-    EXPECT_EQ(boxOf(lower).y, 74) << "the gap of a deleted item stays";
-}
-
-using AStyledPopup = AStyledLayout;
+using AStyledPopup = WindowTest;
 
 TEST_F(AStyledPopup, ReplacesItsContentAndItsButtons)
 {
@@ -122,28 +68,6 @@ TEST_F(AStyledPopup, IsNeverNarrowerThanItsButtons)
         EXPECT_EQ(boxOf(content).x + 50, around.x + around.width / 2);
         evas_object_hide(narrow); // what comes over it would be as large
     }
-}
-
-using ATooltip = WindowTest;
-
-TEST_F(ATooltip, FollowsItsTargetAndForgetsADeletedOne)
-{
-    Evas_Object* target = elm_flux_imagebox_add(m_window);
-    evas_object_geometry_set(target, 500, 300, 200, 100);
-    Evas_Object* former = elm_flux_object_tooltip_add(target, m_window);
-    elm_flux_object_tooltip_show(former);
-    evas_object_del(former); // does not listen to the target any more
-    Evas_Object* bubble = elm_flux_object_tooltip_add(target, m_window);
-    elm_flux_object_tooltip_size_set(bubble, 328, 72);
-    EXPECT_FALSE(evas_object_visible_get(bubble));
-    EXPECT_TRUE(elm_flux_object_tooltip_show(bubble));
-    EXPECT_EQ(boxOf(bubble), (Box {436, 400, 328, 72}));
-    evas_object_move(target, 700, 100);
-    EXPECT_EQ(boxOf(bubble), (Box {636, 200, 328, 72}));
-    evas_object_del(target);
-    toolkit::settle();
-    EXPECT_FALSE(evas_object_visible_get(bubble));
-    EXPECT_FALSE(elm_flux_object_tooltip_show(bubble));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-/// The managed window: its dim layer, and how it leaves the screen.
+/// The managed window's signals.
 #include "Fixtures.h"
 #include "Process.h"
 #include "elm_flux.h"
@@ -9,22 +9,6 @@
 namespace {
 
 using AManagedWindow = WindowTest;
-
-TEST_F(AManagedWindow, LeavesTheScreenWhenLoweredUnlessItIsRaisedInTheSameTurn)
-{
-    show(popup({"OK"}));
-    const auto onHide = [](void*, Evas*, Evas_Object*, void*) { journal::note("hidden"); };
-    evas_object_event_callback_add(m_window, EVAS_CALLBACK_HIDE, onHide, nullptr);
-    elm_win_lower(m_window);
-    evas_object_show(m_window);
-    elm_win_raise(m_window);
-    toolkit::settle();
-    EXPECT_TRUE(evas_object_visible_get(m_window));
-    EXPECT_FALSE(journal::has("T hidden")) << "it blinked";
-    elm_win_lower(m_window);
-    toolkit::settle();
-    EXPECT_FALSE(evas_object_visible_get(m_window));
-}
 
 TEST_F(AManagedWindow, SaysThatItsSignalsAreLostInAProgramLinkedInTheWrongOrder)
 {

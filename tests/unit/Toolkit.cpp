@@ -15,7 +15,6 @@ namespace {
 
 double s_clock = 1000.0; ///< what the loop takes for the time, seconds
 double s_started = 0.0; ///< the machine's time when s_clock began to follow it; 0 while it stands still
-unsigned int s_timestamp = 1; ///< of the last key, milliseconds
 
 double machineTime()
 {
@@ -32,11 +31,6 @@ template <typename Function>
 Function* original(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
-Ecore_Evas* canvasOf(const Evas_Object* window)
-{
-    return ecore_evas_ecore_evas_get(evas_object_evas_get(window));
 }
 
 bool isOfType(const Evas_Object* object, const char* type)
@@ -99,16 +93,6 @@ BEFORE_TOOLKIT void elm_win_lower(Evas_Object* window)
 
 namespace toolkit {
 
-void settle()
-{
-    constexpr int kRounds = 6; // a job may add a job, and a layout an event
-    for (int round = 0; round < kRounds; ++round) {
-        ecore_main_loop_iterate_may_block(0);
-        for (Evas_Object* window : windows())
-            ecore_evas_manual_render(canvasOf(window));
-    }
-}
-
 void advance(double seconds, double step)
 {
     while (seconds > 1e-6) {
@@ -138,52 +122,9 @@ bool runUntil(const std::function<bool()>& condition, double seconds)
     return holds;
 }
 
-void focusWindow(Evas_Object* window)
-{
-    settle();
-    ecore_evas_focus_set(canvasOf(window), EINA_FALSE);
-    ecore_evas_focus_set(canvasOf(window), EINA_TRUE);
-    settle();
-}
-
-void keyDown(Evas_Object* window, const char* key, unsigned int afterMs)
-{
-    evas_event_feed_key_down(
-        evas_object_evas_get(window), key, key, nullptr, nullptr, s_timestamp += afterMs, nullptr);
-}
-
-void keyUp(Evas_Object* window, const char* key, unsigned int afterMs)
-{
-    evas_event_feed_key_up(
-        evas_object_evas_get(window), key, key, nullptr, nullptr, s_timestamp += afterMs, nullptr);
-}
-
-void press(Evas_Object* window, const char* key)
-{
-    keyDown(window, key);
-    keyUp(window, key);
-    settle();
-}
-
 void click(Evas_Object* button)
 {
     evas_object_smart_callback_call(button, "clicked", nullptr);
-}
-
-std::vector<Evas_Object*> windows()
-{
-    std::vector<Evas_Object*> result;
-    Eina_List* canvases = ecore_evas_ecore_evas_list_get();
-    void* entry = nullptr;
-    EINA_LIST_FREE(canvases, entry)
-    {
-        Evas* canvas = ecore_evas_get(static_cast<Ecore_Evas*>(entry));
-        for (Evas_Object* o = evas_object_bottom_get(canvas); o; o = evas_object_above_get(o)) {
-            if (isOfType(o, "elm_win"))
-                result.push_back(o);
-        }
-    }
-    return result;
 }
 
 std::vector<Evas_Object*> objects(const Evas_Object* window)
@@ -230,13 +171,6 @@ int strength(const Evas_Object* layout, const char* part)
     int alpha = 0;
     evas_object_color_get(drawn, nullptr, nullptr, nullptr, &alpha);
     return drawn && evas_object_visible_get(drawn) ? alpha : 0;
-}
-
-Box boxOf(const Evas_Object* object)
-{
-    Box box {};
-    evas_object_geometry_get(object, &box.x, &box.y, &box.width, &box.height);
-    return box;
 }
 
 } // namespace toolkit

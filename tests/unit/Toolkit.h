@@ -2,7 +2,7 @@
 #ifndef TESTS_TOOLKIT_H
 #define TESTS_TOOLKIT_H
 
-#include "Picture.h"
+#include "Canvas.h" // IWYU pragma: export
 #include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Textbox.h"
@@ -14,9 +14,6 @@
 #include <vector>
 
 namespace toolkit {
-
-/// Serves what is due, with jobs and layouts, and does not wait.
-void settle();
 
 /// The loop's clock stands still, however slow the machine is, but for this and in runUntil(): moves it ahead
 /// in steps of at most @p step seconds and serves what comes due at each.
@@ -32,19 +29,8 @@ extern std::function<void()> s_onExit;
 /// The moments that the platform was told of; for the cases to clear.
 extern std::vector<std::string> s_markers;
 
-/// Gives the window the keys, as a window manager would.
-void focusWindow(Evas_Object* window);
-
-void keyDown(Evas_Object* window, const char* key, unsigned int afterMs = 50);
-void keyUp(Evas_Object* window, const char* key, unsigned int afterMs = 50);
-/// Down and up, and what follows from it.
-void press(Evas_Object* window, const char* key);
-
 /// Emits "clicked" on a button.
 void click(Evas_Object* button);
-
-/// @return the windows of this process
-std::vector<Evas_Object*> windows();
 
 /// @return everything on the window's canvas, lowest first, children behind what they belong to
 std::vector<Evas_Object*> objects(const Evas_Object* window);
@@ -75,9 +61,6 @@ Evas_Object* shownGroup(const Evas_Object* window, const std::string& group);
 
 /// @return how opaque a part of a layout is drawn, 0 to 255
 int strength(const Evas_Object* layout, const char* part);
-
-using Box = tv::Geometry;
-Box boxOf(const Evas_Object* object);
 
 } // namespace toolkit
 

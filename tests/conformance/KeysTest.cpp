@@ -1,9 +1,14 @@
-/// The keys belong to the topmost popup, and a held one acts once.
-#include "Fixtures.h"
+/// The keys belong to the topmost popup, a held one acts once, and what they move to can be read out.
+#include "WidgetTest.h"
+#include "vconf.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <functional>
 
 namespace {
 
-class TheKeys : public WindowTest {
+class TheKeys : public WidgetTest {
 protected:
     /// A popup whose first button counts its clicks in m_clicks, and does what m_onClick says.
     Evas_Object* counted(std::initializer_list<const char*> labels)
@@ -80,6 +85,28 @@ TEST_F(TheKeys, DoNotRunIntoAPopupThatOpensUnderThemAndMayTakeTheWindowAway)
     toolkit::press(m_window, "Return");
     EXPECT_EQ(m_clicks, 2);
     EXPECT_TRUE(toolkit::windows().empty());
+}
+
+TEST_F(TheKeys, AskTheButtonThatTheyComeToForItsText)
+{
+    constexpr const char* kReader = "db/menu/system/accessibility/screenreader";
+    int before = 0;
+    vconf_get_int(kReader, &before);
+    ASSERT_EQ(vconf_set_int(kReader, 1), VCONF_OK);
+    Evas_Object* both = popup({"Yes", "No"});
+    int asked = 0;
+    const auto text = [](void* data, Evas_Object*) {
+        ++*static_cast<int*>(data);
+        return strdup("a title and a text,Yes");
+    };
+    elm_access_info_cb_set(button(both, 0), ELM_ACCESS_INFO, text, &asked);
+    show(both);
+    toolkit::focusWindow(m_window);
+    EXPECT_EQ(asked, 1) << "once for each time that it gets the keys";
+    toolkit::press(m_window, "Right");
+    toolkit::press(m_window, "Left");
+    EXPECT_EQ(asked, 2);
+    vconf_set_int(kReader, before);
 }
 
 } // namespace

@@ -1,13 +1,15 @@
-/// A small application on the platform: tells on standard output what becomes of it. Each argument without
-/// "=" is something that it does.
+#include "Application.h"
+
 #include "app.h"
 #include "elm_flux.h"
 
 #include <Elementary.h>
 
+#include <glib-unix.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -29,6 +31,40 @@ void tell(const std::string& line)
     std::cout << line << std::endl;
 }
 
+/// Each kind of event of the library's that the bus comes by.
+void tellOfGLib()
+{
+    static int s_ends[2] = {-1, -1};
+    if (pipe(s_ends) != 0)
+        return;
+    const auto onDescriptor = [](int, GIOCondition, void*) -> gboolean {
+        tell("descriptor");
+        elm_exit();
+        return G_SOURCE_REMOVE;
+    };
+    const auto onTime = [](void*) -> gboolean {
+        tell("timeout");
+        close(s_ends[1]);
+        return G_SOURCE_REMOVE;
+    };
+    const auto onIdle = [](void*) -> gboolean {
+        tell("idle");
+        return G_SOURCE_REMOVE;
+    };
+    g_unix_fd_add(s_ends[0], G_IO_HUP, onDescriptor, nullptr);
+    g_timeout_add(20, onTime, nullptr);
+    g_idle_add(onIdle, nullptr);
+}
+
+Eina_Bool on_time(void*)
+{
+    if (does("signal"))
+        raise(SIGTERM);
+    else
+        elm_exit();
+    return ECORE_CALLBACK_CANCEL;
+}
+
 bool on_create(void*)
 {
     tell("create");
@@ -38,11 +74,10 @@ bool on_create(void*)
     s_window = elm_win_add(nullptr, "probe", ELM_WIN_BASIC);
     elm_flux_manager_init(s_window);
     evas_object_show(s_window);
-    const auto end = [](void*) -> Eina_Bool {
-        elm_exit();
-        return ECORE_CALLBACK_CANCEL;
-    };
-    ecore_timer_add(0.05, end, nullptr);
+    if (does("glib"))
+        tellOfGLib();
+    else
+        ecore_timer_add(0.05, on_time, nullptr);
     return true;
 }
 
@@ -58,7 +93,7 @@ void on_terminate(void*)
 
 } // namespace
 
-int main(int argc, char** argv)
+int runApplication(int argc, char** argv)
 {
     s_tasks.assign(argv + 1, argv + argc);
     int ends[2] = {-1, -1};
@@ -69,6 +104,7 @@ int main(int argc, char** argv)
     callbacks.terminate = on_terminate;
     callbacks.pause = [](void*) { tell("pause"); };
     callbacks.resume = [](void*) { tell("resume"); };
+    callbacks.app_control = [](app_control_h, void*) { tell("app_control"); };
     for (int run = does("twice") ? 2 : 1; run > 0; --run)
         tell("result " + std::to_string(ui_app_main(argc, argv, &callbacks, nullptr)));
     return 0;
