@@ -2,7 +2,6 @@
 #include "WidgetTest.h"
 #include "vconf.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 
