@@ -1,5 +1,6 @@
 /// The keys belong to the topmost popup, a held one acts once, and what they move to can be read out.
 #include "WidgetTest.h"
+#include "elm_flux.h"
 #include "vconf.h"
 
 #include <cstring>

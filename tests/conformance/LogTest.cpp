@@ -3,8 +3,6 @@
 
 #include "dlog.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>

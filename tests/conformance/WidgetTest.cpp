@@ -1,4 +1,5 @@
 #include "WidgetTest.h"
+#include "elm_flux.h"
 
 void WidgetTest::SetUp()
 {

@@ -3,7 +3,6 @@
 #define TESTS_WIDGET_TEST_H
 
 #include "Canvas.h" // IWYU pragma: export
-#include "elm_flux.h"
 
 #include <gtest/gtest.h>
 #include <initializer_list>

@@ -1,5 +1,6 @@
 /// Where the styled widgets put things, what they take, and how the window leaves the screen.
 #include "WidgetTest.h"
+#include "elm_flux.h"
 
 namespace {
 
