@@ -1,6 +1,5 @@
 /// The manual pages list what there is, and nothing else.
 #include "Manual.h"
-#include "OutsideNames.h"
 #include "Requests.h"
 #include "Sources.h"
 #include "base/GlibHandles.h"

@@ -5,9 +5,7 @@
 #include "Folders.h"
 #include "Watch.h" // IWYU pragma: export
 
-#include <functional>
 #include <gtest/gtest.h>
-#include <optional>
 #include <string>
 #include <sys/stat.h>
 
