@@ -18,7 +18,7 @@ foreach(component platform platform-dev)
     run(${CMAKE_COMMAND} --install ${BUILD} --component ${component} --prefix ${installed})
 endforeach()
 # Copies: from a linked folder, ".." would lead back to the tree that has platform/.
-foreach(part CMakeLists.txt base common include res src tools)
+foreach(part CMakeLists.txt base common include packaging res src tools)
     file(COPY ${SOURCE}/${part} DESTINATION ${sources})
 endforeach()
 foreach(part CMakeLists.txt conformance exports gallery)
