@@ -35,7 +35,6 @@ Text textOf(const std::vector<std::string>& lines, int x, int y)
     Text text;
     text.box = {x, y, 300, kLetterHeight * static_cast<int>(lines.size())};
     text.fontSize = text.sizePx = text.fullSizePx = 14;
-    text.heightAtFullSize = text.box.height;
     for (size_t line = 0; line < lines.size(); ++line) {
         int at = x;
         for (const char c : lines[line]) {

@@ -5,8 +5,6 @@
 #include "Scripts.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 
 namespace gallery {
 
@@ -18,6 +16,9 @@ constexpr double kSameFont = 0.8;
 
 /// Some pixels by which a drawing may be displaced to its copy.
 constexpr int kDisplaced = 1;
+
+/// Some pixels by which letters reach beyond their place in the line.
+constexpr int kReach = 2;
 
 constexpr const char* kLatin = "Noto Sans";
 constexpr const char* kKorean = "NanumGothic";
@@ -74,8 +75,11 @@ std::vector<Run> runsOf(const Text& text)
         if (isNew)
             runs.push_back({"", script, letter.line, 0, {}});
         isNew = false;
-        runs.back().text += letter.content;
-        ++runs.back().letters;
+        // As they stand: a name or a pseudo-locale may turn them round.
+        Run& run = runs.back();
+        const bool isTurned = !isRightToLeft(script) && letter.place.x < run.place.x && run.letters > 0;
+        run.text.insert(isTurned ? 0 : run.text.size(), letter.content);
+        ++run.letters;
         runs.back().place.add(letter.place);
     }
     return runs;
@@ -88,7 +92,8 @@ Mask inkIn(const Box& place, const Text& text, const Image& whole, const Image& 
     const auto differenceAt = [&](int x, int y) {
         return text.mask.at(x, y) == 0 ? 0 : difference(whole.at(x, y), withoutTexts.at(x, y));
     };
-    const Box seen = place.cutTo(whole.box());
+    const Box seen =
+        Box {place.x - kReach, place.y, place.width + 2 * kReach, place.height}.cutTo(whole.box());
     int strongest = 1;
     Box ink;
     for (int y = seen.y; y < seen.bottom(); ++y) {
@@ -110,33 +115,33 @@ Mask inkIn(const Box& place, const Text& text, const Image& whole, const Image& 
     return mask;
 }
 
-double sharedInk(const Mask& one, const Mask& other, int dx, int dy)
+/// Within the box of @p word alone: neighbours may reach into the place of what is drawn.
+double sharedInk(const Mask& drawn, const Mask& word, int x0, int y0)
 {
     double shared = 0;
     double all = 0;
-    const int width = std::max(one.box.width, other.box.width) + 2 * kDisplaced;
-    const int height = std::max(one.box.height, other.box.height) + 2 * kDisplaced;
-    for (int y = -kDisplaced; y < height; ++y) {
-        for (int x = -kDisplaced; x < width; ++x) {
-            const int first = one.at(one.box.x + x, one.box.y + y);
-            const int second = other.at(other.box.x + x + dx, other.box.y + y + dy);
+    for (int y = 0; y < word.box.height; ++y) {
+        for (int x = 0; x < word.box.width; ++x) {
+            const int first = drawn.at(x0 + x, y0 + y);
+            const int second = word.at(word.box.x + x, word.box.y + y);
             shared += std::min(first, second);
             all += std::max(first, second);
         }
     }
-    return all > 0 ? shared / all : 1;
+    return all > 0 ? shared / all : 0;
 }
 
-double likeness(const Mask& one, const Mask& other)
+/// The most that the two have in common where @p word lies at an end of what is drawn, at whatever height: a
+/// bracket beside it is higher.
+double likeness(const Mask& drawn, const Mask& word)
 {
-    constexpr int kFar = 4;
-    if (std::abs(one.box.width - other.box.width) > kFar
-        || std::abs(one.box.height - other.box.height) > kFar)
-        return 0;
     double most = 0;
-    for (int dy = -kDisplaced; dy <= kDisplaced; ++dy) {
-        for (int dx = -kDisplaced; dx <= kDisplaced; ++dx)
-            most = std::max(most, sharedInk(one, other, dx, dy));
+    const int lowest = std::max(drawn.box.y, drawn.box.bottom() - word.box.height) + kDisplaced;
+    for (const int end : {drawn.box.x, drawn.box.right() - word.box.width}) {
+        for (int y = drawn.box.y - kDisplaced; y <= lowest; ++y) {
+            for (int x = end - kDisplaced; x <= end + kDisplaced && most < kSameFont; ++x)
+                most = std::max(most, sharedInk(drawn, word, x, y));
+        }
     }
     return most;
 }
@@ -149,7 +154,7 @@ void findOtherFonts(Text& text, const std::string& language, const Image& whole,
     for (const Run& run : runsOf(text)) {
         const char* family = familyFor(run.script, language);
         // What is between two marks has too much of their ink in its place.
-        const bool isEnough = run.letters > 1 || run.script == Script::Han || run.script == Script::Hangul;
+        const bool isEnough = run.letters > 2 || run.script == Script::Han || run.script == Script::Hangul;
         const Mask drawn = family && isEnough ? inkIn(run.place, text, whole, withoutTexts) : Mask {};
         if (drawn.box.isEmpty())
             continue;

@@ -38,7 +38,7 @@ struct Text {
     double scale = 1; ///< of the screen and the viewer's settings, by which that is multiplied
     double sizePx = 0; ///< the two together, pixels of this screen
     double fullSizePx = 0; ///< the one that its style names
-    int heightAtFullSize = 0; ///< of its lines then, pixels
+    bool fitsAtFullSize = true; ///< there is room for all of it then
     bool isBold = false;
     bool isCut = false; ///< ends in an ellipsis
     uint32_t withoutFont = 0; ///< a character that no font has; 0 when all are drawn

@@ -141,12 +141,19 @@ Mask Reference::lettersOf(const Evas_Object* textblock)
     return mask;
 }
 
-int Reference::heightAtFullSize(const Evas_Object* textblock)
+bool Reference::fitsAtFullSize(const Evas_Object* textblock)
 {
     const base::ObjectPtr copy = copyOf(textblock);
+    // An ellipsis makes everything fit.
+    const base::TextblockStylePtr whole {evas_textblock_style_new()};
+    evas_textblock_style_set(whole.get(), "DEFAULT='ellipsis=-1.0'");
+    evas_object_textblock_style_user_push(copy.get(), whole.get());
+    Box box;
+    evas_object_geometry_get(textblock, nullptr, nullptr, &box.width, &box.height);
+    int width = 0;
     int height = 0;
-    evas_object_textblock_size_formatted_get(copy.get(), nullptr, &height);
-    return height;
+    evas_object_textblock_size_formatted_get(copy.get(), &width, &height);
+    return width <= box.width && height <= box.height;
 }
 
 const Mask& Reference::word(const std::string& text, const Font& font)

@@ -25,8 +25,8 @@ public:
     /// The letters of @p textblock, in the coordinates of its own canvas.
     Mask lettersOf(const Evas_Object* textblock);
 
-    /// The height of the lines of @p textblock were it not shrunk to fit; pixels.
-    int heightAtFullSize(const Evas_Object* textblock);
+    /// @return whether @p textblock would have room for all of its text were that not shrunk
+    bool fitsAtFullSize(const Evas_Object* textblock);
 
     /// One line; its ink begins at 0, 0.
     const Mask& word(const std::string& text, const Font& font);

@@ -92,7 +92,7 @@ Text readText(Evas_Object* textblock, Reference& reference)
     text.sizePx = text.fontSize * text.scale;
     text.fullSizePx = full * text.scale;
     text.isBold = isBold(textblock);
-    text.heightAtFullSize = reference.heightAtFullSize(textblock);
+    text.fitsAtFullSize = reference.fitsAtFullSize(textblock);
     text.mask = reference.lettersOf(textblock);
     readLines(text);
     readLetters(text);

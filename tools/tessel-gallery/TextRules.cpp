@@ -85,7 +85,7 @@ void checkSize(Case& one, const Text& text)
     if (size < kSmallestText - 0.5)
         one.report("small-text", text.plain + ": " + number(size) + " px");
     const double full = text.fullSizePx / one.expected.scale;
-    if (size < full - 0.5 && text.heightAtFullSize <= text.box.height && !one.expected.mayBeCut)
+    if (size < full - 0.5 && text.fitsAtFullSize && !one.expected.mayBeCut)
         one.report("shrunk",
             text.plain + ": " + number(size) + " px, although there is room for " + number(full) + " px");
 }
