@@ -4,6 +4,7 @@
 #include "Content.h"
 #include "Scene.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -57,7 +58,7 @@ struct Case {
 
     void report(const std::string& rule, const std::string& detail) { broken.push_back({rule, detail}); }
     /// @return pixels of this screen for some on one of 1080 lines
-    int px(double at1080) const { return static_cast<int>(at1080 * expected.scale + 0.5); }
+    int px(double at1080) const { return static_cast<int>(std::lround(at1080 * expected.scale)); }
     double at1080(int pixels) const { return pixels / expected.scale; }
 };
 
