@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program beside a plain popup and a notification daemon, in turns on one display.
 #include "Commands.h"
 #include "Figures.h"

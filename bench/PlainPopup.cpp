@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a popup costs when it is done the plain way: a service on the bus that shows Elementary's own popup,
 /// with a title, a text and a button, on a window of the screen's size. The figures of the program are held
 /// against it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Widget factory and focus chains: the toolkit objects of a screen, made in one uniform way.
 ///
 /// Every function that takes a parent answers null to a null parent and logs it. What is made belongs to its

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Live-object registry: how an asynchronous callback finds out whether its object still exists.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program's log lines: tag "tessel-ui", the place in the code in front of each message.
 ///
 /// Debug is for developers, info follows the flow of a set-up, error is what went wrong and was survived. The

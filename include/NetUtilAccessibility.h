@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the screen reader says when a popup's button gets the focus: the popup's context and the button's
 /// name at first, the name alone from then on.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Names and numbers that the program shares with the rest of the TV, each once: settings keys and what
 /// stands in them, names on the bus, the kernel's marker.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Every absolute path of the program, once. TESSEL_SYSROOT is empty in a packaged build; a developer's build
 /// puts the folder there that it fills with the same tree.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The popup of the set-up's steps that need nothing but a text: PIN, terms, hints, failures, and the guide.
 #pragma once
 

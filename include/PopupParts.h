@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What popups are built of: the content of those that show progress, buttons with a read-out, and their way
 /// off the screen.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the setup daemon can ask for, in one table for the two ways of asking: a call on the bus, and a JSON
 /// value in the settings store.
 #pragma once

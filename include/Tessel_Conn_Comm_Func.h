@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Settings and process-wide values that the application and its popups share. Each reader asks the settings
 /// store afresh. Main loop only.
 #pragma once

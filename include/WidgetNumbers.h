@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Numbers of the styled widgets as this program's contract has them. The widget set has names of its own for
 /// them, which differ from one platform to the next.
 #pragma once

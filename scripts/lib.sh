@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Shared by the scripts: a private machine in a temporary folder, with a system bus, a display and a settings
 # store of its own, and an end that leaves nothing behind. To be sourced; the caller uses `set -eu`.
 #

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Has the set-up daemon's simulator play a scenario, plays the viewer for it, and watches what becomes of each step:
 # what is on the screen, what is read out, what the daemon receives. To be sourced after lib.sh by a script that has
 # a display, a bus and these:

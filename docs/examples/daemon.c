@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /* The smallest set-up daemon: shows a PIN, hears how it ended and sends the user interface home.
  *
  * Usage: daemon PHONE PIN        docs/daemon.md explains every step.

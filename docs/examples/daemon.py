@@ -1,4 +1,7 @@
 #!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 """The smallest set-up daemon: shows a PIN, hears how it ended and sends the user interface home.
 
 Usage: daemon.py PHONE PIN        Needs python3-gi and orbis-settings. docs/daemon.md explains every step.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// How the process ends when something outside asks for it, or takes its ground away.
 ///
 /// SIGTERM, SIGINT, SIGHUP and SIGQUIT end the loop the orderly way. A callback that blocks would keep them

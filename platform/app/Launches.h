@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// How a later launch hands its parameters to the instance that runs.
 ///
 /// The launch connects to a socket of the instance, sends its parameters and waits. The instance answers when

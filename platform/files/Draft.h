@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Half-written files. They lie in a folder of their own, ".tmp" in the one that they are for, so that a
 /// watch on that folder sees nothing of a write but the rename that ends it.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// How long a popup will still be up, as the viewer sees it.
 #pragma once
 
@@ -5,8 +8,8 @@
 
 namespace orbis::flux {
 
-/// Shows what is left, and tells the window's host of it, whenever the application tells it by the signal "countdown,LEFT,WHOLE" on the popup,
-/// both in seconds; other forms are ignored.
+/// Shows what is left, and tells the window's host of it, whenever the application tells it by the signal
+/// "countdown,LEFT,WHOLE" on the popup, both in seconds; other forms are ignored.
 void followCountdown(PopupRecord& record);
 
 } // namespace orbis::flux

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 #include "flux/LoopEnd.h"
 
 // The loop's quit is a method of an object, which the toolkit lets one override.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 #include "flux/Placement.h"
 
 #include "flux/WindowSystem.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The buttons of a popup: which slot they are in, where they stand, and which of them has the focus.
 #pragma once
 

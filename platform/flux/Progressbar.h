@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Inside of the styled progress indicator, for the other parts of the widget set.
 #pragma once
 

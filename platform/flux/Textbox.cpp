@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 #include "flux/Textbox.h"
 
 #include "base/EflHandles.h"
@@ -16,6 +19,9 @@ namespace orbis::flux {
 namespace {
 
 constexpr const char* kTextPart = "elm.text";
+
+/// The toolkit shrinks a text that fills its place to the last line of pixels.
+constexpr int kSlack = 4;
 
 /// Higher than any text; of a text that does not fit the toolkit tells less.
 constexpr int kMeasureHeight = 20000;
@@ -165,7 +171,7 @@ int naturalHeight(const TextboxRecord& record, int width)
     evas_object_textblock_size_formatted_get(measured.get(), nullptr, &height);
     evas_textblock_style_free(style);
     evas_textblock_style_free(added);
-    return height;
+    return height + kSlack;
 }
 
 void alignToStart(TextboxRecord& record)

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 #include "flux/Typesetting.h"
 
 #include "base/Markup.h"
@@ -19,7 +22,7 @@ constexpr const char* kThinSpace = "\u2009";
 constexpr const char* kGroupSpace = "\u2002";
 
 /// A word of so many characters looks lost on a line of its own.
-constexpr size_t kShortWord = 4;
+constexpr size_t kShortWord = 8;
 
 /// The last characters of a text without blanks that stay together.
 constexpr size_t kLastCharacters = 3;

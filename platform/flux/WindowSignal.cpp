@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Signals to the window. The toolkit drops a theme signal that is emitted on a window, because a window has
 /// no theme object of its own; the widget set gives it a dim layer, so this definition, which precedes the
 /// toolkit's in the search order, hands a managed window's signals to its host and all others on.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Writes down which file a library was built with: cmake -DFILE=FILE -DNAME=PREFIX -DHEADER=FILE -P theme-digest.cmake
 file(SHA256 ${FILE} digest)
 file(SIZE ${FILE} size)

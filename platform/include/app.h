@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Application framework: launch request, lifecycle callbacks and the main loop.
 #ifndef ORBIS_APP_H
 #define ORBIS_APP_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Application status: which applications run, and which of them the viewer sees.
 ///
 /// The file "apps/<package>" in ORBIS_RUNTIME_DIR (by default /run/orbis) holds "PID STATUS" in decimal. An

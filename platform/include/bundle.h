@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Launch bundle: the parameters of a launch, each an argument "key=value".
 #ifndef ORBIS_BUNDLE_H
 #define ORBIS_BUNDLE_H

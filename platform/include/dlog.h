@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Platform log.
 ///
 /// A line goes to standard error as "D/tag: message", or to the journal with its priority and the tag

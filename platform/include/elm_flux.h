@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Styled widget set: the popups, buttons, layouts, texts, pictures and hint bubbles of the TV's look, and
 /// the manager that gives the application's window its place on the screen.
 ///

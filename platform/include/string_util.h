@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// String library: fills translated templates.
 #ifndef ORBIS_STRING_UTIL_H
 #define ORBIS_STRING_UTIL_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Settings store: typed values under keys such as "db/menu/language".
 ///
 /// Keys that begin with "db/" survive a reboot (they live below ORBIS_STATE_DIR, by default

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Set-up wizard: hands a launch over to the platform's set-up wizard.
 #ifndef ORBIS_WIZARD_H
 #define ORBIS_WIZARD_H

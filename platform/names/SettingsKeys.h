@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The settings that the platform itself reads, by the names that the rest of the TV gave them.
 #pragma once
 

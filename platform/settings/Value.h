@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A setting's value and its form on the disk: a line with the type, then the value's bytes.
 #pragma once
 

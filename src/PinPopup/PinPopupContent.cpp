@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the popup shows: labels, picture and texts of its six contents.
 
 #include "PinPopup.h"

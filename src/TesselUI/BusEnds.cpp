@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The application's two ends of the bus: their hand-shake, their return after the bus was gone, and the stop
 /// that goes back to the daemon.
 

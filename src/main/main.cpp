@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Entry: runs the popups' service when launched for them, and hands any other launch to the set-up wizard.
 
 #include "Log.h"

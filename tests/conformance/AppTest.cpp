@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The life of an application, seen by a small one in a process of its own.
 #include <algorithm>
 #include <array>

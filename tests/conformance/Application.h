@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A small application on the platform.
 #ifndef TESTS_APPLICATION_H
 #define TESTS_APPLICATION_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A launch's parameters, and texts that are put together.
 #include "bundle.h"
 #include "app.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A canvas in memory: its loop, its keys, and where things are.
 #ifndef TESTS_CANVAS_H
 #define TESTS_CANVAS_H

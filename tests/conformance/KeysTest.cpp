@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The keys belong to the topmost popup, a held one acts once, and what they move to can be read out.
 #include "WidgetTest.h"
 #include "elm_flux.h"

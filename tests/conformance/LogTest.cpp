@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The log takes what the program writes, keeps it in order, and holds nobody up.
 #include "Processes.h"
 

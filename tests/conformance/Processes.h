@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Child processes that run a part of the test itself.
 #ifndef TESTS_PROCESSES_H
 #define TESTS_PROCESSES_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The settings store as the program uses it, with keys that it knows.
 #include "Processes.h"
 #include "Watch.h"

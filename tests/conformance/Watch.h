@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A watch of a settings key that counts, and the loop that tells it.
 #ifndef TESTS_WATCH_H
 #define TESTS_WATCH_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A window with the styled widgets' manager and nothing on it.
 #ifndef TESTS_WIDGET_TEST_H
 #define TESTS_WIDGET_TEST_H

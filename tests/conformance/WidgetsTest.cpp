@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Where the styled widgets put things, what they take, and how the window leaves the screen.
 #include "WidgetTest.h"
 #include "elm_flux.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Tests of a platform layer, whichever it is, by what the program needs of it: docs/porting.md tells. They
 /// use its public headers only.
 #include "Application.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The picture behind a popup, on a screen whose compositor mixes windows. Most of it is filled by the X
 /// server, and the canvas draws the rest: the two must not be told apart.
 #include "Cards.h"

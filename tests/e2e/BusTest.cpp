@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program without its bus, missing from the start, stalled, or lost on the way and back again; and with
 /// a daemon that does not answer as it should. Neither takes the viewer's way out with it.
 #include "Cards.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What each request must show to a viewer who reads English.
 #ifndef TESSEL_TESTS_CARDS_H
 #define TESSEL_TESTS_CARDS_H

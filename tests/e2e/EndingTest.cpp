@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program ends when it is asked to, whatever it waits for, and when its screen is taken away; each time
 /// with nothing left behind.
 #include "Cards.h"

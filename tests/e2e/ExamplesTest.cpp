@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The daemons that the documents show work as they stand, whichever side comes first.
 #include "Cards.h"
 #include "TvTest.h"

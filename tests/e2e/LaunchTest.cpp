@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// How the program comes up, what it tells the rest of the TV, and how it ends; and launches from a menu, or
 /// while it runs, starts or ends, after which exactly one process serves.
 #include "Cards.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The simulator's prompt on a real terminal.
 #include "PrivateBus.h"
 #include "TvBox.h"

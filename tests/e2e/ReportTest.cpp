@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// From a log of the field back to what was seen: the simulator makes a scenario of it.
 #include "TvTest.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// One popup at a time, and nothing after it; what each shows is in the sessions of ScenarioTest.
 #include "Cards.h"
 #include "TvTest.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program when files of its installation are missing or damaged: the viewer is still asked, and the log
 /// says once what is wrong.
 #include "Cards.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Whole sessions of the simulator that comes with the program, played with real keys. Where a scenario
 /// pauses the viewer looks at the screen; the pauses themselves are left out.
 #include "Cards.h"

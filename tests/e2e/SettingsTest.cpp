@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A settings store that cannot be written must not take the viewer's way out with it.
 #include "Cards.h"
 #include "TvTest.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What comes out of a real speech service's loudspeaker.
 #include "Cards.h"
 #include "Loudspeaker.h"

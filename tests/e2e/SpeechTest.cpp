@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the program says to a viewer who has the screen read out, what the machine's speech service is told
 /// of it, and what becomes of the program when that service is not as it should be.
 #include "Cards.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program when it is asked for too much at once, and when the machine has nothing left to give it.
 #include "Cards.h"
 #include "TvTest.h"

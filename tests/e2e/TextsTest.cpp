@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Whatever a phone calls itself, the program stays up, opens nothing, forges no line of its log and shows
 /// the next popup right; also when nobody reads that log.
 #include "Cards.h"

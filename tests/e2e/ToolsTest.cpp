@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What all tools have in common: their help, their version, and what the shells know of them.
 #include "PrivateBus.h"
 #include "TvBox.h"

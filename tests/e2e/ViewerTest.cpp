@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Whose presses count: the viewer answers what he has seen, once; and what is up stays usable while
 /// language, screen and window manager change.
 #include "Cards.h"

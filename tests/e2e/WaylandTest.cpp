@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The program on a Wayland compositor, where its window is never hidden.
 #include "Cards.h"
 #include "TvTest.h"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Compares what LIBRARY exports with the list in the file EXPECTED: a line a symbol, its kind (T for a function, B
 # for data) and its name.
 execute_process(COMMAND ${NM} -D --defined-only -C ${LIBRARY}

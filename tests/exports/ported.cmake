@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Compares what the PROGRAM and the COMMON library take from the PLATFORM with the tables of the page DOCUMENT, by the
 # tool NM. A call in the first column of a table counts as told of.
 cmake_minimum_required(VERSION 3.25)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Builds the program of SOURCE without its platform/, on the layer that is built in BUILD. FOLDER gets what is installed
 # of it (installed/), the sources that a vendor has (sources/) and the program's build (build/).
 function(run)

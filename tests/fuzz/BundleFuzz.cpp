@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Launch parameters: in from a command line, out again, and in once more.
 #include "Fuzz.h"
 #include "bundle.h"

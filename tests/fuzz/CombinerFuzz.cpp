@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Sentences put together from a catalogue's pattern and names.
 #include "Fuzz.h"
 #include "combinate.h"

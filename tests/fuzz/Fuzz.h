@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the fuzz targets share: each defines tryInput().
 #ifndef TESTS_FUZZ_H
 #define TESTS_FUZZ_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// One message makes one line of the log, which commands nothing.
 #include "Fuzz.h"
 #include "dlog.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Markup of texts from outside: what comes out is what the list allows, and no longer than a card holds.
 #include "Fuzz.h"
 #include "flux/Contrast.h"

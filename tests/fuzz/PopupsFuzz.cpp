@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The one window with its popups, through whatever a daemon, a viewer and a clock do in whatever order.
 #include "Fuzz.h"
 #include "Journal.h"

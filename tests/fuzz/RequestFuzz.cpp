@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Popup requests as the daemon writes them, through the settings store.
 #include "Fuzz.h"
 #include "TesselUI.h"

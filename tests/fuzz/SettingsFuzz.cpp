@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The files of the settings store, whatever they hold and are called.
 #include "Fuzz.h"
 #include "base/Handles.h"

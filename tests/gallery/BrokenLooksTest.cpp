@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The gallery is given themes and catalogues that are broken on purpose, each in one way that a viewer would
 /// see.
 #include "Options.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Each rule of the gallery is broken on purpose: a rule that cannot be would prove nothing.
 #include "Rules.h"
 

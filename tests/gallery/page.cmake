@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # Pictures a few states, and lets a browser without a screen run page-test.js in a copy of the page, from the file
 # system. Needs GALLERY, BROWSER, SCRIPT, FOLDER.
 file(REMOVE_RECURSE ${FOLDER})

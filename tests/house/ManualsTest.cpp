@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The manual pages list what there is, and nothing else.
 #include "Manual.h"
 #include "Requests.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What others rely on is told where they look for it.
 #include "Requests.h"
 #include "Sources.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Everything that the monkey can do.
 #ifndef TESSEL_TESTS_ACTIONS_H
 #define TESSEL_TESTS_ACTIONS_H

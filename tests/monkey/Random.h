@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Chance that is the same everywhere: what a seed brings must not depend on a library's distributions.
 #ifndef TESSEL_TESTS_RANDOM_H
 #define TESSEL_TESTS_RANDOM_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Requests over the bus and through the settings; keys, the pointer, and the viewer's settings.
 #include "Actions.h"
 #include "Texts.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What phones, networks, accounts and requests may be called.
 #ifndef TESSEL_TESTS_TEXTS_H
 #define TESSEL_TESTS_TEXTS_H

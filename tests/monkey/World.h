@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The TV that the monkey plays with, and what must be true of it after every step.
 #ifndef TESSEL_TESTS_WORLD_H
 #define TESSEL_TESTS_WORLD_H

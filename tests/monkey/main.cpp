@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Plays with the whole program for a while, from a seed or a trace.
 #include "Actions.h"
 

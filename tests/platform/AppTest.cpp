@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What an application may rely on, seen by a small one (conformance/Application.cpp).
 #include "Process.h"
 #include "StoreFixture.h"

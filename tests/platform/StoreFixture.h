@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A settings store in a folder of its own, and a main loop to run.
 #ifndef TESTS_STORE_FIXTURE_H
 #define TESTS_STORE_FIXTURE_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The setup daemon of a test. The simulator is the daemon: it takes the calls of the user interface and
 /// answers them as it is told to. The requests to the user interface go past it, over a connection of the
 /// test's own, because the simulator sends one at a time and takes it from a line: no hundreds at once, no

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A TV screen: an X server without hardware, with a window manager and a remote control.
 #ifndef TESSEL_TESTS_DISPLAY_H
 #define TESSEL_TESTS_DISPLAY_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The folders that a program under test may write to, made for one test and removed after it.
 #ifndef TESSEL_TESTS_FOLDERS_H
 #define TESSEL_TESTS_FOLDERS_H

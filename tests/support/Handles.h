@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the test support owns beside the handles that all share.
 #ifndef TESSEL_TESTS_HANDLES_H
 #define TESSEL_TESTS_HANDLES_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A real speech service, and a recording of what comes out of it.
 #ifndef TESSEL_TESTS_LOUDSPEAKER_H
 #define TESSEL_TESTS_LOUDSPEAKER_H

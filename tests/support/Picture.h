@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a screen shows, pixel by pixel.
 #ifndef TESSEL_TESTS_PICTURE_H
 #define TESSEL_TESTS_PICTURE_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A message bus of the test's own, in the place of the system bus.
 #ifndef TESSEL_TESTS_PRIVATE_BUS_H
 #define TESSEL_TESTS_PRIVATE_BUS_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A child process whose output is collected by GLib's main context.
 #ifndef TESSEL_TESTS_PROCESS_H
 #define TESSEL_TESTS_PROCESS_H

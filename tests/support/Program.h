@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A program under test and the log it writes to standard error.
 #ifndef TESSEL_TESTS_PROGRAM_H
 #define TESSEL_TESTS_PROGRAM_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a program has on the screen, as its toolkit tells it.
 #ifndef TESSEL_TESTS_SCREEN_H
 #define TESSEL_TESTS_SCREEN_H

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Tells what a program of the toolkit has on the screen. To be preloaded into the program: it stands before
 /// the toolkit's elm_run(), and then answers every connection to the socket SCREEN_PROBE with the fields
 /// below, each line a name, a blank and a value, when what was there before, keys too, has been dealt with

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The set-up daemon's simulator that comes with the program, told what to do line by line.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Stands for the machine's speech service: takes what it is told, and says nothing.
 #ifndef TESSEL_TESTS_SPEECH_SERVER_H
 #define TESSEL_TESTS_SPEECH_SERVER_H

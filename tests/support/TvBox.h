@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A whole TV in a box: bus, screen, settings, setup daemon and the program under test.
 #ifndef TESSEL_TESTS_TV_BOX_H
 #define TESSEL_TESTS_TV_BOX_H

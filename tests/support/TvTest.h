@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The fixture of whole-program tests: one bus and one display for all of a run, a new box for every test.
 #ifndef TESSEL_TESTS_TV_TEST_H
 #define TESSEL_TESTS_TV_TEST_H

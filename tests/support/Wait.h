@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Waiting for conditions while GLib's default main context runs.
 #ifndef TESSEL_TESTS_WAIT_H
 #define TESSEL_TESTS_WAIT_H

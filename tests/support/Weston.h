@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A Wayland compositor without hardware.
 #ifndef TESSEL_TESTS_WESTON_H
 #define TESSEL_TESTS_WESTON_H

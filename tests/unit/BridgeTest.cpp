@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// GLib's sources run in the toolkit's loop, which sleeps when there is nothing to do.
 #include "app/GLibBridge.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The two ends of the bus: late callbacks, the name, and a bus that goes at a bad moment.
 #include "Cookie.h"
 #include "Fixtures.h"

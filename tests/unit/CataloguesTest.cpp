@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The message catalogues: each language says everything, and each region finds a language.
 #include "Fixtures.h"
 #include "Folders.h"

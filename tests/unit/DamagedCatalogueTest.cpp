@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Catalogues that are cut, or whose bytes were changed: what is taken for sound serves the C library.
 #include "Folders.h"
 #include "app/Catalogue.h"

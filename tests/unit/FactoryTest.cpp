@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The widget factory that the shared library hands out to other screens, and its focus chains.
 #include "Common_Widget_Function.h"
 #include "Fixtures.h"

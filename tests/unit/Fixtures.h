@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the cases stand on, with the journal and the toolkit, which every case uses.
 #ifndef TESTS_FIXTURES_H
 #define TESTS_FIXTURES_H

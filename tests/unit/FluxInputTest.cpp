@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The styled widgets refuse what makes no sense, and survive it; what has the keys is said once.
 #include "Fixtures.h"
 #include "Folders.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the viewer chooses for the look of the widgets, and what a popup shows of its time.
 #include "Fixtures.h"
 #include "elm_flux.h"
@@ -134,10 +137,11 @@ TEST(ATypesetText, SaysTheSameInLinesThatBreakWell)
         {"to", "to"},
         {"TV\uc124\uc815 \uc911", "TV\u2060\uc124\u2060\uc815\u00a0\uc911"},
         {"\u2068\u200eAnna\u200f\u2069 is here", "\u2068\u200eAnna\u200f\u2069 is\u00a0here"},
-        {"\u2068\u202d\u05d0\u05d1\u2069 came after", "\u2068\u05d0\u05d1\u2069 came after"},
-        {"\u2068&#x200e;\u05d0\u05d1&#x200f;\u2069 came after", "\u2068\u05d0\u05d1\u2069 came after"},
-        {"\u2068a\u2067b\u2069 came after", "\u2068ab\u2069 came after"},
-        {"\u2068a\u2069b\u2069 came after", "\u2068ab\u2069 came after"},
+        {"\u2068\u202d\u05d0\u05d1\u2069 came afterwards", "\u2068\u05d0\u05d1\u2069 came afterwards"},
+        {"\u2068&#x200e;\u05d0\u05d1&#x200f;\u2069 came afterwards",
+            "\u2068\u05d0\u05d1\u2069 came afterwards"},
+        {"\u2068a\u2067b\u2069 came afterwards", "\u2068ab\u2069 came afterwards"},
+        {"\u2068a\u2069b\u2069 came afterwards", "\u2068ab\u2069 came afterwards"},
         {"a\u2067b", "a\u2067b\u2069"},
         {"a\u2069b", "ab"},
     };

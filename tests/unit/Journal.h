@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the process writes to standard error, in the order in which it was written.
 #ifndef TESTS_JOURNAL_H
 #define TESTS_JOURNAL_H

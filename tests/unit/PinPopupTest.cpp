@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the PIN popup and its guide do beside what all popups do.
 #include "PinPopup.h"
 #include "Fixtures.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the platform itself says, in the languages of the program's texts.
 #include "Fixtures.h"
 #include "Folders.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What all popups have in common: how they come, count, are answered and go.
 #include "Fixtures.h"
 #include "Tessel_Conn_Comm_Func.h"

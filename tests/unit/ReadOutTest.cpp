@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a viewer hears who has the screen read out: when, in which words, and how often.
 #include "Fixtures.h"
 #include "Folders.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the settings store tells about the set-up, and what is written there.
 #include "Fixtures.h"
 #include "Tessel_Conn_Comm_Func.h"

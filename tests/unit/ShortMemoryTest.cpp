@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Callbacks from C code and calls from outside when memory is short: each gives up by itself, the program
 /// goes on.
 #include "Fixtures.h"

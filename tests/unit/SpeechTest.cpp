@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The thread that talks to the speech service, without the rest of the program.
 #include "flux/Speech.h"
 #include "Folders.h"

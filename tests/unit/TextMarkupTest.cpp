@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What names from outside may do to a text, on the screen and in speech.
 #include "Fixtures.h"
 #include "Folders.h"

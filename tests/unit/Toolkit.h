@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The toolkit without a screen: its loop, its clock, its keys and what it would draw.
 #ifndef TESTS_TOOLKIT_H
 #define TESTS_TOOLKIT_H

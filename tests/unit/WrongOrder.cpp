@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A program that is linked with the toolkit before the platform; run by FluxWindowTest.
 #include "elm_flux.h"
 

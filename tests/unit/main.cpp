@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// One start of the toolkit, one private bus and one settings store for all cases.
 
 #include "Folders.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a tool does on a terminal only: colours, and a line that tells how far it is.
 #pragma once
 

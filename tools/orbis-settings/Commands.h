@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The commands of orbis-settings. Each gets the arguments after its name and returns an exit status.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// A store, or a part of it, as text: to be kept, and to be put back exactly as it was.
 ///
 /// The first line is "orbis-settings-dump 1 PREFIX", the last "end COUNT", and each between them "int KEY

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The simulator's language: one command a line, the same in a scenario file and at the prompt.
 #pragma once
 

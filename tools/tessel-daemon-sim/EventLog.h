@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What the simulator tells its user: one line an event on standard output, errors on standard error.
 #pragma once
 

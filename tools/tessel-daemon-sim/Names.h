@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The names by which the setup daemon and the UI know each other, and the settings keys between them.
 #pragma once
 

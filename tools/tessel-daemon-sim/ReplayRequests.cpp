@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The daemon's requests, of which each takes several lines of the log.
 #include "Names.h"
 #include "Replay.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The escapes that the platform's log writes for control characters and for bytes that are no text.
 #pragma once
 

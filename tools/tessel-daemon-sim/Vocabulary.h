@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The words of the simulator's language: what happens, how the daemon behaves, which way requests take.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What each state must show, taken from the catalogue and from the names alone: no widget is asked.
 #pragma once
 

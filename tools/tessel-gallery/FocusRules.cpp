@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The button that has the keys is the expected one and cannot be taken for another, nor anything else for
 /// it.
 #include "Rules.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Which font a word is really drawn with: it is drawn again in the font that is meant, and the two are
 /// compared.
 #include "Fonts.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The page to browse the pictures: page.html with the report's figures in it, because a page from the file
 /// system may not read another file.
 #include "Report.h"

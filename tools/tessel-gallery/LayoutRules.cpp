@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Places and distances: the safe area, the card's edge, texts to each other and to the hairline, the card's
 /// picture and spinner.
 #include "Rules.h"

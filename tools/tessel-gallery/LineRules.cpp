@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Where lines end, and in which order letters stand.
 #include "Rules.h"
 #include "Scripts.h"

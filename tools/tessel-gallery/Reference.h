@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Texts drawn alone: what their letters look like when nothing cuts, covers or hides them.
 #pragma once
 

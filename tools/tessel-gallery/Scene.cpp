@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 // To tell an object that has members from one that has none.
 #define EFL_BETA_API_SUPPORT 1
 #include "Scene.h"

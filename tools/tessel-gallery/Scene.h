@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// What a canvas shows: texts, buttons, focus, found by walking its objects.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The states of the popups that are pictured, in the order in which they follow from one another.
 #pragma once
 

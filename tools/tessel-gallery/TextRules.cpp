@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Every text that is wanted is there, and each of its letters can be seen and read.
 #include "Rules.h"
 #include "Scripts.h"

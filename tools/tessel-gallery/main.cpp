@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Pictures every state of every popup and measures what the viewer would see.
 
 #include "Options.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// Owners of C handles: the release function is part of the type. The headers beside this one name the
 /// handles of one library each.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
 /// The service's name on the bus: asked for before the daemon is told, and given back without waiting long.
 
 #include "Log.h"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # A text of the pseudo-locale that shows what is too narrow, and what is no catalogue's text at all: every letter
 # accented, words for the 60 % that another language may need, and brackets at both ends.
 

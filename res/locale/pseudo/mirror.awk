@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The Tessel UI authors
+# SPDX-License-Identifier: Apache-2.0
+
 # A text of the pseudo-locale that is read from right to left: English backwards, in a paragraph that begins with a
 # right-to-left mark as an Arabic one does with its first letter. Placeholders stay outside, isolates included, so
 # that a name keeps its own direction.
