@@ -39,7 +39,8 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
     const int64_t whole = takeNumber(rest);
     if (whole <= 0 || *rest != '\0')
         return;
-    if (WindowHost* host = WindowHost::of(record.window))
+    // One that has only just come up is being read out as it is.
+    if (WindowHost* host = WindowHost::of(record.window); host && left < whole)
         host->givesUp(popup, static_cast<int>(left));
     const auto parts = static_cast<int>(std::min(left, whole) * kParts / whole);
     Edje_Message_Int message {elm_object_mirrored_get(record.object) ? -parts : parts};

@@ -24,6 +24,9 @@ constexpr const char* kGroupSpace = "\u2002";
 /// A word of so many characters looks lost on a line of its own.
 constexpr size_t kShortWord = 8;
 
+/// A line of fewer words is a title or a label, which seldom breaks.
+constexpr long kFewWords = 5;
+
 /// The last characters of a text without blanks that stay together.
 constexpr size_t kLastCharacters = 3;
 
@@ -215,6 +218,9 @@ void joinLastIdeographs(Pieces& line)
 /// Keeps a short last word on the line of the one before it.
 void joinLastWord(Pieces& line)
 {
+    if (std::count_if(line.begin(), line.end(), [](const Piece& piece) { return piece.isBlank(); })
+        < kFewWords)
+        return;
     size_t letters = 0;
     for (auto piece = line.rbegin(); piece != line.rend(); ++piece) {
         if (piece->isBlank()) {

@@ -1,5 +1,5 @@
-# SPDX-FileCopyrightText: 2026 The Tessel UI authors
-# SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
 
 // Runs within a copy of the gallery's page, after it, in a browser without a screen. The result is an attribute of the
 // page's body.

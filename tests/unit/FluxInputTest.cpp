@@ -94,21 +94,4 @@ TEST_F(TheStyledWidgets, RefuseNullAndDeletedObjects)
     }
 }
 
-using TheReadOut = WindowTest;
-
-TEST_F(TheReadOut, SaysNothingThatIsNoNews)
-{
-    const std::string log = std::string(getenv("HOME")) + "/speech";
-    setenv("ORBIS_SPEECH_LOG", log.c_str(), 1);
-    vconf_set_int("db/menu/system/accessibility/screenreader", 1);
-    Evas_Object* both = popup({"Yes", "No"});
-    show(both);
-    toolkit::focusWindow(m_window);
-    toolkit::press(m_window, "Up");
-    elm_object_focus_set(button(both, 0), EINA_TRUE);
-    toolkit::settle();
-    EXPECT_EQ(tv::readLines(log), std::vector<std::string> {"Yes"});
-    unsetenv("ORBIS_SPEECH_LOG");
-}
-
 } // namespace

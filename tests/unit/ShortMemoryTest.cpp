@@ -121,7 +121,7 @@ TEST_F(ATextOfAWidget, ThatThereIsNoMemoryForIsRefused)
     Evas_Object* box = elm_flux_textbox_add(popup);
     Evas_Object* button = elm_flux_button_add(popup);
     Evas_Object* hint = elm_flux_object_tooltip_add(popup, popup);
-    const std::string former = "The text before, longer than a string holds in itself";
+    const std::string former = "The text before, longer than a string can hold internally";
     EXPECT_TRUE(elm_flux_textbox_text_set(box, former.c_str()));
     const std::string text(1000, 'x');
     t_plan = {0, 0, true};
