@@ -29,10 +29,9 @@ constexpr double kTextOverhang = 0.75;
 /// much less room below it than they have above the buttons.
 constexpr double kCodeDrop = 3.5;
 
-/// Beside a spinner stands what goes on, below that with whom: the two come nearer to each other than their
-/// places are, layout units.
-constexpr double kSpinnerRowDrop = 4.0;
-constexpr double kBelowSpinnerRise = -1.0;
+/// Beside a spinner stands what goes on, and below that with whom: the row leaves the upper end of its place
+/// empty, so that the two are near to each other, layout units.
+constexpr double kSpinnerRowDrop = 3.0;
 
 struct Size {
     int width, height;
@@ -70,6 +69,8 @@ int placeItem(Evas_Object* item, const ItemRoom& area, bool horizontal, bool mir
         record ? elm_flux_unit_to_pixel(record->indent) + elm_flux_unit_to_pixel(record->indentGap) : 0;
     const int shift = record ? elm_flux_unit_to_pixel(record->shift + drop) : 0;
     width = std::min(width, horizontal ? std::max(0, area.width - offset) : area.width);
+    const int left = record ? elm_flux_unit_to_pixel(record->shift) : 0;
+    height = std::max(0, height - left);
     height = std::min(height, horizontal ? area.height : std::max(0, area.height - offset));
     int x = area.x + (area.width - width) / 2;
     int y = area.y + (area.height - height) / 2;
@@ -83,7 +84,7 @@ int placeItem(Evas_Object* item, const ItemRoom& area, bool horizontal, bool mir
     }
     const int overhang = text ? elm_flux_unit_to_pixel(kTextOverhang) : 0;
     evas_object_geometry_set(item, x, y - overhang, width, height + 2 * overhang);
-    return horizontal ? width : height;
+    return horizontal ? width : left + height;
 }
 
 /// A text that has a stack to itself stands in its middle, pixels from the top.
@@ -152,7 +153,6 @@ void alignWithSpinner(const LayoutRecord& record, Evas_Object* item, ItemRecord&
         alignToStart(*text);
         place.indent = recordOf<ItemRecord>(spinner)->width;
         place.indentGap = recordOf<LayoutRecord>(row)->gap;
-        place.shift = kBelowSpinnerRise;
         recordOf<ItemRecord>(row)->shift = kSpinnerRowDrop;
     }
 }

@@ -36,7 +36,7 @@ struct ItemRecord {
     double height = 0.0;
     double indent = 0.0; ///< from where lines begin, by the width of a spinner
     double indentGap = 0.0; ///< and by the gap behind it
-    double shift = 0.0; ///< downwards
+    double shift = 0.0; ///< what is left empty above it
 };
 
 /// @return the items of a styled layout, borrowed, first to last; none for another object

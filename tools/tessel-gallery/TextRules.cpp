@@ -113,7 +113,8 @@ void checkText(Case& one, const Text& text)
     std::string words;
     for (const std::string& word : text.inOtherFonts)
         words += " " + word;
-    if (!words.empty())
+    // What is compared is a word alone, and the brackets of this one reach into it.
+    if (!words.empty() && one.expected.language != "en_XA")
         one.report("font", text.plain + ": not in the language's font:" + words);
 }
 
