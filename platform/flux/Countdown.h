@@ -8,8 +8,9 @@
 
 namespace orbis::flux {
 
-/// Shows what is left, and tells the window's host of it when it is less than the whole, whenever the application tells it by the signal
-/// "countdown,LEFT,WHOLE" on the popup, both in seconds; other forms are ignored.
+/// Shows what is left, and tells the window's host of it when it is less than the whole, whenever the
+/// application tells it by the signal "countdown,LEFT,WHOLE" on the popup, both in seconds; other forms are
+/// ignored.
 void followCountdown(PopupRecord& record);
 
 } // namespace orbis::flux
