@@ -11,7 +11,6 @@
 #include "flux/PopupRecord.h"
 #include "flux/Record.h"
 #include "flux/Theme.h"
-#include "flux/Typesetting.h"
 #include "flux/Unit.h"
 #include "flux/Widget.h"
 #include "flux/WindowHost.h"
@@ -159,9 +158,8 @@ Eina_Bool elm_flux_popup_title_set(Evas_Object* popup, const char* title)
 {
     if (!recordOf<PopupRecord>(popup))
         return EINA_FALSE;
-    return guarded([&] {
-        return elm_layout_text_set(popup, kTitlePart, typeset(displayMarkup(title ? title : "")).c_str());
-    });
+    return guarded(
+        [&] { return elm_layout_text_set(popup, kTitlePart, displayMarkup(title ? title : "").c_str()); });
 }
 
 Eina_Bool elm_flux_popup_content_set(Evas_Object* popup, Evas_Object* content, int width_px, int height_px)

@@ -19,6 +19,9 @@ namespace orbis::flux {
 
 namespace {
 
+/// Keeps letters on one line where a text is drawn.
+constexpr char32_t kWordJoiner = 0x2060;
+
 /// Codes have four digits or more.
 constexpr size_t kLeastDigits = 4;
 
@@ -39,11 +42,11 @@ bool belongsToWord(char c)
     return isalnum(static_cast<unsigned char>(c)) || (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
 
-/// Marks, embeddings, overrides and isolates of the two directions of writing.
-bool isDirectionMark(gunichar c)
+/// Marks, embeddings, overrides and isolates of the two directions of writing, and what only joins letters.
+bool isUnspoken(gunichar c)
 {
     return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E)
-        || (c >= 0x2066 && c <= 0x2069);
+        || (c >= 0x2066 && c <= 0x2069) || c == kWordJoiner;
 }
 
 /// Calls @p take with each character of @p text, and the bytes that it is.
@@ -75,7 +78,7 @@ bool endsItself(const std::string& part)
 {
     gunichar last = 0;
     forEachCharacter(part, [&](gunichar c, std::string_view) {
-        if (!isDirectionMark(c) && kClosing.find(c) == std::u32string_view::npos)
+        if (!isUnspoken(c) && kClosing.find(c) == std::u32string_view::npos)
             last = c;
     });
     return kEnds.find(last) != std::u32string_view::npos;
@@ -102,7 +105,7 @@ std::string spokenLine(const std::string& text)
     std::string line;
     bool isApart = false; // a blank is due before the next character
     forEachCharacter(text, [&](gunichar c, std::string_view bytes) {
-        if (isDirectionMark(c))
+        if (isUnspoken(c))
             return;
         if (g_unichar_isspace(c) || g_unichar_iscntrl(c)) {
             isApart = true;
@@ -172,7 +175,7 @@ bool hasWords(const std::string& part)
     bool has = false;
     forEachCharacter(part, [&](gunichar c, std::string_view) {
         has = has
-            || !(g_unichar_isspace(c) || g_unichar_ispunct(c) || g_unichar_ismark(c) || isDirectionMark(c));
+            || !(g_unichar_isspace(c) || g_unichar_ispunct(c) || g_unichar_ismark(c) || isUnspoken(c));
     });
     return has;
 }

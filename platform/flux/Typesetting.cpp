@@ -16,16 +16,9 @@ namespace orbis::flux {
 
 namespace {
 
-constexpr const char* kNoBreakSpace = "\u00a0";
 constexpr const char* kWordJoiner = "\u2060";
 constexpr const char* kThinSpace = "\u2009";
 constexpr const char* kGroupSpace = "\u2002";
-
-/// A word of so many characters looks lost on a line of its own.
-constexpr size_t kShortWord = 8;
-
-/// A line of fewer words is a title or a label, which seldom breaks.
-constexpr long kFewWords = 5;
 
 /// The last characters of a text without blanks that stay together.
 constexpr size_t kLastCharacters = 3;
@@ -215,29 +208,10 @@ void joinLastIdeographs(Pieces& line)
     }
 }
 
-/// Keeps a short last word on the line of the one before it.
-void joinLastWord(Pieces& line)
-{
-    if (std::count_if(line.begin(), line.end(), [](const Piece& piece) { return piece.isBlank(); })
-        < kFewWords)
-        return;
-    size_t letters = 0;
-    for (auto piece = line.rbegin(); piece != line.rend(); ++piece) {
-        if (piece->isBlank()) {
-            if (letters > 0 && letters <= kShortWord && std::next(piece) != line.rend())
-                piece->text = kNoBreakSpace;
-            return;
-        }
-        if (!piece->isTag() && !piece->isInvisible())
-            ++letters;
-    }
-}
-
 void setLine(Pieces& line)
 {
     evenIsolates(line);
     dropForcedDirection(line);
-    joinLastWord(line);
     joinLastIdeographs(line);
     joinKorean(line);
 }

@@ -132,7 +132,7 @@ TEST(ATypesetText, SaysTheSameInLinesThatBreakWell)
         const char* markup;
         const char* set;
     } cases[] = {
-        {"The way to this TV goes on to:", "The way to this TV goes on\u00a0to:"},
+        {"The way to this TV goes on to:", "The way to this TV goes on to:"},
         {"Phone set-up", "Phone set-up"},
         {"TV\uc124\uc815 \uc911", "TV\u2060\uc124\u2060\uc815 \uc911"},
         {"\u2068\u200eAnna\u200f\u2069 is here", "\u2068\u200eAnna\u200f\u2069 is here"},

@@ -134,17 +134,16 @@ double sharedInk(const Mask& drawn, const Mask& word, int x0, int y0)
     return all > 0 ? shared / all : 0;
 }
 
-/// The most that the two have in common where @p word lies at an end of what is drawn, at whatever height: a
-/// bracket beside it is higher.
+/// The most that the two have in common wherever @p word lies in what is drawn: hyphens and brackets on
+/// either side may reach into its place.
 double likeness(const Mask& drawn, const Mask& word)
 {
     double most = 0;
     const int lowest = std::max(drawn.box.y, drawn.box.bottom() - word.box.height) + kDisplaced;
-    for (const int end : {drawn.box.x, drawn.box.right() - word.box.width}) {
-        for (int y = drawn.box.y - kDisplaced; y <= lowest; ++y) {
-            for (int x = end - kDisplaced; x <= end + kDisplaced && most < kSameFont; ++x)
-                most = std::max(most, sharedInk(drawn, word, x, y));
-        }
+    const int last = std::max(drawn.box.x, drawn.box.right() - word.box.width) + kDisplaced;
+    for (int y = drawn.box.y - kDisplaced; y <= lowest; ++y) {
+        for (int x = drawn.box.x - kDisplaced; x <= last && most < kSameFont; ++x)
+            most = std::max(most, sharedInk(drawn, word, x, y));
     }
     return most;
 }
