@@ -174,8 +174,7 @@ bool hasWords(const std::string& part)
 {
     bool has = false;
     forEachCharacter(part, [&](gunichar c, std::string_view) {
-        has = has
-            || !(g_unichar_isspace(c) || g_unichar_ispunct(c) || g_unichar_ismark(c) || isUnspoken(c));
+        has = has || !(g_unichar_isspace(c) || g_unichar_ispunct(c) || g_unichar_ismark(c) || isUnspoken(c));
     });
     return has;
 }
