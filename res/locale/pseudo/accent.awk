@@ -20,10 +20,13 @@ END {
     missing = length(counted) * 0.6 - length("[]")
     for (i = 0; missing > 0; ++i) {
         word = " " padding[i % words + 1]
-        if (length(word) > missing)
+        isLast = length(word) >= missing
+        if (isLast)
             word = substr(word, 1, int(missing + 0.999))
-        text = text word
         missing -= length(word)
+        if (isLast && i > 0) # it is short, and would be lost on a line of its own
+            word = "\302\240" substr(word, 2)
+        text = text word
     }
     for (i = 1; i <= count; ++i)
         gsub(substr(accents[i], 1, 1), substr(accents[i], 2), text)
