@@ -74,8 +74,8 @@ constexpr Fault kThemeFaults[] = {
 constexpr Fault kCatalogueFaults[] = {
     {"a text without its name", "", "Connected to \u2068%1\u2069", "Connected", "pin", "missing-text"},
     {"a text that turns round", "", "\"Wi-Fi network: ", "\"\u202eWi-Fi network: ", "network-test", "order"},
-    {"a text that is not translated", "", "\"Choose your Wi-Fi network on your phone to continue.\"", "\"\"",
-        "access-points", "raw-id"},
+    {"a text that is not translated", "", "\"Choose your Wi-Fi network on your phone to\u00a0continue.\"",
+        "\"\"", "access-points", "raw-id"},
     {"a character that no font has", "", "\"Choose your", "\"Choose \U00030000 your", "access-points",
         "no-font"},
     {"a label that is too long", "", "\"Cancel\"",
