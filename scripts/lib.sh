@@ -187,8 +187,9 @@ present_display_works() {
     [ -n "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1
 }
 
-has_window_manager() {
-    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+# It owns the windows before it is ready for them: what is mapped in between stays without keys, or is not mapped.
+manages_windows() {
+    grep -qx ready "$LOG_FOLDER/openbox.out"
 }
 
 # SCREEN_SIZE: its pixels, 1920x1080 by default.
@@ -200,8 +201,8 @@ virtual_display_start() {
     export DISPLAY
     unset WAYLAND_DISPLAY XAUTHORITY
 
-    run_in_background openbox openbox
-    wait_until 20 has_window_manager || fail "openbox did not start: $(tail -n 3 "$LOG_FOLDER/openbox.log")"
+    run_in_background openbox openbox --startup 'echo ready'
+    wait_until 20 manages_windows || fail "openbox did not start: $(tail -n 3 "$LOG_FOLDER/openbox.log")"
 
     # With a compositor the window's transparency is real. In the background mode picom's first process ends
     # when the compositor works, and the file then holds the id of the one that stays.

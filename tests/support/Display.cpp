@@ -3,6 +3,7 @@
 
 #include "Display.h"
 
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 
@@ -33,12 +34,13 @@ void Display::start()
     m_plain = settledPicture();
 }
 
+/// It owns the windows before it is ready for them: what is mapped in between stays without keys, or is not mapped.
 void Display::startManager()
 {
-    m_manager = start({"openbox", "--sm-disable"});
+    m_manager = start({"openbox", "--sm-disable", "--startup", "echo ready"});
     const bool managed = waitUntil([this] {
-        const auto owner = outputOf({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}, environment());
-        return owner && owner->find("window id") != std::string::npos;
+        const std::vector<std::string>& told = m_manager->output();
+        return std::find(told.begin(), told.end(), "ready") != told.end();
     });
     if (!managed)
         throw std::runtime_error("the window manager did not start");
