@@ -34,7 +34,8 @@ void Display::start()
     m_plain = settledPicture();
 }
 
-/// It owns the windows before it is ready for them: what is mapped in between stays without keys, or is not mapped.
+/// It owns the windows before it is ready for them: what is mapped in between stays without keys, or is not
+/// mapped.
 void Display::startManager()
 {
     m_manager = start({"openbox", "--sm-disable", "--startup", "echo ready"});
