@@ -99,6 +99,24 @@ TEST_F(WithoutABus, ItComesBackWhenTheBusDiedWhileTheDaemonWasBeingTold)
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4)) << "of 25";
 }
 
+/// The library's request for the name is under way then, in every second try or so.
+TEST_F(WithoutABus, ItComesBackWhenTheBusIsThereAgainBeforeTheDaemon)
+{
+    for (int i = 0; i < 6; ++i) {
+        SCOPED_TRACE(i);
+        box.reset();
+        box.daemon->behave(tv::kSilent);
+        box.program = box.launch();
+        ASSERT_TRUE(box.daemon->receives("ServerStarted true"));
+        box.daemon.reset();
+        bus().kill();
+        bus().restart();
+        box.bringDaemon();
+        ASSERT_TRUE(tv::waitUntil([&] { return box.daemon->findsUi(box.program->pid()); }));
+        EXPECT_EQ(box.program->complaints(), Calls {});
+    }
+}
+
 class ADaemon : public tv::TvTest { };
 
 TEST_F(ADaemon, ThatIsUnwillingIsServedAndLeavesTheEndOrderly)

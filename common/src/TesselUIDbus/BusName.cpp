@@ -95,7 +95,8 @@ void CTesselUIDbus::setConnection(GDBusConnection* connection)
     if (!connection)
         return;
     g_dbus_connection_set_exit_on_close(connection, FALSE);
-    m_closedHandler = g_signal_connect(connection, "closed", G_CALLBACK(on_closed), m_cookie.userData());
+    m_closedHandler =
+        g_signal_connect_after(connection, "closed", G_CALLBACK(on_closed), m_cookie.userData());
 }
 
 /// The bus library asks for the name only after the bus was acquired, and a daemon that was told by then
@@ -146,12 +147,18 @@ void CTesselUIDbus::on_nameNotGranted(GDBusConnection* connection, const char* n
         m_OnNameLost(connection, name, user_data);
 }
 
-/// The library tells the loss only of a name that it was granted itself.
+/// After the library's own part. It tells the loss only of a name that it was granted itself; and a request
+/// of its that the end of the connection overtakes is called off, because its answer would look for that
+/// connection.
 void CTesselUIDbus::on_closed(GDBusConnection* connection, gboolean, GError*, void* user_data)
 {
     CTesselUIDbus* self = Cookie<CTesselUIDbus>::find(user_data);
-    if (self && std::exchange(self->m_holdsName, false))
+    if (!self)
+        return;
+    if (std::exchange(self->m_holdsName, false))
         m_OnNameLost(connection, kServiceName, user_data);
+    if (self->m_ownerId != 0)
+        g_bus_unown_name(std::exchange(self->m_ownerId, 0));
 }
 
 } // namespace TesselUI
