@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
@@ -20,6 +21,10 @@ constexpr unsigned kNames =
     IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_ATTRIB | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr unsigned kPlace = IN_MOVE_SELF | IN_ONLYDIR;
 
+/// Links that lead to links, and nowhere; the kernel follows 40.
+constexpr int kMostLinks = 8;
+
+/// @return topmost first, the folder's parent last
 std::vector<std::string> ancestorsOf(const std::string& folder)
 {
     std::vector<std::string> ancestors {folder[0] == '/' ? "/" : "."};
@@ -50,6 +55,21 @@ bool isLink(const std::string& path)
     return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
+bool leadsSomewhere(const std::string& link)
+{
+    struct stat status = {};
+    return stat(link.c_str(), &status) == 0;
+}
+
+/// @return what the link leads to, whether it is there or not
+std::string targetOf(const std::string& link)
+{
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    const fs::path target = fs::read_symlink(link, ignored);
+    return withoutEmptyNames((fs::path(link).parent_path() / target).lexically_normal().string());
+}
+
 bool isMissing(int error)
 {
     return error == ENOENT || error == ENOTDIR;
@@ -65,7 +85,6 @@ bool canBeSearched(const std::string& folder)
 
 FolderEvents::FolderEvents(const std::string& folder)
     : m_folder(withoutEmptyNames(folder))
-    , m_ancestors(ancestorsOf(m_folder))
 {
 }
 
@@ -85,21 +104,25 @@ int FolderEvents::add(const std::string& path, unsigned events, const std::strin
     return all == events || inotify_add_watch(m_inotify.get(), path.c_str(), all) >= 0 ? 0 : errno;
 }
 
+/// @param folder  whose coming is awaited in the folders above it
 /// @return 0 or what keeps the coming of the next folder from being noticed
-int FolderEvents::addAncestors(bool withNames)
+int FolderEvents::addAncestors(const std::string& folder, bool withNames, int linksLeft)
 {
+    const std::vector<std::string> ancestors = ancestorsOf(folder);
     int worst = 0;
-    for (size_t i = 0; i < m_ancestors.size(); ++i) {
-        const bool isParent = i + 1 == m_ancestors.size();
-        const std::string& next = isParent ? m_folder : m_ancestors[i + 1];
+    for (size_t i = 0; i < ancestors.size(); ++i) {
+        const bool isParent = i + 1 == ancestors.size();
+        const std::string& next = isParent ? folder : ancestors[i + 1];
         const bool names = withNames || isParent || isLink(next);
-        const int error = add(m_ancestors[i], names ? kNames : kPlace, nameOf(next));
+        const int error = add(ancestors[i], names ? kNames : kPlace, nameOf(next));
         if (error == 0)
             worst = worst == EACCES ? 0 : worst; // nothing above can bring a folder that is there
-        else if (error == EACCES && !(withNames && canBeSearched(m_ancestors[i])))
+        else if (error == EACCES && !(withNames && canBeSearched(ancestors[i])))
             continue; // its moves are noticed below, the leave to enter it above
         else if (!isMissing(error))
             worst = error;
+        if (withNames && isLink(next) && linksLeft > 0 && !leadsSomewhere(next))
+            worst = addAncestors(targetOf(next), true, linksLeft - 1);
     }
     return worst;
 }
@@ -111,7 +134,7 @@ int FolderEvents::addAncestors(bool withNames)
 void FolderEvents::lookOnce(bool withNames)
 {
     m_places.clear();
-    m_error = addAncestors(withNames);
+    m_error = addAncestors(m_folder, withNames, kMostLinks);
     const int error = add(m_folder, kContents, {});
     m_current = error == 0 ? m_places.back().watch : -1;
     if (error != 0 && !isMissing(error) && !(error == EACCES && !canBeSearched(m_folder)))

@@ -47,13 +47,12 @@ private:
     };
 
     int add(const std::string& path, unsigned events, const std::string& next);
-    int addAncestors(bool withNames);
+    int addAncestors(const std::string& folder, bool withNames, int linksLeft);
     void lookOnce(bool withNames);
     void forget(const std::vector<Place>& old) const;
     void sort(const inotify_event& event, FolderChange& change) const;
 
     std::string m_folder;
-    std::vector<std::string> m_ancestors; ///< topmost first, the folder's parent last
     files::FileDescriptor m_inotify;
     std::vector<Place> m_places;
     int m_current = -1; ///< the folder's own watch, negative while there is none

@@ -246,6 +246,16 @@ TEST_F(AWatchInTrouble, FollowsFoldersAndLinksThatGoComeAndAreReplaced)
     writeFile(m_folder + "/moved/db/k", "int\n99");
     settle();
     EXPECT_EQ(watch.calls(), 9) << "the old folder no longer counts";
+
+    fs::rename(state(), m_folder + "/aside");
+    ASSERT_TRUE(watch.called(10));
+    fs::create_directory_symlink("later/link", state()); // links that lead nowhere yet
+    fs::create_directory(m_folder + "/later");
+    fs::create_directory_symlink(m_folder + "/at/last", m_folder + "/later/link");
+    passTime(0); // nothing can be written meanwhile
+    fs::create_directories(m_folder + "/at/last/db");
+    writeFile(m_folder + "/at/last/db/k", "int\n4");
+    EXPECT_TRUE(watch.called(11)) << "what a link leads to has come";
 }
 
 TEST_F(AWatchInTrouble, LosesNothingWhenEventsAreDropped)
