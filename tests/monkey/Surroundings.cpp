@@ -136,6 +136,7 @@ void World::endBySignal(const Arguments& number)
 
 void World::endAndLaunch(const Arguments& wayAndDelay)
 {
+    changeWindowManager({"back"});
     m_mayEnd = true;
     if (wayAndDelay[0] == "signal")
         box.program->signal(SIGTERM);

@@ -180,8 +180,10 @@ void World::request(const std::string& method, const Arguments& texts, size_t ti
     }
 }
 
+/// The toolkit neither draws nor takes the keys in a program that was started without a window manager.
 void World::launch(const Arguments&)
 {
+    changeWindowManager({"back"});
     auto other = box.launch({"LAUNCH_MODE=POPUP"});
     const bool wasEnding = m_mayEnd;
     waitUntil([&] { return !other->running() || !isRunning(); }, kPatience);
