@@ -19,23 +19,51 @@ file(CONFIGURE OUTPUT changelog CONTENT "tessel-ui (@PROJECT_VERSION@) bookworm;
 " @ONLY)
 execute_process(COMMAND ${GZIP} -9n -f -k ${CMAKE_CURRENT_BINARY_DIR}/changelog COMMAND_ERROR_IS_FATAL ANY)
 
-# tessel_package(COMPONENT PACKAGE SECTION DEPENDS SUMMARY TEXT)
-macro(tessel_package component package section depends summary text)
+# What a library's package tells others' of: which version they need, and that the loader's cache is to be made anew. Of
+# the present version as a whole where nothing is known of a symbol.
+function(tessel_library_controls key package)
+    string(REGEX REPLACE "^lib(.*)0$" "\\1" target ${package})
+    set(folder ${CMAKE_CURRENT_BINARY_DIR}/${package})
+    file(WRITE ${folder}/shlibs "lib${target} 0 ${package} (>= ${PROJECT_VERSION})\n")
+    file(WRITE ${folder}/triggers "activate-noawait ldconfig\n")
+    set(controls ${folder}/shlibs ${folder}/triggers)
+    # A build with sanitizers, for instance, exports more; only what is packaged has to have what the list says.
+    if(TESSEL_HARDENED)
+        find_program(DPKG_GENSYMBOLS dpkg-gensymbols REQUIRED)
+        set(processor ${CPACK_DEBIAN_PACKAGE_ARCHITECTURE}) # of a toolchain file
+        if(NOT processor)
+            execute_process(COMMAND dpkg --print-architecture OUTPUT_VARIABLE processor
+                OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        endif()
+        set(list ${PROJECT_SOURCE_DIR}/tests/exports/${target}.symbols)
+        add_custom_command(
+            OUTPUT ${folder}/symbols
+            COMMAND ${CMAKE_COMMAND} -D LIST=${list} -D LIBRARY=$<TARGET_SONAME_FILE:${target}> -D PACKAGE=${package}
+                -D VERSION=${PROJECT_VERSION} -D ARCHITECTURE=${processor}
+                -D GENSYMBOLS=${DPKG_GENSYMBOLS} -D OUTPUT=${folder}/symbols
+                -P ${CMAKE_CURRENT_SOURCE_DIR}/exports.cmake
+            DEPENDS ${target} ${list} exports.cmake
+            VERBATIM)
+        add_custom_target(${package}-symbols ALL DEPENDS ${folder}/symbols)
+        list(APPEND controls ${folder}/symbols)
+    endif()
+    set(CPACK_DEBIAN_${key}_PACKAGE_CONTROL_EXTRA ${controls} PARENT_SCOPE)
+endfunction()
+
+# tessel_package(COMPONENT PACKAGE SECTION MULTI_ARCH DEPENDS SUMMARY TEXT); MULTI_ARCH is same where packages for two
+# processors can be installed beside each other, and foreign where one serves programs of all.
+macro(tessel_package component package section multi_arch depends summary text)
     list(APPEND CPACK_COMPONENTS_ALL ${component})
     string(TOUPPER ${component} key)
     set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${package})
-    set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section})
+    # CPack of Debian 12 has no variable for the second field, but copies both lines.
+    set(CPACK_DEBIAN_${key}_PACKAGE_SECTION "${section}\nMulti-Arch: ${multi_arch}")
     set(CPACK_DEBIAN_${key}_PACKAGE_DEPENDS "${depends}")
     set(CPACK_COMPONENT_${key}_DESCRIPTION "${summary}\n${text}")
     install(FILES debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
-    # A library's package tells others' which version they need, and has the loader's cache made anew.
     if("${section}" STREQUAL libs)
-        string(REGEX REPLACE "0$" "" library ${package})
-        file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${package}/shlibs "${library} 0 ${package} (>= ${PROJECT_VERSION})\n")
-        file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${package}/triggers "activate-noawait ldconfig\n")
-        set(CPACK_DEBIAN_${key}_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_BINARY_DIR}/${package}/shlibs
-            ${CMAKE_CURRENT_BINARY_DIR}/${package}/triggers)
+        tessel_library_controls(${key} ${package})
     endif()
     if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/debian/${package}.lintian-overrides)
         install(FILES debian/${package}.lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
@@ -44,21 +72,21 @@ macro(tessel_package component package section depends summary text)
 endmacro()
 
 # Of the toolkit's modules the library needs those of the window systems, which are opened at run time.
-tessel_package(platform liborbis-platform0 libs
+tessel_package(platform liborbis-platform0 libs same
     "libelementary-data, libevas1-engines-x, libevas1-engines-wayland"
     "interfaces of the TV platform for an ordinary Linux machine"
     "Application loop, launch bundle, settings store, log, application status,\nwizard, styled widgets and their themes.")
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_RECOMMENDS "speech-dispatcher")
-tessel_package(platform-dev liborbis-platform-dev libdevel "liborbis-platform0 ${same}, libefl-all-dev"
+tessel_package(platform-dev liborbis-platform-dev libdevel same "liborbis-platform0 ${same}, libefl-all-dev"
     "interfaces of the TV platform, for developers"
     "Headers, and the pkg-config file, which puts the library before the toolkit's:\nit takes the place of one of its functions.")
-tessel_package(common libtessel-common0 libs "liborbis-platform0 ${same}"
+tessel_package(common libtessel-common0 libs same "liborbis-platform0 ${same}"
     "widget factory and settings of the phone-assisted set-up"
-    "Plain functions that the popups and other modules of the set-up share.")
-tessel_package(common-dev libtessel-common-dev libdevel "libtessel-common0 ${same}, liborbis-platform-dev ${same}"
+    "Plain functions that the popups and other modules of the set-up share:\nwidgets with the set-up's look, chains of focus, and its settings.")
+tessel_package(common-dev libtessel-common-dev libdevel same "libtessel-common0 ${same}, liborbis-platform-dev ${same}"
     "widget factory of the phone-assisted set-up, for developers" "Headers of its plain functions, and the pkg-config file, which brings the\nplatform's along.")
 # The fonts are those of the languages.
-tessel_package(ui tessel-ui misc "libtessel-common0 ${same}, liborbis-platform0 ${same}, default-dbus-system-bus |\
+tessel_package(ui tessel-ui misc foreign "libtessel-common0 ${same}, liborbis-platform0 ${same}, default-dbus-system-bus |\
  dbus-system-bus, systemd | systemd-standalone-sysusers, systemd | systemd-standalone-tmpfiles, fonts-noto-core,\
  fonts-noto-ui-core, fonts-wqy-microhei, fonts-nanum"
     "popups of a TV's phone-assisted set-up"
@@ -66,12 +94,13 @@ tessel_package(ui tessel-ui misc "libtessel-common0 ${same}, liborbis-platform0 
 set(CPACK_DEBIAN_UI_PACKAGE_RECOMMENDS "fonts-noto-color-emoji")
 set(scripts ${CMAKE_CURRENT_SOURCE_DIR}/debian)
 set(CPACK_DEBIAN_UI_PACKAGE_CONTROL_EXTRA ${scripts}/postinst ${scripts}/prerm ${scripts}/postrm)
-tessel_package(tools tessel-ui-tools devel "tessel-ui ${same}"
+tessel_package(tools tessel-ui-tools devel foreign
+    "tessel-ui ${same}, libtessel-common0 ${same}, liborbis-platform0 ${same}"
     "simulator, settings and pictures for the phone-assisted set-up"
     "A simulator of the set-up daemon with its scenarios, a command line for the\nsettings store, and a gallery of\
  all popups in all languages.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "fonts-noto-color-emoji")
-tessel_package(symbols tessel-ui-dbgsym debug ""
+tessel_package(symbols tessel-ui-dbgsym debug same ""
     "debug symbols of the phone-assisted set-up's popups"
     "For the program, the libraries and the tools of this version: a debugger\nfinds them by build id.")
 set(CPACK_DEBIAN_SYMBOLS_PACKAGE_SHLIBDEPS OFF)

@@ -11,6 +11,7 @@
 #   run_stoppable COMMAND...            runs it to its end; a signal to the script ends it and all that it started
 #   wait_until SECONDS COMMAND...       waits for a condition
 #   progress TEXT                       on a terminal, a line that the next one takes away
+#   run_logged FILE TEXT COMMAND...     a command with its output in the file; on a terminal the last line is shown
 # shellcheck shell=bash
 
 WORK_FOLDER=
@@ -37,8 +38,12 @@ fail() {
     exit 1
 }
 
+is_watched() {
+    [ -t 2 ] && [ "${TERM:-dumb}" != dumb ]
+}
+
 progress() {
-    [ -t 2 ] && [ "${TERM:-dumb}" != dumb ] || return 0
+    is_watched || return 0
     printf '\r\033[K%.78s' "$*" >&2
     PROGRESS=true
 }
@@ -46,6 +51,27 @@ progress() {
 progress_end() {
     ! $PROGRESS || printf '\r\033[K' >&2
     PROGRESS=false
+}
+
+# Whoever watches a long build sees how far it is. What shows that ends with the script, whatever ends it.
+run_logged() {
+    local log=$1 text=$2 status=0 shows=
+    shift 2
+    if is_watched; then
+        : >"$log"
+        while is_alive $$; do
+            progress "$text: $(tail -n 1 "$log")"
+            sleep 0.5
+        done &
+        shows=$!
+    fi
+    "$@" >"$log" 2>&1 || status=$?
+    if [ -n "$shows" ]; then
+        kill "$shows" && wait "$shows" 2>/dev/null || true
+        PROGRESS=true
+        progress_end
+    fi
+    return "$status"
 }
 
 # ---- processes

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 
 # Compares what LIBRARY exports with the list in the file EXPECTED: a line a symbol, its kind (T for a function, B
-# for data) and its name.
+# for data), the first version that has it, and its name. The packages tell others' of the versions.
 execute_process(COMMAND ${NM} -D --defined-only -C ${LIBRARY}
     OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX REPLACE ";" "" output "${output}")
@@ -16,7 +16,14 @@ foreach(line IN LISTS lines)
     endif()
 endforeach()
 
-file(STRINGS ${EXPECTED} expected)
+file(STRINGS ${EXPECTED} lines)
+set(expected)
+foreach(line IN LISTS lines)
+    if(NOT line MATCHES "^([TB]) [0-9.]+ (.+)$")
+        message(FATAL_ERROR "Without a kind, a version and a name: ${line}")
+    endif()
+    list(APPEND expected "${CMAKE_MATCH_1} ${CMAKE_MATCH_2}")
+endforeach()
 set(missing ${expected})
 list(REMOVE_ITEM missing ${actual})
 set(surplus ${actual})

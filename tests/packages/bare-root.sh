@@ -57,12 +57,15 @@ make_ready_root() {
         sort -u | paste -sd,)
     archive=$project/build-package/ready-$(sha256sum <<<"$needed" | cut -c 1-16).tar
     if [ -n "$(find "$archive" -mtime -7 2>/dev/null)" ]; then
+        progress "unpacking a bare Debian"
         make_root "$SCRATCH/root" "$archive"
         enter_root "$SCRATCH/root"
         return
     fi
+    progress "making a bare Debian"
     make_root "$SCRATCH/root" "$project/build-package/bookworm.tar"
     enter_root "$SCRATCH/root"
+    progress "installing what the packages need"
     inside apt-get satisfy -q -y --no-install-recommends "$needed" >"$OUTPUT/apt.log" 2>&1 ||
         { tail -n 20 "$OUTPUT/apt.log" && fail "what the packages need cannot be installed"; }
     rm -f "$project"/build-package/ready-*.tar
@@ -75,6 +78,7 @@ install_packages() { # NAME...
         cp "$packages/$name"_*.deb "$ROOT/mnt/"
         files+=("/mnt/$(basename "$packages/$name"_*.deb)")
     done
+    progress "installing $*"
     inside apt-get install -q -y --no-install-recommends "${files[@]}" >>"$OUTPUT/apt.log" 2>&1 ||
         { tail -n 20 "$OUTPUT/apt.log" && fail "the packages cannot be installed"; }
 }
@@ -112,9 +116,11 @@ check_rest() {
 
 # Somebody else's program, on the packages that are made for that.
 build_application() {
-    inside apt-get install -q -y --no-install-recommends g++ pkg-config >>"$OUTPUT/apt.log" 2>&1
+    progress "installing a compiler"
+    inside apt-get install -q -y --no-install-recommends g++ pkg-config dpkg-dev >>"$OUTPUT/apt.log" 2>&1
     install_packages liborbis-platform0 liborbis-platform-dev libtessel-common0 libtessel-common-dev
     cp "$here/application.cpp" "$here/link-order.sh" "$ROOT/tmp/"
+    progress "building an application in nine ways"
     inside bash /tmp/link-order.sh || fail "an application on the packages does not build or run"
     say "An application builds on the packages, and runs"
 }
@@ -130,6 +136,7 @@ install_packages "${programs[@]}"
 check_symbols
 try_program
 stop_all
+progress "removing the packages"
 inside dpkg --purge "${programs[@]}" >>"$OUTPUT/apt.log" 2>&1 || fail "the packages cannot be removed"
 check_rest
 install_packages "${programs[@]}"

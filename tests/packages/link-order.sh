@@ -24,3 +24,13 @@ for modules in orbis-platform "orbis-platform elementary" "elementary orbis-plat
     tried=$((tried + 1))
 done
 [ "$tried" -eq 9 ]
+
+# A package of it would need the version that is the first with all that it calls.
+mkdir "$folder/debian"
+printf 'Source: hello\n\nPackage: hello\nArchitecture: any\n' >"$folder/debian/control"
+needed=$(cd "$folder" && dpkg-shlibdeps -O hello 2>"$folder/log") || { cat "$folder/log" && exit 1; }
+if ! dpkg-query --control-list liborbis-platform0 | grep -qx symbols ||
+    ! [[ $needed =~ liborbis-platform0\ \(\>=\ 0\.1\.0\) ]]; then
+    printf 'A package of it would say: %s\n' "$needed"
+    exit 1
+fi

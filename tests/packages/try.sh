@@ -4,7 +4,7 @@
 # Runs what is installed in the bare root as a device would: the system bus with its installed policies, the program as
 # its unit says, the daemon's user who asks, and a viewer. To be sourced by bare-root.sh.
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # here and project are the caller's
+# shellcheck disable=SC2154 # here, project and programs are the caller's
 
 UI=com.norvale.orbis.tessel.ui
 UI_PATH=/com/norvale/orbis/tessel/ui
@@ -73,13 +73,14 @@ try_requests() {
     answer=$(ask tessel-daemon ShowPinPopup ss "Anna's phone" 0427) || fail "the daemon's user is refused"
     [ "$answer" = "i 0" ] || fail "the answer is $answer"
     settled_screenshot "$OUTPUT/pin.png" "$empty" || fail "no popup is seen"
-    wait_until 10 has_said "$ROOT/run/tessel-ui/speech" ",0427," ||
+    wait_until 10 has_said "$ROOT/run/tessel-ui/speech" " 0 4 2 7." ||
         fail "no PIN is read out: $(cat "$ROOT/run/tessel-ui/speech")"
     if answer=$(ask nobody HidePopup 2>&1) || [[ $answer != *"Access denied"* ]]; then
         fail "another user is not refused: $answer"
     fi
+    # Its countdown goes on, so that it is not the same picture.
     settled_screenshot "$WORK_FOLDER/still.png"
-    cmp -s "$WORK_FOLDER/still.png" "$OUTPUT/pin.png" || fail "another user changed the screen"
+    ! cmp -s "$WORK_FOLDER/still.png" "$empty" || fail "another user took the popup away"
     [ "$(ask root HidePopup)" = "i 0" ] || fail "root is refused"
     settled_screenshot "$WORK_FOLDER/plain.png" "$OUTPUT/pin.png" || fail "the popup stays"
     cmp -s "$WORK_FOLDER/plain.png" "$empty" || fail "something stays on the screen"
@@ -91,6 +92,7 @@ try_scenarios() {
     local scenario via status
     for scenario in success cancel-at-pin; do
         for via in bus settings; do
+            progress "playing $scenario over the $via"
             has_ended "$PROGRAM_PID" || fail "the program of before still runs"
             start_inside "daemon-$scenario-$via" tessel-daemon tessel-daemon-sim --fast --via "$via" \
                 --scenario "$scenario"
@@ -120,6 +122,7 @@ try_policy() {
     mkdir -p "$ROOT/tmp/project/scripts" "$ROOT/tmp/project/tests/packages"
     cp "$project/scripts/lib.sh" "$ROOT/tmp/project/scripts/"
     cp "$here/policy.sh" "$ROOT/tmp/project/tests/packages/"
+    progress "asking the bus policy"
     inside bash /tmp/project/tests/packages/policy.sh /usr/share/dbus-1/system.d/com.norvale.orbis.tessel.conf \
         /usr/bin/tessel-ui /usr/bin/tessel-daemon-sim tessel-ui tessel-daemon nobody || fail "the bus policy has gaps"
 }
@@ -127,15 +130,29 @@ try_policy() {
 # Systemd looks at the unit where all is installed that it names.
 try_unit() {
     local unit=/lib/systemd/system/tessel-ui.service told
+    progress "looking at the unit"
     told=$(inside systemd-analyze verify --man=no "$unit" 2>&1) || fail "the unit is wrong: $told"
     [ -z "$told" ] || fail "the unit is not clean: $told"
     inside systemd-analyze security --offline=true --no-pager "$unit" >"$OUTPUT/exposure.log" 2>&1 || true
-    tail -n 1 "$OUTPUT/exposure.log"
+    say "$(tail -n 1 "$OUTPUT/exposure.log")"
+}
+
+# Every program that is installed is of the packages' version, and starts.
+try_versions() {
+    local name expected told count=0
+    for name in $(inside dpkg -L "${programs[@]}" | sed -n 's|^/usr/bin/||p'); do
+        expected="$name $(inside dpkg-query -W -f '${Version}' tessel-ui)"
+        told=$(inside "$name" --version 2>&1) || fail "$name --version fails: $told"
+        [ "$told" = "$expected" ] || fail "$name --version says \"$told\", the packages are \"$expected\""
+        count=$((count + 1))
+    done
+    [ "$count" -eq 4 ] || fail "$count programs are installed"
+    say "All $count programs are of the packages' version"
 }
 
 try_program() {
     start_device
-    inside tessel-ui --version
+    try_versions
     try_unit
     try_policy
     start_program program
