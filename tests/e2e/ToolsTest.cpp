@@ -94,6 +94,10 @@ TEST_F(TheTools, AreCompletedByTheShells)
             {"tessel-daemon-sim --scenario cancel-at-p\t\n", "<--scenario cancel-at-pin>"},
             {"orbis-settings dum\t\n", "<dump>"},
             {"orbis-settings get db/menu_w\t\n", "<get db/menu_widget/some>"},
+            // A command has its own options, and not another's.
+            {"orbis-settings restore --k\t\n", "<restore --keep>"},
+            {"orbis-settings get --k\t\n", "<get --k>"},
+            {"orbis-settings set -t i\t\n", "<set -t int>"},
         };
         for (const auto& [typed, expected] : cases) {
             terminal.type(typed);
@@ -112,6 +116,9 @@ TEST_F(TheTools, AreCompletedByTheShells)
     EXPECT_TRUE(has(fish("tessel-daemon-sim --scenario cancel-at-p"), "cancel-at-pin"));
     EXPECT_TRUE(has(fish("orbis-settings dum"), "dump\tprint all keys"));
     EXPECT_TRUE(has(fish("orbis-settings get db/menu_w"), "db/menu_widget/some"));
+    EXPECT_TRUE(has(fish("orbis-settings restore --"), "--keep"));
+    EXPECT_FALSE(has(fish("orbis-settings get --"), "--keep"));
+    EXPECT_TRUE(has(fish("orbis-settings set -t i"), "int"));
 }
 
 } // namespace

@@ -36,6 +36,9 @@ struct Command {
     const char* name;
     const char* arguments;
     const char* help;
+    // For the shell alone; the command's own line takes them.
+    std::vector<Option> options {};
+    std::string argumentChoices {}; ///< as for an option's value
 };
 
 /// Ways to take an option. What they fill must outlive the parsing.
@@ -53,9 +56,9 @@ public:
     void add(Option option) { m_options.push_back(std::move(option)); }
 
     /// Has the help list the command, and the shell know it. Whoever parses looks for it.
-    void add(Command command) { m_commands.push_back(command); }
+    void add(Command command) { m_commands.push_back(std::move(command)); }
 
-    /// What an argument may be, behind the command where there are any; as for an option's value.
+    /// What an argument may be; as for an option's value.
     void setArgumentChoices(std::string choices) { m_argumentChoices = std::move(choices); }
 
     /// Has the help tell what an exit status means.

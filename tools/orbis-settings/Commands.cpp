@@ -15,22 +15,8 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <utility>
 
 namespace {
-
-struct SetRequest {
-    std::string type;
-    std::string key;
-    std::string value;
-};
-
-/// Lets a command print as JSON.
-void addJson(tools::CommandLine& line, bool& flag)
-{
-    line.add(
-        {"json", tools::setFlag(flag), "print as JSON: numbers and texts; what is no UTF-8 in it is U+FFFD"});
-}
 
 /// @return the text with quotes
 std::string jsonOf(const std::string& text)
@@ -44,60 +30,22 @@ std::string jsonOf(const Setting& setting)
     return setting.isNumber ? std::to_string(setting.number) : jsonOf(setting.text);
 }
 
-/// @param line  with the command's options
-/// @return the key that is all else the command takes
-std::optional<std::string> parseKey(tools::CommandLine line, const Arguments& arguments)
-{
-    const auto words = line.parse(arguments);
-    if (words && words->size() == 1)
-        return words->front();
-    if (words)
-        line.wrongUsage("one key is needed");
-    return std::nullopt;
-}
-
-std::optional<SetRequest> parseSet(const Arguments& arguments)
-{
-    SetRequest request;
-    tools::CommandLine line = commandLine("set", "KEY VALUE");
-    line.add(
-        {"type", tools::setText(request.type), "which kind of value: int or string", "TYPE", false, 't'});
-    const auto words = line.parse(arguments);
-    if (!words)
-        return std::nullopt;
-    const bool hasType = request.type == "int" || request.type == "string";
-    if (!hasType || words->size() != 2) {
-        line.wrongUsage(hasType ? "a key and a value are needed" : "a type is needed: -t int or -t string");
-        return std::nullopt;
-    }
-    request.key = words->front();
-    request.value = words->back();
-    return request;
-}
-
-int setNumber(const SetRequest& request)
+int setNumber(const std::string& key, const std::string& value)
 {
     int number = 0;
-    const char* end = request.value.data() + request.value.size();
-    const auto parsed = std::from_chars(request.value.data(), end, number);
-    if (parsed.ec != std::errc() || parsed.ptr != end) {
-        failure("not a whole number in the range of an int: " + request.value, 0);
-        return VCONF_ERROR;
-    }
+    const char* end = value.data() + value.size();
+    const auto parsed = std::from_chars(value.data(), end, number);
+    if (parsed.ec != std::errc() || parsed.ptr != end)
+        return failure("not a whole number in the range of an int: " + value, 0);
     errno = 0;
-    const int result = vconf_set_int(request.key.c_str(), number);
-    if (result != VCONF_OK)
-        failure("cannot write " + request.key, errno);
-    return result;
+    return vconf_set_int(key.c_str(), number) == VCONF_OK ? kSuccess : failure("cannot write " + key, errno);
 }
 
-int setText(const SetRequest& request)
+int setText(const std::string& key, const std::string& value)
 {
     errno = 0;
-    const int result = vconf_set_str(request.key.c_str(), request.value.c_str());
-    if (result != VCONF_OK)
-        failure("cannot write " + request.key, errno);
-    return result;
+    return vconf_set_str(key.c_str(), value.c_str()) == VCONF_OK ? kSuccess
+                                                                 : failure("cannot write " + key, errno);
 }
 
 int printAsJson(const Arguments& keys)
@@ -117,14 +65,6 @@ int printAsJson(const Arguments& keys)
 }
 
 } // namespace
-
-/// The command line of a command. What follows its first argument is no option: a value may begin with "-".
-tools::CommandLine commandLine(const char* command, const char* parameters)
-{
-    tools::CommandLine line(std::string(kToolName) + ' ' + command, parameters, "");
-    line.stopAtFirstArgument();
-    return line;
-}
 
 int failure(const std::string& problem, int error)
 {
@@ -155,46 +95,39 @@ bool printLine(const std::string& line)
         && fflush(stdout) == 0;
 }
 
-int setCommand(const Arguments& arguments)
+int setCommand(const Call& call)
 {
-    const auto request = parseSet(arguments);
-    if (!request)
-        return tools::kWrongUsage;
-    const int result = request->type == "int" ? setNumber(*request) : setText(*request);
-    return result == VCONF_OK ? kSuccess : kFailure;
+    const std::string& type = call.options.type;
+    if (type != "int" && type != "string")
+        return call.line.wrongUsage("a type is needed: -t int or -t string");
+    if (call.words.size() != 2)
+        return call.line.wrongUsage("a key and a value are needed");
+    return (type == "int" ? setNumber : setText)(call.words[0], call.words[1]);
 }
 
-int getCommand(const Arguments& arguments)
+int getCommand(const Call& call)
 {
-    bool isJson = false;
-    tools::CommandLine line = commandLine("get", "KEY");
-    addJson(line, isJson);
-    const auto key = parseKey(std::move(line), arguments);
-    if (!key)
-        return tools::kWrongUsage;
+    if (call.words.size() != 1)
+        return call.line.wrongUsage("one key is needed");
+    const std::string& key = call.words[0];
     errno = 0;
-    const auto setting = settingOf(*key);
+    const auto setting = settingOf(key);
     if (!setting)
-        return failure("no value in " + *key, errno);
+        return failure("no value in " + key, errno);
     const std::string text = setting->isNumber ? std::to_string(setting->number) : setting->text;
-    return printLine(isJson ? jsonOf(*setting) : text) ? kSuccess
-                                                       : failure("cannot write to standard output", errno);
+    return printLine(call.options.isJson ? jsonOf(*setting) : text)
+        ? kSuccess
+        : failure("cannot write to standard output", errno);
 }
 
-int listCommand(const Arguments& arguments)
+int listCommand(const Call& call)
 {
-    bool isJson = false;
-    tools::CommandLine line = commandLine("list", "[PREFIX]");
-    addJson(line, isJson);
-    const auto words = line.parse(arguments);
-    if (!words)
-        return tools::kWrongUsage;
-    if (words->size() > 1)
-        return line.wrongUsage("at most one prefix is possible");
-    const auto keys = keysOf(words->empty() ? "" : words->front());
+    if (call.words.size() > 1)
+        return call.line.wrongUsage("at most one prefix is possible");
+    const auto keys = keysOf(call.words.empty() ? "" : call.words[0]);
     if (!keys)
         return failure("cannot read the store", errno);
-    if (isJson)
+    if (call.options.isJson)
         return printAsJson(*keys);
     for (const std::string& key : *keys) {
         if (!printLine(lineOf(key)))
@@ -203,22 +136,16 @@ int listCommand(const Arguments& arguments)
     return kSuccess;
 }
 
-int unsetCommand(const Arguments& arguments)
+int unsetCommand(const Call& call)
 {
-    const auto key = parseKey(commandLine("unset", "KEY"), arguments);
-    if (!key)
-        return tools::kWrongUsage;
+    if (call.words.size() != 1)
+        return call.line.wrongUsage("one key is needed");
     errno = 0;
-    if (vconf_unset(key->c_str()) != VCONF_OK)
-        return failure("cannot remove " + *key, errno);
-    return kSuccess;
+    return vconf_unset(call.words[0].c_str()) == VCONF_OK ? kSuccess
+                                                          : failure("cannot remove " + call.words[0], errno);
 }
 
-int watchCommand(const Arguments& arguments)
+int watchCommand(const Call& call)
 {
-    tools::CommandLine line = commandLine("watch", "KEY...");
-    const auto words = line.parse(arguments);
-    if (!words)
-        return tools::kWrongUsage;
-    return words->empty() ? line.wrongUsage("at least one key is needed") : watch(*words);
+    return call.words.empty() ? call.line.wrongUsage("at least one key is needed") : watch(call.words);
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tessel UI authors
 // SPDX-License-Identifier: Apache-2.0
 
-/// The commands of orbis-settings. Each gets the arguments after its name and returns an exit status.
+/// The commands of orbis-settings. Each returns an exit status.
 #pragma once
 
 #include "options/CommandLine.h"
@@ -16,21 +16,31 @@ inline constexpr char kToolName[] = "orbis-settings";
 
 using Arguments = std::vector<std::string>;
 
-int setCommand(const Arguments& arguments);
-int getCommand(const Arguments& arguments);
-int listCommand(const Arguments& arguments);
-int unsetCommand(const Arguments& arguments);
-int watchCommand(const Arguments& arguments);
-int batchCommand(const Arguments& arguments);
-int dumpCommand(const Arguments& arguments);
-int restoreCommand(const Arguments& arguments);
+/// What the options of all commands say; a command has some of them.
+struct CommandOptions {
+    std::string type;
+    bool isJson = false;
+    bool keepsOthers = false;
+};
+
+/// A command as it was called.
+struct Call {
+    const tools::CommandLine& line; ///< for what is wrong with it
+    const CommandOptions& options;
+    const Arguments& words; ///< all that is no option
+};
+
+int setCommand(const Call& call);
+int getCommand(const Call& call);
+int listCommand(const Call& call);
+int unsetCommand(const Call& call);
+int watchCommand(const Call& call);
+int batchCommand(const Call& call);
+int dumpCommand(const Call& call);
+int restoreCommand(const Call& call);
 
 /// Carries out a line of a batch: a command with its arguments, quoted as in a shell. @return its exit status
 int runLine(const std::string& line);
-
-/// @return the command line of a command. What follows its first argument is no option: a value may begin
-/// with "-".
-tools::CommandLine commandLine(const char* command, const char* parameters);
 
 /// Prints each change of the keys until a signal comes or nobody reads. @return the exit status
 int watch(const Arguments& keys);

@@ -91,16 +91,12 @@ int restore(const std::string& file, bool keepsOthers)
 
 } // namespace
 
-int dumpCommand(const Arguments& arguments)
+int dumpCommand(const Call& call)
 {
-    tools::CommandLine line = commandLine("dump", "[PREFIX]");
-    const auto words = line.parse(arguments);
-    if (!words)
-        return tools::kWrongUsage;
-    if (words->size() > 1)
-        return line.wrongUsage("at most one prefix is possible");
+    if (call.words.size() > 1)
+        return call.line.wrongUsage("at most one prefix is possible");
     std::string problem;
-    const auto dump = readStore(words->empty() ? "" : words->front(), problem);
+    const auto dump = readStore(call.words.empty() ? "" : call.words[0], problem);
     if (!dump)
         return failure(problem, 0);
     const std::string text = toText(*dump);
@@ -108,29 +104,18 @@ int dumpCommand(const Arguments& arguments)
     return isWritten ? kSuccess : failure("cannot write to standard output", errno);
 }
 
-int restoreCommand(const Arguments& arguments)
+int restoreCommand(const Call& call)
 {
-    tools::CommandLine line = commandLine("restore", "[FILE]");
-    bool keepsOthers = false;
-    line.add({"keep", tools::setFlag(keepsOthers),
-        "keep keys that the dump does not have, instead of removing them"});
-    const auto words = line.parse(arguments);
-    if (!words)
-        return tools::kWrongUsage;
-    if (words->size() > 1)
-        return line.wrongUsage("at most one file is possible");
-    return restore(words->empty() ? "-" : words->front(), keepsOthers);
+    if (call.words.size() > 1)
+        return call.line.wrongUsage("at most one file is possible");
+    return restore(call.words.empty() ? "-" : call.words[0], call.options.keepsOthers);
 }
 
-int batchCommand(const Arguments& arguments)
+int batchCommand(const Call& call)
 {
-    tools::CommandLine line = commandLine("batch", "[FILE]");
-    const auto words = line.parse(arguments);
-    if (!words)
-        return tools::kWrongUsage;
-    if (words->size() > 1)
-        return line.wrongUsage("at most one file is possible");
-    const std::string file = words->empty() ? "-" : words->front();
+    if (call.words.size() > 1)
+        return call.line.wrongUsage("at most one file is possible");
+    const std::string file = call.words.empty() ? "-" : call.words[0];
     const auto text = textOf(file);
     if (!text)
         return failure("cannot read " + nameOf(file), errno);
