@@ -3,6 +3,7 @@
 
 /// Plays with the whole program for a while, from a seed or a trace.
 #include "Actions.h"
+#include "options/Terminal.h"
 
 #include <fstream>
 #include <iostream>
@@ -55,13 +56,16 @@ void take(World& world, const Step& step)
 /// @return how many steps it was
 int play(World& world, const Options& options)
 {
+    tools::Progress progress;
     int count = 0;
     if (options.replay) {
         std::ifstream steps(options.replay);
         if (!steps)
             throw std::runtime_error(std::string("cannot read ") + options.replay);
-        for (std::string line; std::getline(steps, line); ++count)
+        for (std::string line; std::getline(steps, line); ++count) {
+            progress.show("step " + std::to_string(count + 1) + ": " + line);
             take(world, stepOf(line));
+        }
         return count;
     }
     std::cout << "seed " << options.seed << std::endl;
@@ -72,6 +76,8 @@ int play(World& world, const Options& options)
     for (; g_get_monotonic_time() < end && count < options.steps; ++count) {
         const Step step = someStep(actions, random);
         steps << lineOf(step) << std::endl;
+        progress.show(std::to_string((end - g_get_monotonic_time()) / G_USEC_PER_SEC) + " s to go, step "
+            + std::to_string(count + 1) + ": " + lineOf(step));
         take(world, step);
     }
     return count;
