@@ -131,12 +131,12 @@ begin_step() {
     TOLD=()
 }
 
-# Something was read out, and one utterance holds all that the viewer must be told.
+# Something was read out, and one utterance holds all that the viewer must be told. A PIN is spelled, in groups.
 was_told() {
     local utterance word
     while read -r utterance; do
         for word in "${TOLD[@]}"; do
-            [[ $utterance == *"$word"* ]] || continue 2
+            [[ ${utterance//[ ,]/} == *"${word//[ ,]/}"* ]] || continue 2
         done
         return
     done < <(tail -n "+$((SPEECH_LINE + 1))" "$SPEECH" 2>/dev/null)
