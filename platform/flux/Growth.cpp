@@ -6,6 +6,7 @@
 #include "elm_flux.h"
 #include "flux/Progressbar.h"
 #include "flux/Record.h"
+#include "flux/TextFit.h"
 #include "flux/Textbox.h"
 
 #include <algorithm>

@@ -14,6 +14,7 @@
 #include "flux/Widget.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orbis::flux {
 
@@ -24,6 +25,10 @@ constexpr const char* kBoxPart = "elm.swallow.box";
 /// How far a text may reach above and below its place, layout units: the rows of secondary text are a little
 /// lower than the font's own lines, and its letters must not be cut.
 constexpr double kTextOverhang = 0.75;
+
+/// What the room of empty texts gives to part two texts that stand one below the other, layout units: their
+/// rows leave no more than some writing needs for its marks.
+constexpr double kTextGap = 1.0;
 
 /// How far the digits of a code stand below the middle of their place, layout units: the text above has that
 /// much less room below it than they have above the buttons.
@@ -98,6 +103,60 @@ int offsetOfLoneText(const Evas_Object_Box_Data* boxData, const ItemRoom& area)
     return std::max(0, area.height - sizeOf(lone).height) / 2;
 }
 
+bool isText(const Evas_Object* item, bool isEmpty)
+{
+    const auto* text = recordOf<TextboxRecord>(item);
+    return text && text->text.empty() == isEmpty;
+}
+
+/// Takes from the room of empty texts what parts the others.
+class TextGaps {
+public:
+    explicit TextGaps(const Eina_List* children)
+    {
+        const Eina_List* node = nullptr;
+        void* entry = nullptr;
+        const Evas_Object* former = nullptr;
+        int spare = 0;
+        EINA_LIST_FOREACH(children, node, entry)
+        {
+            const Evas_Object* item = static_cast<Evas_Object_Box_Option*>(entry)->obj;
+            spare += isText(item, true) ? sizeOf(item).height : 0;
+            m_left += isBelowText(former, item) ? elm_flux_unit_to_pixel(kTextGap) : 0;
+            former = item;
+        }
+        m_left = std::min(m_left, spare);
+        m_owed = m_left;
+    }
+
+    /// @return what is to be left empty above @p item, pixels
+    int above(const Evas_Object* item)
+    {
+        const bool isParted = isBelowText(std::exchange(m_former, item), item);
+        const int gap = isParted ? std::min(m_left, elm_flux_unit_to_pixel(kTextGap)) : 0;
+        m_left -= gap;
+        return gap;
+    }
+
+    /// @return what @p item is to be lower than it was appended, pixels
+    int takenFrom(const Evas_Object* item)
+    {
+        const int taken = isText(item, true) ? std::min(m_owed, sizeOf(item).height) : 0;
+        m_owed -= taken;
+        return taken;
+    }
+
+private:
+    static bool isBelowText(const Evas_Object* former, const Evas_Object* item)
+    {
+        return isText(former, false) && isText(item, false);
+    }
+
+    const Evas_Object* m_former = nullptr;
+    int m_left = 0; ///< of the gaps' sum, not given yet, pixels
+    int m_owed = 0; ///< not taken yet
+};
+
 /// The items have the sizes they were appended with; what the toolkit's own boxes would make of hints and
 /// weights does not come into it.
 void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
@@ -112,12 +171,14 @@ void arrange(Evas_Object* canvasBox, Evas_Object_Box_Data* boxData, void* data)
     const bool mirrored = elm_object_mirrored_get(record.object);
     const int gap = elm_flux_unit_to_pixel(record.gap);
     int offset = horizontal ? 0 : offsetOfLoneText(boxData, area);
+    TextGaps textGaps {horizontal ? nullptr : boxData->children};
     const Eina_List* node = nullptr;
     void* entry = nullptr;
     EINA_LIST_FOREACH(boxData->children, node, entry)
     {
-        auto* option = static_cast<Evas_Object_Box_Option*>(entry);
-        offset += placeItem(option->obj, area, horizontal, mirrored, offset) + gap;
+        auto* item = static_cast<Evas_Object_Box_Option*>(entry)->obj;
+        offset += textGaps.above(item);
+        offset += placeItem(item, area, horizontal, mirrored, offset) + gap - textGaps.takenFrom(item);
     }
 }
 

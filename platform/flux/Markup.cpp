@@ -209,11 +209,36 @@ private:
     size_t m_tags = 0;
 };
 
+/// A name that is nothing but ends of lines would be nothing to see: it is shown as it is written.
+/// @return whether @p markup is no more than that
+bool isOnlyLineEnds(std::string_view markup)
+{
+    bool isAny = false;
+    while (!markup.empty()) {
+        const size_t length = base::tagLength(markup);
+        const std::string_view name = length > 0 ? nameOf(markup.substr(1, length - 2)) : "";
+        if (markup.front() != ' ' && name != "br" && name != "ps")
+            return false;
+        isAny = isAny || length > 0;
+        markup.remove_prefix(std::max<size_t>(length, 1));
+    }
+    return isAny;
+}
+
+std::string asWritten(const std::string& markup)
+{
+    std::string result;
+    for (const char c : markup)
+        result.append(c == '<' ? "&lt;" : std::string(1, c));
+    return result;
+}
+
 } // namespace
 
 std::string displayMarkup(const std::string& markup, const TextColours& colours)
 {
-    return Filter(markup, colours).run();
+    const std::string written = isOnlyLineEnds(markup) ? asWritten(markup) : markup;
+    return Filter(written, colours).run();
 }
 
 } // namespace orbis::flux

@@ -3,13 +3,15 @@
 
 #include "flux/Textbox.h"
 
-#include "base/EflHandles.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 #include "flux/Markup.h"
+#include "flux/PopupRecord.h"
 #include "flux/Record.h"
+#include "flux/TextFit.h"
 #include "flux/Theme.h"
 #include "flux/Typesetting.h"
+#include "flux/WindowHost.h"
 
 #include <string_view>
 #include <utility>
@@ -18,13 +20,7 @@ namespace orbis::flux {
 
 namespace {
 
-constexpr const char* kTextPart = "elm.text";
-
-/// The toolkit shrinks a text that fills its place to the last line of pixels.
-constexpr int kSlack = 4;
-
-/// Higher than any text; of a text that does not fit the toolkit tells less.
-constexpr int kMeasureHeight = 20000;
+constexpr const char* kTextPart = TextboxRecord::kPart;
 
 const char* alignName(Elm_Flux_Textbox_Align align)
 {
@@ -40,12 +36,6 @@ const char* alignName(Elm_Flux_Textbox_Align align)
     return nullptr;
 }
 
-std::string themeData(const TextboxRecord& record, const char* name)
-{
-    const char* data = edje_object_data_get(elm_layout_edje_get(record.object), name);
-    return data ? data : "";
-}
-
 /// Colours that texts bring along are chosen against the usual card.
 /// @return the one that replaces them, or ""
 std::string replacingColour(const TextboxRecord& record)
@@ -53,26 +43,12 @@ std::string replacingColour(const TextboxRecord& record)
     return record.contrast ? themeData(record, "contrast") : "";
 }
 
-/// A text is cut with an ellipsis where shrinking did not help; several lines wrap, inside a word
-/// where they must, because names and network names need not hold a blank.
-std::string styleOf(const TextboxRecord& record)
+/// What holds a text that is larger than usual has its size from it, and gives the room of an empty one to
+/// others.
+void tellOfSize(TextboxRecord& record)
 {
-    std::string style = "DEFAULT='align=";
-    style += alignName(record.align);
-    const bool wraps = record.multiline && record.rule != ELM_FLUX_RESPONSIVE_SHRINK;
-    style += wraps ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
-    if (const std::string language = languageStyle(); !language.empty())
-        style += ' ' + language;
-    const std::string replacing = replacingColour(record);
-    if (!record.color.empty())
-        style += " color=" + (replacing.empty() ? record.color : replacing);
-    return style + "'";
-}
-
-/// What holds a text that is larger than usual has its size from it.
-void tellOfSize(const TextboxRecord& record)
-{
-    if (elm_object_scale_get(record.object) <= 1.0)
+    const bool wasEmpty = std::exchange(record.wasEmpty, record.text.empty());
+    if (elm_object_scale_get(record.object) <= 1.0 && wasEmpty == record.text.empty())
         return;
     for (Evas_Object* around = elm_object_parent_widget_get(record.object); around;
          around = elm_object_parent_widget_get(around)) {
@@ -81,20 +57,43 @@ void tellOfSize(const TextboxRecord& record)
     }
 }
 
-void showText(const TextboxRecord& record)
+void showText(TextboxRecord& record)
 {
     const TextColours colours {themeData(record, "ground"), replacingColour(record)};
     const std::string markup = displayMarkup(record.text, colours);
     const bool isCode = record.size == ELM_FLUX_TEXTBOX_SIZE_DIGITS;
-    elm_layout_text_set(record.object, kTextPart, (isCode ? typesetCode(markup) : typeset(markup)).c_str());
+    record.markup = isCode ? typesetCode(markup) : typeset(markup, wraps(record) ? Lines::Many : Lines::One);
+    elm_layout_text_set(record.object, kTextPart, textThatFits(record).c_str());
     tellOfSize(record);
+}
+
+/// In another room another part of a text that is too long is drawn.
+void fitAgain(const TextboxRecord& record)
+{
+    const std::string text = textThatFits(record);
+    const char* former = elm_layout_text_get(record.object, kTextPart);
+    if (!former || former != text)
+        elm_layout_text_set(record.object, kTextPart, text.c_str());
+}
+
+/// A text of a popup that has been read out is news; that of another one is said with it.
+void tellReader(const TextboxRecord& record)
+{
+    WindowHost* host = WindowHost::of(elm_object_top_widget_get(record.object));
+    for (Evas_Object* around = record.object; host && around; around = elm_object_parent_widget_get(around)) {
+        const auto* popup = recordOf<PopupRecord>(around);
+        if (popup && popup->told.isAnnounced) {
+            host->textsChanged();
+            return;
+        }
+    }
 }
 
 void restyle(const TextboxRecord& record)
 {
     Evas_Object* edje = elm_layout_edje_get(record.object);
     edje_object_part_text_style_user_pop(edje, kTextPart);
-    edje_object_part_text_style_user_push(edje, kTextPart, styleOf(record).c_str());
+    edje_object_part_text_style_user_push(edje, kTextPart, ("DEFAULT='" + styleOf(record) + "'").c_str());
     elm_object_signal_emit(
         record.object, record.rule == ELM_FLUX_RESPONSIVE_KEEP ? "flux,keep" : "flux,fit", "");
     if (record.contrast) // after the rule, which has a look of its own
@@ -118,6 +117,10 @@ void on_contrast(void* data, Evas_Object*, const char* emission, const char*)
 void on_resized(void* data, Evas*, Evas_Object*, void*)
 {
     auto& record = *static_cast<TextboxRecord*>(data);
+    guarded([&] {
+        fitAgain(record);
+        return EINA_TRUE;
+    });
     if (record.isAlignSet || !record.multiline)
         return;
     Evas_Object* edje = elm_layout_edje_get(record.object);
@@ -135,7 +138,7 @@ std::string groupOf(Elm_Flux_Textbox_Size size)
     return std::to_string(size) + (isLarger ? "/dots" : "");
 }
 
-bool loadGroup(const TextboxRecord& record)
+bool loadGroup(TextboxRecord& record)
 {
     if (!elm_layout_theme_set(record.object, "flux", "textbox", groupOf(record.size).c_str()))
         return false;
@@ -146,32 +149,29 @@ bool loadGroup(const TextboxRecord& record)
 
 } // namespace
 
-int naturalHeight(const TextboxRecord& record, int width)
+std::string themeData(const TextboxRecord& record, const char* name)
 {
-    if (record.text.empty())
-        return 0;
-    const Evas_Object* edje = elm_layout_edje_get(record.object);
-    const Evas_Object* shown = edje_object_part_object_get(edje, kTextPart);
-    const base::ObjectPtr measured {evas_object_textblock_add(evas_object_evas_get(edje))};
-    if (!shown || !measured)
-        return 0;
-    const std::string own = styleOf(record);
-    const char* group = evas_textblock_style_get(evas_object_textblock_style_get(shown));
-    Evas_Textblock_Style* style = evas_textblock_style_new();
-    Evas_Textblock_Style* added = evas_textblock_style_new();
-    evas_textblock_style_set(style, group);
-    evas_textblock_style_set(added, own.c_str());
-    evas_object_scale_set(measured.get(), evas_object_scale_get(shown));
-    evas_object_textblock_style_set(measured.get(), style);
-    evas_object_textblock_style_user_push(measured.get(), added);
-    evas_object_textblock_text_markup_set(
-        measured.get(), evas_object_textblock_text_markup_get(const_cast<Evas_Object*>(shown)));
-    evas_object_resize(measured.get(), width, kMeasureHeight);
-    int height = 0;
-    evas_object_textblock_size_formatted_get(measured.get(), nullptr, &height);
-    evas_textblock_style_free(style);
-    evas_textblock_style_free(added);
-    return height + kSlack;
+    const char* data = edje_object_data_get(elm_layout_edje_get(record.object), name);
+    return data ? data : "";
+}
+
+bool wraps(const TextboxRecord& record)
+{
+    return record.multiline && record.rule != ELM_FLUX_RESPONSIVE_SHRINK;
+}
+
+/// Several lines wrap, inside a word where they must, because names and network names need not hold a blank.
+/// What does not fit has been cut before; the toolkit's ellipsis is for what a text measures otherwise.
+std::string styleOf(const TextboxRecord& record)
+{
+    std::string style = std::string("align=") + alignName(record.align);
+    style += wraps(record) ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
+    if (const std::string language = languageStyle(); !language.empty())
+        style += ' ' + language;
+    const std::string replacing = replacingColour(record);
+    if (!record.color.empty())
+        style += " color=" + (replacing.empty() ? record.color : replacing);
+    return style;
 }
 
 void alignToStart(TextboxRecord& record)
@@ -233,6 +233,7 @@ Eina_Bool elm_flux_textbox_text_set(Evas_Object* textbox, const char* text)
             std::swap(record.text, former); // it is still what is shown
             throw;
         }
+        tellReader(record);
         return true;
     });
 }
@@ -242,6 +243,7 @@ Eina_Bool elm_flux_textbox_multiline_set(Evas_Object* textbox, Eina_Bool multili
     return changed(textbox, [&](TextboxRecord& record) {
         record.multiline = multiline;
         restyle(record);
+        showText(record);
         return true;
     });
 }
@@ -279,6 +281,7 @@ Eina_Bool elm_flux_textbox_responsive_rule_set(Evas_Object* textbox, Elm_Flux_Re
             return false;
         record.rule = rule;
         restyle(record);
+        showText(record);
         return true;
     });
 }

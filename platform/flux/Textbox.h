@@ -12,6 +12,7 @@ namespace orbis::flux {
 
 struct TextboxRecord {
     static constexpr const char* kKey = "orbis.flux.textbox";
+    static constexpr const char* kPart = "elm.text"; ///< of its theme group
 
     Evas_Object* object = nullptr;
     bool multiline = false;
@@ -22,10 +23,18 @@ struct TextboxRecord {
     Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;
     std::string color; ///< "#rrggbb", or empty for the theme's
     std::string text;
+    bool wasEmpty = true; ///< when its layout was told of the text last
+    std::string markup; ///< that says the same, all of it, as it would be drawn
 };
 
-/// @return how high a text is that is @p width wide and not shrunk, pixels as the width
-int naturalHeight(const TextboxRecord& record, int width);
+/// @return what the theme says under @p name, or ""
+std::string themeData(const TextboxRecord& record, const char* name);
+
+/// @return whether a text may have several lines
+bool wraps(const TextboxRecord& record);
+
+/// @return what the box adds to the text style of its theme group
+std::string styleOf(const TextboxRecord& record);
 
 /// Has a text begin where lines begin, unless the application has chosen an alignment.
 void alignToStart(TextboxRecord& record);

@@ -3,14 +3,11 @@
 
 #include "flux/Typesetting.h"
 
-#include "base/Markup.h"
-
-#include <glib.h>
+#include "flux/Pieces.h"
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 namespace orbis::flux {
 
@@ -19,87 +16,18 @@ namespace {
 constexpr const char* kWordJoiner = "\u2060";
 constexpr const char* kThinSpace = "\u2009";
 constexpr const char* kGroupSpace = "\u2002";
+constexpr const char* kPopIsolate = "\u2069";
+
+constexpr const char* kNoBreakSpace = "\u00a0";
 
 /// The last characters of a text without blanks that stay together.
 constexpr size_t kLastCharacters = 3;
 
-constexpr gunichar kLeftToRightMark = 0x200e;
-constexpr gunichar kRightToLeftMark = 0x200f;
-constexpr gunichar kLeftToRightEmbedding = 0x202a;
-constexpr gunichar kRightToLeftOverride = 0x202e;
-constexpr gunichar kFirstIsolate = 0x2066;
-constexpr gunichar kLastIsolate = 0x2068;
-constexpr gunichar kPopIsolate = 0x2069;
+/// A last word of no more characters stays with the one before it.
+constexpr size_t kShortWord = 3;
 
-/// A tag, or a character, which may be written as an entity.
-struct Piece {
-    std::string text;
-    gunichar character = 0; ///< 0 for a tag and for what is no character
-
-    bool isTag() const { return text.size() > 1 && text.front() == '<'; }
-    bool beginsIsolate() const { return character >= kFirstIsolate && character <= kLastIsolate; }
-    bool endsIsolate() const { return character == kPopIsolate; }
-    bool isMark() const { return character == kLeftToRightMark || character == kRightToLeftMark; }
-    bool isForced() const { return character >= kLeftToRightEmbedding && character <= kRightToLeftOverride; }
-    bool isBlank() const { return character == ' '; }
-    bool isInvisible() const { return beginsIsolate() || endsIsolate() || isMark(); }
-};
-
-using Pieces = std::vector<Piece>;
-
-gunichar characterOf(const std::string& text)
-{
-    if (text.front() != '&') {
-        const gunichar character = g_utf8_get_char_validated(text.data(), static_cast<gssize>(text.size()));
-        return character >= 0x110000 ? 0 : character;
-    }
-    if (text.size() < 4 || text[1] != '#')
-        return '&'; // any that is drawn
-    const bool isHexadecimal = text[2] == 'x' || text[2] == 'X';
-    return static_cast<gunichar>(
-        g_ascii_strtoull(text.c_str() + (isHexadecimal ? 3 : 2), nullptr, isHexadecimal ? 16 : 10));
-}
-
-size_t lengthOfPiece(std::string_view text)
-{
-    if (const size_t tag = base::tagLength(text); tag > 0)
-        return tag;
-    if (const size_t entity = base::entityLength(text); entity > 0)
-        return entity;
-    size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
-        ++length;
-    return length;
-}
-
-Pieces piecesOf(std::string_view text)
-{
-    Pieces pieces;
-    while (!text.empty()) {
-        const size_t length = lengthOfPiece(text);
-        Piece piece {std::string(text.substr(0, length))};
-        if (!piece.isTag())
-            piece.character = characterOf(piece.text);
-        pieces.push_back(std::move(piece));
-        text.remove_prefix(length);
-    }
-    return pieces;
-}
-
-std::string textOf(const Pieces& pieces)
-{
-    std::string text;
-    for (const Piece& piece : pieces)
-        text += piece.text;
-    return text;
-}
-
-/// @return whether a line ends with it for certain
-bool endsLine(const Piece& piece)
-{
-    const std::string_view text = piece.text;
-    return text.substr(0, 3) == "<br" || text.substr(0, 3) == "<ps" || piece.character == '\n';
-}
+/// Hardly any writing piles up more on a letter; what is more would be drawn over the lines around.
+constexpr int kMostPiledMarks = 3;
 
 bool isWrittenFromRight(const Piece& piece)
 {
@@ -115,7 +43,7 @@ void dropForcedDirection(Pieces::const_iterator begin, Pieces::const_iterator en
 {
     const bool isFromRight = std::any_of(begin, end, isWrittenFromRight);
     for (auto piece = begin; piece != end; ++piece) {
-        const bool isMarkAround = piece->isMark() && (piece == begin || std::next(piece) == end);
+        const bool isMarkAround = piece->isDirectionMark() && (piece == begin || std::next(piece) == end);
         if (!isFromRight || !(piece->isForced() || isMarkAround))
             name.push_back(*piece);
     }
@@ -164,7 +92,7 @@ void evenIsolates(Pieces& line)
             kept.push_back(*piece);
     }
     if (first != line.end() && !isEnded)
-        kept.push_back({"\u2069", kPopIsolate});
+        kept.push_back(piecesOf(kPopIsolate).front());
     line = std::move(kept);
 }
 
@@ -208,10 +136,65 @@ void joinLastIdeographs(Pieces& line)
     }
 }
 
+/// A short word does not stand alone on the last line.
+void joinLastWord(Pieces& line)
+{
+    size_t length = 0;
+    for (auto piece = line.rbegin(); piece != line.rend() && length <= kShortWord; ++piece) {
+        if (piece->isBlank() && length > 0) {
+            const bool isWordBefore = std::next(piece) != line.rend() && !std::next(piece)->isBlank();
+            if (isWordBefore)
+                *piece = piecesOf(kNoBreakSpace).front();
+            return;
+        }
+        const bool isDrawn = !piece->isTag() && !piece->isInvisible() && !piece->isPiledMark();
+        length += isDrawn && !piece->isBlank() ? 1 : 0;
+    }
+}
+
+void dropPiledMarks(Pieces& line)
+{
+    int piled = 0;
+    const auto isTooMuch = [&](const Piece& piece) {
+        piled = piece.isPiledMark() ? piled + 1 : piece.isTag() || piece.isInvisible() ? piled : 0;
+        return piled > kMostPiledMarks && piece.isPiledMark();
+    };
+    line.erase(std::remove_if(line.begin(), line.end(), isTooMuch), line.end());
+}
+
+/// What parts the words of a name that has lines of its own parts them where all of it is on one.
+void joinLines(Pieces::iterator begin, Pieces::iterator end)
+{
+    for (auto piece = begin; piece != end; ++piece) {
+        if (piece->endsLine() || piece->character == '\n' || piece->character == '\t')
+            *piece = piecesOf(" ").front();
+    }
+}
+
+/// A name that stands in an isolate is a part of its sentence and ends no line of it.
+void joinLinesOfNames(Pieces& pieces)
+{
+    const auto isEnd = [](const Piece& piece) { return piece.endsIsolate(); };
+    for (auto piece = pieces.begin(); piece != pieces.end();) {
+        if (!piece++->beginsIsolate())
+            continue;
+        int depth = 1;
+        auto end = piece;
+        for (; end != pieces.end() && depth > 0; ++end)
+            depth += end->beginsIsolate() ? 1 : end->endsIsolate() ? -1 : 0;
+        if (depth > 0) // one of them is the name's own
+            end = std::find_if(pieces.rbegin(), std::make_reverse_iterator(piece), isEnd).base();
+        joinLines(piece, end);
+        piece = std::max(piece, end);
+    }
+}
+
 void setLine(Pieces& line)
 {
+    dropPiledMarks(line);
     evenIsolates(line);
     dropForcedDirection(line);
+    joinLastWord(line);
     joinLastIdeographs(line);
     joinKorean(line);
 }
@@ -233,9 +216,14 @@ bool isCodeLetter(const Piece& piece)
 
 } // namespace
 
-std::string typeset(const std::string& markup)
+std::string typeset(const std::string& markup, Lines lines)
 {
     Pieces pieces = piecesOf(markup);
+    if (lines == Lines::One)
+        joinLines(pieces.begin(), pieces.end());
+    else
+        joinLinesOfNames(pieces);
+    const auto endsLine = [](const Piece& piece) { return piece.endsLine(); };
     std::string result;
     for (auto begin = pieces.begin(); begin != pieces.end();) {
         const auto end = std::find_if(begin, pieces.end(), endsLine);
@@ -243,7 +231,7 @@ std::string typeset(const std::string& markup)
         setLine(line);
         result += textOf(line);
         begin = end;
-        for (; begin != pieces.end() && endsLine(*begin); ++begin)
+        for (; begin != pieces.end() && begin->endsLine(); ++begin)
             result += begin->text;
     }
     return result;

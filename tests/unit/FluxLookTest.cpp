@@ -4,6 +4,7 @@
 /// What the viewer chooses for the look of the widgets, and what a popup shows of its time.
 #include "Fixtures.h"
 #include "elm_flux.h"
+#include "flux/Shortening.h"
 #include "flux/Typesetting.h"
 #include "vconf.h"
 
@@ -132,9 +133,10 @@ TEST(ATypesetText, SaysTheSameInLinesThatBreakWell)
         const char* markup;
         const char* set;
     } cases[] = {
-        {"The way to this TV goes on to:", "The way to this TV goes on to:"},
+        {"The way to this TV goes on to:", "The way to this TV goes on\u00a0to:"},
+        {"Go \u2068A<b>B</b>\u2069.<br>It is on.", "Go\u00a0\u2068A<b>B</b>\u2069.<br>It is\u00a0on."},
         {"Phone set-up", "Phone set-up"},
-        {"TV\uc124\uc815 \uc911", "TV\u2060\uc124\u2060\uc815 \uc911"},
+        {"TV\uc124\uc815 \uc911", "TV\u2060\uc124\u2060\uc815\u2060\u00a0\u2060\uc911"},
         {"\u2068\u200eAnna\u200f\u2069 is here", "\u2068\u200eAnna\u200f\u2069 is here"},
         {"\u2068\u202d\u05d0\u05d1\u2069 came", "\u2068\u05d0\u05d1\u2069 came"},
         {"\u2068&#x200e;\u05d0\u05d1&#x200f;\u2069 came", "\u2068\u05d0\u05d1\u2069 came"},
@@ -142,9 +144,69 @@ TEST(ATypesetText, SaysTheSameInLinesThatBreakWell)
         {"\u2068a\u2069b\u2069 came", "\u2068ab\u2069 came"},
         {"a\u2067b", "a\u2067b\u2069"},
         {"a\u2069b", "ab"},
+        // A name's lines are those of no sentence.
+        {"one<br>\u2068a<br>\u2067b\u2069\u2069<br>two", "one<br>\u2068a\u00a0b\u2069<br>two"},
+        {"\u2068\u2067a\u2069 came<br>\u05d0", "\u2068a\u2069 came<br>\u05d0"},
+        {"a\u0301\u0302\u0303\u0304\u0305b\u0301", "a\u0301\u0302\u0303b\u0301"},
     };
     for (const auto& [markup, set] : cases)
         EXPECT_EQ(orbis::flux::typeset(markup), set);
+    EXPECT_EQ(orbis::flux::typeset("One<br>more", orbis::flux::Lines::One), "One more");
+}
+
+TEST(AShortenedText, LosesWhatIsLongestOfItsNames)
+{
+    const struct {
+        const char* markup;
+        size_t count;
+        const char* shortened;
+    } cases[] = {
+        {"Bob", 1, "Bo…"},
+        {"one<br>two", 4, "one…"},
+        {"From \u2068\u200eAnna &amp; Bo\u200f\u2069.", 3, "From \u2068\u200eAnna &amp;…\u200f\u2069."},
+        {"From \u2068<b>Anna</b>\u2069 and \u2068Bo\u2069.", 3,
+            "From \u2068<b>A…</b>\u2069 and \u2068Bo\u2069."},
+        {"From \u2068Bo\u2069 on.", 4, "From \u2068\u2069 o…"},
+    };
+    for (const auto& [markup, count, shortened] : cases)
+        EXPECT_EQ(orbis::flux::Shortening(markup).without(count), shortened);
+}
+
+/// @return the text that is drawn, and how high it is
+std::pair<std::string, int> drawnIn(const Evas_Object* textbox)
+{
+    int height = 0;
+    const Evas_Object* edje = elm_layout_edje_get(textbox);
+    edje_object_calc_force(const_cast<Evas_Object*>(edje));
+    const Evas_Object* text = edje_object_part_object_get(edje, "elm.text");
+    evas_object_textblock_size_formatted_get(text, nullptr, &height);
+    return {elm_layout_text_get(textbox, "elm.text"), height};
+}
+
+TEST_F(ALook, OfATextThatIsTooLongHasAnEllipsisInItsNameAndAllThatIsAroundIt)
+{
+    Evas_Object* box = elm_flux_textbox_add(m_window);
+    elm_flux_textbox_multiline_set(box, EINA_TRUE);
+    const std::string after = "\u2069. \u05d4\u05e2\u05d1\u05e8\u05d4:";
+    for (const char* part :
+        {"A long name ", "Verylongname", "\u5ba2\u5385", "\u05d0\u05d1\u05d2\u05d3\u05d4 "}) {
+        std::string text = "\u05d4\u05ea\u05e7\u05d1\u05dc\u05d5 \u2068";
+        for (int i = 0; i < 45; ++i)
+            text += part;
+        for (const int height : {90, 150, 77}) {
+            evas_object_resize(box, 500, height);
+            elm_flux_textbox_text_set(box, (text + after).c_str());
+            const auto [drawn, taken] = drawnIn(box);
+            EXPECT_LE(taken, height) << part;
+            const size_t at = drawn.find("…");
+            ASSERT_NE(at, std::string::npos) << part;
+            EXPECT_EQ(drawn.substr(at), "…" + after);
+            EXPECT_GT(taken, height - 40) << "a line is left empty";
+        }
+        evas_object_resize(box, 900, 900);
+        EXPECT_EQ(drawnIn(box).first.find("…"), std::string::npos) << "there is room for all of it now";
+    }
+    evas_object_del(box);
 }
 
 TEST(ATypesetCode, StandsApartInGroups)

@@ -106,6 +106,10 @@ TEST_F(TheReadOut, AnnouncesAPopupWholeAndThenOnlyWhatIsNew)
     elm_flux_textbox_text_set(m_text, "Really?");
     toolkit::press(m_window, "Left");
     EXPECT_EQ(heard(), (Lines {"Really? Yes. Button, 1 of 2."}));
+    elm_flux_textbox_text_set(m_text, "Almost done.");
+    EXPECT_EQ(heard(), (Lines {"Almost done."})) << "no key was pressed";
+    elm_flux_textbox_text_set(m_text, "Really?");
+    heard();
     evas_object_hide(both);
     EXPECT_EQ(heard(), Lines {});
     show(both);

@@ -53,6 +53,10 @@ TEST(TheMarkupOfAText, IsWhatTheListAllowsAndNothingElse)
         {"<b' font_size=300'>A", "&lt;b' font_size=300'>A"},
         {"&#x200e;A&amp;&lt;b&gt;&#x200f;", "&#x200e;A&amp;&lt;b&gt;&#x200f;"},
         {"<", "&lt;"},
+        // What would be nothing to see.
+        {"<br>", "&lt;br>"},
+        {" <br><ps/> ", " &lt;br>&lt;ps/> "},
+        {"<br>1", "<br>1"},
     };
     for (const auto& [given, shown] : cases)
         EXPECT_EQ(displayMarkup(given, kOnCard), shown) << given;
