@@ -78,6 +78,12 @@ constexpr Fault kCatalogueFaults[] = {
         "\"\"", "access-points", "raw-id"},
     {"a character that no font has", "", "\"Choose your", "\"Choose \U00030000 your", "access-points",
         "no-font"},
+    {"a text for which there is no room", "", "Choose your Wi-Fi network",
+        "Choose your Wi-Fi network, which is the one that all of your other things use as well, or any of "
+        "those "
+        "that are found, as long as you know how to get into it, and that you may use, and then go on with "
+        "whatever it is that you were doing",
+        "access-points", "ellipsis"},
     {"a label that is too long", "", "\"Cancel\"",
         "\"Cancel this and everything else that has been begun so far\"", "pin", "overflow"},
 };

@@ -177,6 +177,9 @@ TEST(TheGallerysRules, AreBrokenByATextThatCannotBeRead)
                 paint(p.whole, {140, 176, 300, 2}, kCard);
             }},
         {"ellipsis", [](Popup& p) { p.scene.texts[0].isCut = true; }},
+        {"ellipsis", [](Popup& p) { p.scene.texts[1].plain = "A text with words … lines"; }},
+        {"missing-text", [](Popup& p) { p.scene.texts[1].plain = "A text … otherwise"; }},
+        {"missing-text", [](Popup& p) { p.scene.texts[1].plain = "…"; }},
         {"no-font", [](Popup& p) { p.scene.texts[0].withoutFont = 0xD734; }},
         {"font", [](Popup& p) { p.scene.texts[0].inOtherFonts = {"Title"}; }},
         {"overflow", [](Popup& p) { p.scene.texts[0].lines.width = 301; }},

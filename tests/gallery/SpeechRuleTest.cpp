@@ -19,7 +19,8 @@ TEST(TheRuleOfSpeech, HoldsForWhatIsDrawnInItsOrder)
 {
     const Utterances good[] = {heard("PIN. Type it. To: Ann. 0 4, 2 7 1 9. Box. Cancel. Button, 1 of 2."),
         {{"Look."}, {"Look"}, "", "", ""}, {{}, {}, "", "", ""},
-        {{"PIN. Yes. Button.", "Look."}, {"PIN", "Look", "PIN"}, "Yes", "Button.", ""}};
+        {{"PIN. Yes. Button.", "Look."}, {"PIN", "Look", "PIN"}, "Yes", "Button.", ""},
+        {{"From Anna Lake. Go. To: Bob. OK. Button."}, {"From An… Go.", "To: B…"}, "OK", "Button.", ""}};
     for (const Utterances& utterances : good)
         EXPECT_TRUE(gallery::checkSpeech(utterances).empty()) << gallery::checkSpeech(utterances)[0].detail;
 }
@@ -43,7 +44,9 @@ TEST(TheRuleOfSpeech, IsBrokenByEachFault)
     for (const char* fault : faults)
         EXPECT_FALSE(gallery::checkSpeech(heard(fault)).empty()) << fault;
     const Utterances silentOrTalkative[] = {{{}, {"Look"}, "", "", ""}, {{}, {}, "No", "Button.", ""},
-        {{"No. Button."}, {}, "", "", ""}, {{"PIN. Yes. Button.", "PIN."}, {"PIN"}, "Yes", "Button.", ""}};
+        {{"No. Button."}, {}, "", "", ""}, {{"PIN. Yes. Button.", "PIN."}, {"PIN"}, "Yes", "Button.", ""},
+        {{"From Anna Lake. OK. Button."}, {"From An… Go."}, "OK", "Button.", ""}, // the end of it is missing
+        {{"Lake. Go. OK. Button."}, {"From An… Go."}, "OK", "Button.", ""}};
     for (const Utterances& utterances : silentOrTalkative)
         EXPECT_FALSE(gallery::checkSpeech(utterances).empty());
 }

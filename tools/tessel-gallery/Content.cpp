@@ -8,6 +8,7 @@
 #include "string_util.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace gallery {
 
@@ -141,22 +142,42 @@ private:
     Content m_content;
 };
 
-/// @return whether @p drawn begins as @p wanted and is most of what the program takes of a long text
-bool isBeginning(std::string drawn, const std::string& wanted)
+/// The program takes only so much of a long text.
+constexpr size_t kEnough = 60; // bytes
+
+/// @return whether @p drawn is most of what the program takes of @p wanted
+bool isBeginning(const std::string& drawn, const std::string& wanted)
 {
-    constexpr size_t kEnough = 120; // bytes
-    constexpr const char* kEllipsis = "…";
-    if (const size_t at = drawn.rfind(kEllipsis); at != std::string::npos && at + 3 == drawn.size())
-        drawn.resize(at);
     return drawn.size() >= std::min(kEnough, wanted.size()) && wanted.compare(0, drawn.size(), drawn) == 0;
 }
 
-bool isThe(const Wanted& wanted, const Text& text)
+/// @return whether @p drawn is @p wanted with an ellipsis for what there is no room for
+bool isCutOf(const std::string& drawn, const std::string& wanted)
+{
+    const size_t at = drawn.find(kEllipsis);
+    if (at == std::string::npos)
+        return false;
+    const std::string before = drawn.substr(0, at);
+    const std::string after = drawn.substr(at + strlen(kEllipsis));
+    const bool isEnough = before.size() + after.size() >= std::min(kEnough, wanted.size() / 2);
+    if (!isEnough || wanted.compare(0, before.size(), before) != 0)
+        return false;
+    // What the program has not taken is missing at the end.
+    return after.empty()
+        || (after.size() <= wanted.size()
+            && wanted.compare(wanted.size() - after.size(), after.size(), after) == 0);
+}
+
+bool isThe(const Wanted& wanted, Text& text)
 {
     if (wanted.role == Role::Pin)
         return withoutBlanks(text.plain) == wanted.text;
     const std::string drawn = readable(text.plain);
-    return drawn == wanted.text || (wanted.mayEndEarly && isBeginning(drawn, wanted.text));
+    if (drawn == wanted.text || (wanted.mayEndEarly && isBeginning(drawn, wanted.text)))
+        return true;
+    const bool isCut = isCutOf(drawn, wanted.text);
+    text.isCut |= isCut;
+    return isCut;
 }
 
 } // namespace
@@ -171,7 +192,7 @@ std::vector<Wanted> assignRoles(const Content& content, Scene& scene)
     std::vector<Wanted> missing;
     for (const Wanted& wanted : content.texts) {
         const auto found = std::find_if(scene.texts.begin(), scene.texts.end(),
-            [&](const Text& text) { return text.role == Role::Unknown && isThe(wanted, text); });
+            [&](Text& text) { return text.role == Role::Unknown && isThe(wanted, text); });
         if (found == scene.texts.end())
             missing.push_back(wanted);
         else

@@ -20,7 +20,7 @@ constexpr double kSameFont = 0.8;
 /// Some pixels by which a drawing may be displaced to its copy.
 constexpr int kDisplaced = 1;
 
-/// Some pixels by which letters reach beyond their place in the line.
+/// Some pixels by which letters reach beyond their place in the line; marks on them may reach farther.
 constexpr int kReach = 2;
 
 constexpr const char* kLatin = "Noto Sans";
@@ -90,13 +90,12 @@ std::vector<Run> runsOf(const Text& text)
 
 /// The ink that the letters of @p text have in a place of the picture, with the coverage that its colours
 /// tell.
-Mask inkIn(const Box& place, const Text& text, const Image& whole, const Image& withoutTexts)
+Mask inkIn(const Box& place, int reach, const Text& text, const Image& whole, const Image& withoutTexts)
 {
     const auto differenceAt = [&](int x, int y) {
         return text.mask.at(x, y) == 0 ? 0 : difference(whole.at(x, y), withoutTexts.at(x, y));
     };
-    const Box seen =
-        Box {place.x - kReach, place.y, place.width + 2 * kReach, place.height}.cutTo(whole.box());
+    const Box seen = Box {place.x - reach, place.y, place.width + 2 * reach, place.height}.cutTo(whole.box());
     int strongest = 1;
     Box ink;
     for (int y = seen.y; y < seen.bottom(); ++y) {
@@ -157,16 +156,17 @@ void findOtherFonts(Text& text, const std::string& language, const Image& whole,
         const char* family = familyFor(run.script, language);
         // What is between two marks has too much of their ink in its place.
         const bool isEnough = run.letters > 2 || run.script == Script::Han || run.script == Script::Hangul;
-        const Mask drawn = family && isEnough ? inkIn(run.place, text, whole, withoutTexts) : Mask {};
-        if (drawn.box.isEmpty())
+        if (!family || !isEnough)
             continue;
-        double most = 0;
+        double most = -1; // nothing is drawn
         for (const bool isBold : {text.isBold, !text.isBold}) {
-            if (most < kSameFont)
-                most = std::max(most,
-                    likeness(drawn, reference.word(run.text, {family, isBold, text.fontSize, text.scale})));
+            const Mask& word = reference.word(run.text, {family, isBold, text.fontSize, text.scale});
+            const int reach = kReach + std::max(0, (word.box.width - run.place.width + 1) / 2);
+            const Mask drawn = inkIn(run.place, reach, text, whole, withoutTexts);
+            if (most < kSameFont && !drawn.box.isEmpty())
+                most = std::max(most, likeness(drawn, word));
         }
-        if (most < kSameFont)
+        if (most >= 0 && most < kSameFont)
             text.inOtherFonts.push_back(run.text);
     }
 }

@@ -147,9 +147,12 @@ Mask Reference::lettersOf(const Evas_Object* textblock)
 bool Reference::fitsAtFullSize(const Evas_Object* textblock)
 {
     const base::ObjectPtr copy = copyOf(textblock);
-    // An ellipsis makes everything fit.
+    // An ellipsis makes everything fit. Only the style that is pushed last counts.
+    std::string own = styleText(evas_object_textblock_style_user_peek(textblock));
+    const size_t end = own.rfind('\'');
+    own = end == std::string::npos ? "DEFAULT='ellipsis=-1.0'" : own.insert(end, " ellipsis=-1.0");
     const base::TextblockStylePtr whole {evas_textblock_style_new()};
-    evas_textblock_style_set(whole.get(), "DEFAULT='ellipsis=-1.0'");
+    evas_textblock_style_set(whole.get(), own.c_str());
     evas_object_textblock_style_user_push(copy.get(), whole.get());
     Box box;
     evas_object_geometry_get(textblock, nullptr, nullptr, &box.width, &box.height);

@@ -9,6 +9,9 @@
 
 namespace gallery {
 
+/// Stands for what is left out of a text.
+inline constexpr const char* kEllipsis = "…";
+
 enum class Script { None, Latin, Cyrillic, Arabic, Hebrew, Devanagari, Han, Hangul, Other };
 
 /// @return None for what belongs to no script, such as digits and punctuation

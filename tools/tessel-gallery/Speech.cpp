@@ -3,6 +3,8 @@
 
 #include "Speech.h"
 
+#include "Scripts.h"
+
 #include "vconf.h"
 
 #include <glib.h>
@@ -117,22 +119,35 @@ private:
         const std::string heard = bare(line);
         size_t at = 0;
         std::vector<std::string> parts;
+        std::vector<std::string> cut; ///< the parts in front of an ellipsis: the whole text is said
         for (const std::string& text : m_news) {
+            const size_t ellipsis = text.find(kEllipsis);
             const bool isTwice = std::find(parts.begin(), parts.end(), bare(text)) != parts.end();
-            if (!isTwice)
+            if (!isTwice && ellipsis != std::string::npos) {
+                cut.push_back(bare(text.substr(0, ellipsis)));
+                parts.push_back(cut.back());
+                if (const std::string rest = bare(text.substr(ellipsis)); !rest.empty())
+                    parts.push_back(rest);
+            } else if (!isTwice) {
                 parts.push_back(bare(text));
+            }
             if (!isTwice && bare(text) == bare(m_all.code) && !m_all.code.empty()
                 && line.find(apart(m_all.code)) == std::string::npos)
                 report("", "the code is not spelled in", line);
         }
         parts.push_back(bare(m_all.label));
         parts.push_back(bare(m_all.kind));
+        bool isMoreSaid = false; // than there was room to draw
         for (const std::string& part : parts) {
+            const bool isBehind = isMoreSaid && !part.empty() && heard.find(part, at) != std::string::npos;
+            if (isBehind)
+                at = heard.find(part, at);
             if (heard.compare(at, part.size(), part) != 0) {
                 report(part, "is not said in its place in", line);
                 return;
             }
             at += part.size();
+            isMoreSaid = std::find(cut.begin(), cut.end(), part) != cut.end();
         }
         if (at < heard.size())
             report("", "there is more in", line);
