@@ -53,6 +53,13 @@ long wakeUpsOf(pid_t process)
     return sum;
 }
 
+/// @param kind  as the kernel calls it
+double memoryOf(pid_t process, const char* kind)
+{
+    constexpr double kKiB = 1024;
+    return static_cast<double>(numberAfter(folderOf(process) + "/smaps_rollup", kind)) / kKiB;
+}
+
 int entriesOf(const std::string& path)
 {
     std::error_code error;
@@ -75,8 +82,12 @@ ProcessFigures figuresOf(pid_t process)
 
 double proportionalMiB(pid_t process)
 {
-    constexpr double kKiB = 1024;
-    return static_cast<double>(numberAfter(folderOf(process) + "/smaps_rollup", "Pss:")) / kKiB;
+    return memoryOf(process, "Pss:");
+}
+
+double ownMiB(pid_t process)
+{
+    return memoryOf(process, "Pss_Anon:");
 }
 
 int descriptorsOf(pid_t process)

@@ -17,6 +17,8 @@ struct ProcessFigures {
 /// @return all zero for a process that has gone
 ProcessFigures figuresOf(pid_t process);
 double proportionalMiB(pid_t process);
+/// @return what it shares with nobody: other programs that use the same libraries do not change it
+double ownMiB(pid_t process);
 int descriptorsOf(pid_t process);
 int threadsOf(pid_t process);
 

@@ -20,6 +20,7 @@ constexpr const char* kRequestKey = "db/tessel/mobile_oobe";
 
 struct State {
     double memory;
+    double ownMemory;
     int descriptors;
     int threads;
     int resources; ///< of the X server
@@ -80,8 +81,8 @@ State stateOf(Peer& tessel, Screen& screen)
     const ProcessFigures before = figuresOf(tessel.process());
     screen.observe(kQuiet);
     const ProcessFigures after = figuresOf(tessel.process());
-    return {proportionalMiB(tessel.process()), descriptorsOf(tessel.process()), threadsOf(tessel.process()),
-        screen.resourcesOf(tessel.process()),
+    return {proportionalMiB(tessel.process()), ownMiB(tessel.process()), descriptorsOf(tessel.process()),
+        threadsOf(tessel.process()), screen.resourcesOf(tessel.process()),
         static_cast<double>(std::max(0L, after.wakeUps - before.wakeUps)) / kQuiet};
 }
 
@@ -98,13 +99,18 @@ int soak(const Settings& settings)
         show(i, *tessel, screen);
     const State before = stateOf(*tessel, screen);
     const double start = now();
-    for (int i = 0; i < settings.runs; ++i)
+    constexpr int kLooks = 10;
+    for (int i = 0; i < settings.runs; ++i) {
         show(i, *tessel, screen);
+        if ((i + 1) % std::max(1, settings.runs / kLooks) == 0)
+            fprintf(stderr, "%d popups: %.2f MiB\n", i + 1, ownMiB(tessel->process()));
+    }
     const double took = now() - start;
     const State after = stateOf(*tessel, screen);
     printf("%d popups of all kinds after the first %d, in %.0f s\n\n", settings.runs, first, took);
     printf("| | before | after |\n| --- | --- | --- |\n");
     printf("| memory (PSS), MiB | %.2f | %.2f |\n", before.memory, after.memory);
+    printf("| of it not shared, MiB | %.2f | %.2f |\n", before.ownMemory, after.ownMemory);
     printf("| descriptors | %d | %d |\n", before.descriptors, after.descriptors);
     printf("| threads | %d | %d |\n", before.threads, after.threads);
     printf("| resources of the X server | %d | %d |\n", before.resources, after.resources);
