@@ -3,6 +3,7 @@
 
 #include "flux/Button.h"
 #include "elm_flux.h"
+#include "flux/Fitting.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 #include "flux/Markup.h"
@@ -15,6 +16,13 @@
 namespace orbis::flux {
 
 namespace {
+
+constexpr const char* kTextPart = "elm.text";
+
+void fitLabel(Evas_Object* button)
+{
+    fitLine(button, kTextPart);
+}
 
 void on_focused(void*, Evas_Object* button, void*)
 {
@@ -57,7 +65,8 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
     applyLook(button);
     if (textScale() > 1.0)
         elm_object_scale_set(button, cardScale());
-    applyLanguage(button, "elm.text");
+    applyLanguage(button, kTextPart);
+    lookBeforePictures(button, fitLabel);
     evas_object_smart_callback_priority_add(
         button, "clicked", EVAS_CALLBACK_PRIORITY_BEFORE, on_clicked, nullptr);
     evas_object_smart_callback_add(button, "focused", on_focused, nullptr);

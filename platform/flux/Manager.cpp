@@ -55,6 +55,7 @@ Manager::Manager(Evas_Object* window)
     , m_readout(window)
     , m_keyGuard(window, [this] { m_readout.upOrDown(); })
     , m_leftovers(evas_object_evas_get(window))
+    , m_fonts(window)
     , m_displayLoss(window)
     , m_pressGate(window, m_keyGuard)
     , m_dimming(window)
@@ -95,6 +96,12 @@ void Manager::topPopupChanged(const Evas_Object* window)
     m_readout.topPopupChanged();
     if (window == m_window)
         m_pressGate.pictureChanges();
+}
+
+void Manager::popupGone()
+{
+    m_leftovers.add();
+    m_fonts.popupGone();
 }
 
 void Manager::lowered()

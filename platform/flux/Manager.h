@@ -15,6 +15,7 @@
 #include "flux/Lowering.h"
 #include "flux/Placement.h"
 #include "flux/PressGate.h"
+#include "flux/WarmFonts.h"
 #include "flux/WindowHost.h"
 
 namespace orbis::flux {
@@ -30,7 +31,7 @@ public:
     bool isDimmed() const override { return m_dimming.isWanted(); }
     void ensureScale() override { m_placement.ensureScale(); }
     void topPopupChanged(const Evas_Object* window) override;
-    void popupGone() override { m_leftovers.add(); }
+    void popupGone() override;
     void pictureChanges() override { m_pressGate.pictureChanges(); }
     void focusMoved() override { m_readout.somethingChanged(); }
     void focusLeft() override { m_readout.focusLeft(); }
@@ -49,6 +50,7 @@ private:
     FocusReadout m_readout;
     KeyGuard m_keyGuard;
     Leftovers m_leftovers;
+    WarmFonts m_fonts;
     app::DisplayLoss m_displayLoss;
     PressGate m_pressGate; // knows the guard, so it goes first
     Dimming m_dimming;

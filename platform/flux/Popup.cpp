@@ -3,6 +3,7 @@
 
 #include "flux/Button.h"
 #include "flux/Countdown.h"
+#include "flux/Fitting.h"
 #include "flux/FocusStack.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
@@ -40,6 +41,11 @@ void applyCardLook(PopupRecord& record)
     record.textScale = textScale();
     if (record.textScale > 1.0)
         elm_object_scale_set(record.object, cardScale());
+}
+
+void fitTitle(Evas_Object* popup)
+{
+    fitLine(popup, kTitlePart);
 }
 
 void on_textChanged(void* data, Evas_Object*, const char*, const char*)
@@ -129,6 +135,7 @@ Evas_Object* elm_flux_popup_add(Evas_Object* parent)
     applyCardLook(*record);
     addButtonRow(*record);
     followCountdown(*record);
+    lookBeforePictures(popup, fitTitle);
     elm_object_signal_callback_add(popup, "flux,text,changed", "", on_textChanged, record);
     evas_object_smart_callback_add(popup, "theme,changed", on_themeChanged, record);
     evas_object_event_callback_add(popup, EVAS_CALLBACK_SHOW, on_popupShown, record);

@@ -4,6 +4,7 @@
 #include "flux/TextFit.h"
 
 #include "base/EflHandles.h"
+#include "flux/Fitting.h"
 #include "flux/Shortening.h"
 #include "flux/Textbox.h"
 
@@ -12,9 +13,6 @@
 namespace orbis::flux {
 
 namespace {
-
-/// The toolkit shrinks a text that fills its place to the last line of pixels.
-constexpr int kSlack = 4;
 
 /// Higher than any text; of a text that does not fit the toolkit tells less.
 constexpr int kMeasureHeight = 20000;

@@ -3,6 +3,7 @@
 
 #include "flux/Textbox.h"
 
+#include "flux/Fitting.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 #include "flux/Markup.h"
@@ -63,12 +64,12 @@ void showText(TextboxRecord& record)
     const std::string markup = displayMarkup(record.text, colours);
     const bool isCode = record.size == ELM_FLUX_TEXTBOX_SIZE_DIGITS;
     record.markup = isCode ? typesetCode(markup) : typeset(markup, wraps(record) ? Lines::Many : Lines::One);
-    elm_layout_text_set(record.object, kTextPart, textThatFits(record).c_str());
+    elm_layout_text_set(record.object, kTextPart, record.markup.c_str());
     tellOfSize(record);
 }
 
-/// In another room another part of a text that is too long is drawn.
-void fitAgain(const TextboxRecord& record)
+/// Of a text that is too long even when it is shrunk, what there is room for is drawn.
+void cut(const TextboxRecord& record)
 {
     const std::string text = textThatFits(record);
     const char* former = elm_layout_text_get(record.object, kTextPart);
@@ -94,34 +95,49 @@ void restyle(const TextboxRecord& record)
     Evas_Object* edje = elm_layout_edje_get(record.object);
     edje_object_part_text_style_user_pop(edje, kTextPart);
     edje_object_part_text_style_user_push(edje, kTextPart, ("DEFAULT='" + styleOf(record) + "'").c_str());
-    elm_object_signal_emit(
-        record.object, record.rule == ELM_FLUX_RESPONSIVE_KEEP ? "flux,keep" : "flux,fit", "");
-    if (record.contrast) // after the rule, which has a look of its own
-        elm_object_signal_emit(record.object, "HC", "");
+    if (record.isFitted && record.rule != ELM_FLUX_RESPONSIVE_KEEP)
+        elm_object_signal_emit(record.object, record.contrast ? "flux,fit,contrast" : "flux,fit", "");
+    else
+        elm_object_signal_emit(record.object, record.contrast ? "HC" : "flux,keep", "");
 }
 
 void on_contrast(void* data, Evas_Object*, const char* emission, const char*)
 {
     auto& record = *static_cast<TextboxRecord*>(data);
     const bool isOn = std::string_view {emission} == "HC";
-    if (std::exchange(record.contrast, isOn) == isOn)
+    if (std::exchange(record.contrast, isOn) == isOn && !record.isFitted)
         return;
     guarded([&] {
         showText(record);
         restyle(record);
+        if (record.isFitted)
+            cut(record);
         return EINA_TRUE;
     });
+}
+
+bool fitsInFullSize(const Evas_Object* text)
+{
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(text, nullptr, nullptr, &width, &height);
+    int needed = 0;
+    int high = 0;
+    evas_object_textblock_size_formatted_get(text, &needed, &high);
+    return needed <= width && high <= height - kSlack;
 }
 
 /// A text of several lines is read from where they begin; one line stands in the middle.
 void on_resized(void* data, Evas*, Evas_Object*, void*)
 {
     auto& record = *static_cast<TextboxRecord*>(data);
-    guarded([&] {
-        fitAgain(record);
-        return EINA_TRUE;
-    });
-    if (record.isAlignSet || !record.multiline)
+    if (record.isFitted) {
+        guarded([&] {
+            cut(record);
+            return EINA_TRUE;
+        });
+    }
+    if (record.isAlignSet || !record.multiline || record.align != ELM_FLUX_TEXTBOX_ALIGN_CENTER)
         return;
     Evas_Object* edje = elm_layout_edje_get(record.object);
     edje_object_calc_force(edje);
@@ -129,6 +145,27 @@ void on_resized(void* data, Evas*, Evas_Object*, void*)
     if (evas_object_textblock_line_number_geometry_get(
             edje_object_part_object_get(edje, kTextPart), kSecond, nullptr, nullptr, nullptr, nullptr))
         alignToStart(record);
+}
+
+/// Before a picture is drawn.
+void look(Evas_Object* textbox)
+{
+    auto& record = *recordOf<TextboxRecord>(textbox);
+    const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(textbox), kTextPart);
+    if (!text || record.text.empty())
+        return;
+    // A text that keeps its size has an ellipsis of the toolkit's, so that its measure says nothing.
+    const bool isKept = record.rule == ELM_FLUX_RESPONSIVE_KEEP;
+    if (record.isFitted || (!isKept && fitsInFullSize(text)))
+        return;
+    guarded([&] {
+        record.isFitted = true;
+        if (!isKept)
+            restyle(record);
+        cut(record);
+        applySignals(textbox);
+        return EINA_TRUE;
+    });
 }
 
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
@@ -161,11 +198,14 @@ bool wraps(const TextboxRecord& record)
 }
 
 /// Several lines wrap, inside a word where they must, because names and network names need not hold a blank.
-/// What does not fit has been cut before; the toolkit's ellipsis is for what a text measures otherwise.
+/// What does not fit is cut before it is drawn; the toolkit's ellipsis is for what a text measures otherwise,
+/// and only where shrinking did not help: until then the toolkit shall tell how much room the text needs.
 std::string styleOf(const TextboxRecord& record)
 {
     std::string style = std::string("align=") + alignName(record.align);
-    style += wraps(record) ? " wrap=mixed ellipsis=1.0" : " wrap=none ellipsis=1.0";
+    style += wraps(record) ? " wrap=mixed" : " wrap=none";
+    if (record.isFitted || record.rule == ELM_FLUX_RESPONSIVE_KEEP)
+        style += " ellipsis=1.0";
     if (const std::string language = languageStyle(); !language.empty())
         style += ' ' + language;
     const std::string replacing = replacingColour(record);
@@ -197,7 +237,13 @@ template <typename Change>
 Eina_Bool changed(const Evas_Object* textbox, const Change& change)
 {
     auto* record = recordOf<TextboxRecord>(textbox);
-    return record && guarded([&] { return static_cast<Eina_Bool>(change(*record)); });
+    return record && guarded([&] {
+        if (std::exchange(record->isFitted, false)) {
+            showText(*record);
+            restyle(*record);
+        }
+        return static_cast<Eina_Bool>(change(*record));
+    });
 }
 
 } // namespace
@@ -214,6 +260,7 @@ Evas_Object* elm_flux_textbox_add(Evas_Object* parent)
         for (const char* emission : {"HC", "flux,contrast,off"})
             elm_object_signal_callback_add(textbox, emission, "", on_contrast, record);
         evas_object_event_callback_add(textbox, EVAS_CALLBACK_RESIZE, on_resized, record);
+        lookBeforePictures(textbox, look);
         restyle(*record);
         return EINA_TRUE;
     });

@@ -20,6 +20,7 @@ struct TextboxRecord {
     Elm_Flux_Textbox_Size size = ELM_FLUX_TEXTBOX_SIZE_BODY;
     Elm_Flux_Textbox_Align align = ELM_FLUX_TEXTBOX_ALIGN_CENTER;
     bool isAlignSet = false; ///< by the application
+    bool isFitted = false; ///< does not fit in its size, and is shrunk
     Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;
     std::string color; ///< "#rrggbb", or empty for the theme's
     std::string text;

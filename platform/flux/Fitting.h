@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Tessel UI authors
+// SPDX-License-Identifier: Apache-2.0
+
+/// Texts that shrink where they have to.
+#pragma once
+
+#include <Elementary.h>
+
+namespace orbis::flux {
+
+/// The toolkit looks for the largest size that fits by trying sizes, with all of a text laid out and its
+/// letters read for each, whenever something of the text changes. Most texts fit as they are: so that is
+/// tried first, once, when the next picture is prepared.
+
+/// Has @p look called before each picture of the canvas that @p widget is on, until the widget is deleted.
+void lookBeforePictures(Evas_Object* widget, void (*look)(Evas_Object* widget));
+
+/// @return whether a text that may be cut with an ellipsis fits in its part of a widget's theme, on one line
+bool fitsOnOneLine(const Evas_Object* widget, const char* part);
+
+/// For lookBeforePictures(): has the theme of @p widget shrink the text @p part when it does not fit.
+void fitLine(Evas_Object* widget, const char* part);
+
+/// The same at once for what was just told to the theme.
+void applySignals(Evas_Object* widget);
+
+/// The toolkit shrinks a text that fills its place to the last line of pixels.
+inline constexpr int kSlack = 4;
+
+} // namespace orbis::flux
