@@ -4,6 +4,7 @@
 #include "flux/Button.h"
 #include "elm_flux.h"
 #include "flux/Fitting.h"
+#include "flux/ForgottenMemory.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 #include "flux/Markup.h"
@@ -59,6 +60,7 @@ Evas_Object* elm_flux_button_add(Evas_Object* parent)
     Evas_Object* button = elm_button_add(parent);
     if (!button)
         return nullptr;
+    freeWithGroup(elm_layout_edje_get(button));
     attachRecord<ButtonRecord>(button);
     elm_object_style_set(button, "flux");
     keepDirectionOf(parent, button);

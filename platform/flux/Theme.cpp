@@ -5,6 +5,7 @@
 
 #include "dlog.h"
 #include "files/WholeFile.h"
+#include "flux/ForgottenMemory.h"
 #include "flux/Look.h"
 #include "flux/PlainTheme.h"
 #include "flux/Widget.h"
@@ -67,6 +68,7 @@ Evas_Object* addThemedLayout(Evas_Object* parent, const char* group, const char*
         return nullptr;
     ensureTheme();
     Evas_Object* layout = elm_layout_add(parent);
+    freeWithGroup(elm_layout_edje_get(layout));
     if (layout && elm_layout_theme_set(layout, "flux", group, style)) {
         keepDirectionOf(parent, layout);
         applyLook(layout);

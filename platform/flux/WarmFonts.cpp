@@ -6,6 +6,7 @@
 #include "app/Language.h"
 #include "app/Words.h"
 #include "flux/FocusStack.h"
+#include "flux/ForgottenMemory.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
 
@@ -48,6 +49,7 @@ std::string styleOf(Evas* canvas, const Kind& kind)
 {
     const char* file = elm_theme_group_path_find(nullptr, kind.group);
     const base::ObjectPtr group {file ? edje_object_add(canvas) : nullptr};
+    freeWithGroup(group.get());
     if (!group || !edje_object_file_set(group.get(), file, kind.group))
         return "";
     const Evas_Object* text = edje_object_part_object_get(group.get(), kind.part);
