@@ -176,9 +176,8 @@ TEST(AShortenedText, LosesWhatIsLongestOfItsNames)
 std::pair<std::string, int> drawnIn(const Evas_Object* textbox)
 {
     int height = 0;
-    const Evas_Object* edje = elm_layout_edje_get(textbox);
-    edje_object_calc_force(const_cast<Evas_Object*>(edje));
-    const Evas_Object* text = edje_object_part_object_get(edje, "elm.text");
+    evas_render(evas_object_evas_get(textbox));
+    const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(textbox), "elm.text");
     evas_object_textblock_size_formatted_get(text, nullptr, &height);
     return {elm_layout_text_get(textbox, "elm.text"), height};
 }
@@ -186,6 +185,7 @@ std::pair<std::string, int> drawnIn(const Evas_Object* textbox)
 TEST_F(ALook, OfATextThatIsTooLongHasAnEllipsisInItsNameAndAllThatIsAroundIt)
 {
     Evas_Object* box = elm_flux_textbox_add(m_window);
+    evas_object_show(box);
     elm_flux_textbox_multiline_set(box, EINA_TRUE);
     const std::string after = "\u2069. \u05d4\u05e2\u05d1\u05e8\u05d4:";
     for (const char* part :
