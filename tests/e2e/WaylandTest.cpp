@@ -7,6 +7,7 @@
 #include "Weston.h"
 
 #include <algorithm>
+#include <csignal>
 
 namespace {
 
@@ -77,5 +78,32 @@ TEST_P(OnWayland, PopupsLeaveNoMemoryBehindAlsoWhileTheScreenIsOff)
 
 INSTANTIATE_TEST_SUITE_P(
     ItsScreen, OnWayland, testing::Bool(), [](const auto& isOff) { return isOff.param ? "off" : "on"; });
+
+/// The compositor in a window of the X display, from where the keys come.
+class OnWaylandTheViewer : public tv::TvTest { };
+
+TEST_F(OnWaylandTheViewer, AnswersOnlyWhatHeHasSeen)
+{
+    const tv::Weston weston(box, 0, true);
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.request(tv::kGuideRequest.method, tv::kGuideRequest.texts));
+    ASSERT_TRUE(box.shows({tv::kGuideCard}));
+    ASSERT_TRUE(waitUntil([] { return display().givesKeysTo("Weston"); }));
+    display().settledPicture();
+    box.program->signal(SIGSTOP);
+    for (int i = 0; i < 3; ++i)
+        display().key("Return");
+    tv::pass(tv::Milliseconds(500)); // the compositor passes them on
+    box.program->signal(SIGCONT);
+    ASSERT_TRUE(box.shows({tv::kAccessPointsCard})) << "the first press was for the guide";
+    EXPECT_TRUE(waitUntil(
+        [&] { return box.program->lines("I/orbis-platform: Ignored a press of Return").size() == 2; }));
+
+    ASSERT_TRUE(box.request(tv::kPinRequest.method, tv::kPinRequest.texts));
+    ASSERT_TRUE(box.shows({tv::kPinRequest.card}));
+    display().settledPicture();
+    display().key("Return");
+    EXPECT_TRUE(endedByViewer(true));
+}
 
 } // namespace

@@ -114,6 +114,11 @@ bool Display::hasKeys(int pid) const
     return control({"getwindowfocus", "getwindowpid"}) == std::to_string(pid) + "\n";
 }
 
+bool Display::givesKeysTo(const std::string& title) const
+{
+    return control({"getwindowfocus", "getwindowname"}).value_or("").rfind(title, 0) == 0;
+}
+
 Picture Display::picture() const
 {
     return readWindowDump(m_folders.root() / "Xvfb_screen0", m_screen);

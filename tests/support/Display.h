@@ -43,6 +43,8 @@ public:
     std::string windowOf(int pid) const;
     /// @return whether a window of the process gets the keys
     bool hasKeys(int pid) const;
+    /// @return whether a window gets the keys whose title begins so
+    bool givesKeysTo(const std::string& title) const;
 
     Picture picture() const;
     /// @return the picture once nothing but a spinner has changed for a moment

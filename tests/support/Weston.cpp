@@ -7,13 +7,14 @@
 
 namespace tv {
 
-Weston::Weston(TvBox& box, int idleSeconds)
+Weston::Weston(TvBox& box, int idleSeconds, bool inAWindow)
 {
     constexpr const char* kSocket = "wayland-test";
     const auto settings = box.folders.root() / "weston.ini";
     writeFile(settings, "[shell]\npanel-position=none\n");
+    const std::string backend = inAWindow ? "x11-backend.so" : "headless-backend.so";
     m_process = std::make_unique<Process>(
-        std::vector<std::string> {"weston", "--backend=headless-backend.so", "--use-pixman", "--width=1920",
+        std::vector<std::string> {"weston", "--backend=" + backend, "--use-pixman", "--width=1920",
             "--height=1080", std::string("--socket=") + kSocket, "--idle-time=" + std::to_string(idleSeconds),
             "--config=" + settings.string()},
         box.environment());

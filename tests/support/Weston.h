@@ -13,8 +13,9 @@ class Weston {
 public:
     /// Programs that @p box starts from now on are shown by the compositor, which begins with its screen on.
     /// @param idleSeconds  after so long without a key its screen goes off; 0: never
+    /// @param inAWindow    on the X display of the tests, which sends it keys
     /// @throws std::runtime_error when it does not start
-    Weston(TvBox& box, int idleSeconds);
+    Weston(TvBox& box, int idleSeconds, bool inAWindow = false);
     /// Takes the socket away, too: whoever starts the next one waits for it.
     ~Weston() { std::filesystem::remove(m_socket); }
     Weston(const Weston&) = delete;
