@@ -280,28 +280,32 @@ END
 }
 
 # Writes the screen to a PNG file once it has not changed for longer than a motion or a hint takes to appear, or
-# after a while when something on it keeps moving; SETTLED says which. Fails when nothing can be written or the
-# screen is still the one in $2.
+# after some seconds when something on it keeps moving, such as a countdown; SETTLED says which. Fails when nothing can be written or the
+# screen is still the one in $2. In microseconds, so that it takes no longer on a busy machine than it has to.
 settled_screenshot() {
-    local file=$1 before=${2:-} previous=$WORK_FOLDER/previous.png same=0 changed=0 round
+    local file=$1 before=${2:-} previous=$WORK_FOLDER/previous.png same=0 changed=0 round now still=0 moving=0
+    SETTLED=false
     rm -f "$previous"
-    for ((round = 0; round < 80 && same < 8 && changed < 16; round++)); do
+    for ((round = 0; round < 80; round++)); do
+        now=${EPOCHREALTIME/[.,]/}
         scrot -o "$file" 2>/dev/null || return 1
         if [ -n "$before" ] && cmp -s "$file" "$before"; then
-            same=0
+            same=0 still=$now
         elif cmp -s "$file" "$previous"; then
             same=$((same + 1))
         else
-            same=0
-            changed=$((changed + 1))
+            same=0 still=$now changed=$((changed + 1))
+            [ "$changed" -ne 1 ] || moving=$now
         fi
+        if [ "$same" -ge 2 ] && [ $((now - still)) -ge 1500000 ]; then
+            SETTLED=true
+            break
+        fi
+        [ "$changed" -lt 4 ] || [ $((now - moving)) -lt 5000000 ] || break
         cp "$file" "$previous"
         [ "$round" -lt 8 ] || progress "looking at the screen"
         sleep 0.1
     done
     progress_end
-    SETTLED=false
-    # shellcheck disable=SC2034 # for the caller
-    [ "$same" -lt 8 ] || SETTLED=true
     [ -z "$before" ] || ! cmp -s "$file" "$before"
 }

@@ -184,7 +184,11 @@ look() {
     fi
     timeline picture "$picture"
     LAST_PICTURE=$picture
-    LAST_IS_STILL=$SETTLED
+    # A short countdown moves, if only now and then.
+    case $STEP_NAME in
+        ShowPinPopup | ShowFailedPopup | json) LAST_IS_STILL=false ;;
+        *) LAST_IS_STILL=$SETTLED ;;
+    esac
     STEP_NAME=
 }
 
