@@ -57,6 +57,12 @@ bool fitsOnOneLine(const Evas_Object* widget, const char* part)
     return needed <= width - kSlack && high <= height - kSlack;
 }
 
+std::string usualSize(const Evas_Object* group, double scale)
+{
+    const char* size = scale <= 1.0 ? edje_object_data_get(group, "usual_size") : nullptr;
+    return size && *size ? std::string {" font_size="} + size : "";
+}
+
 void applySignals(Evas_Object* widget)
 {
     Evas_Object* edje = elm_layout_edje_get(widget);

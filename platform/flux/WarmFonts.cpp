@@ -5,6 +5,7 @@
 
 #include "app/Language.h"
 #include "app/Words.h"
+#include "flux/Fitting.h"
 #include "flux/FocusStack.h"
 #include "flux/ForgottenMemory.h"
 #include "flux/Guard.h"
@@ -44,17 +45,22 @@ std::string present()
         + std::to_string(elm_config_scale_get());
 }
 
-/// @return the style of a part's texts, "" where the theme has none
-std::string styleOf(Evas* canvas, const Kind& kind)
+struct Style {
+    std::string own; ///< of a part's texts; "" where the theme has none
+    std::string added;
+};
+
+Style styleOf(Evas* canvas, const Kind& kind)
 {
     const char* file = elm_theme_group_path_find(nullptr, kind.group);
     const base::ObjectPtr group {file ? edje_object_add(canvas) : nullptr};
     freeWithGroup(group.get());
     if (!group || !edje_object_file_set(group.get(), file, kind.group))
-        return "";
+        return {};
     const Evas_Object* text = edje_object_part_object_get(group.get(), kind.part);
     const Evas_Textblock_Style* style = text ? evas_object_textblock_style_get(text) : nullptr;
-    return style ? evas_textblock_style_get(style) : "";
+    return {style ? evas_textblock_style_get(style) : "",
+        "DEFAULT='" + languageStyle() + usualSize(group.get(), textScale()) + "'"};
 }
 
 } // namespace
@@ -110,27 +116,29 @@ void WarmFonts::make()
     m_madeFor = present();
     const std::string words = app::wordsOf("Closes in %1 seconds.") + app::wordsOf("Still working.");
     for (const Kind& kind : kKinds) {
-        const std::string style = styleOf(m_canvas, kind);
-        if (!style.empty())
-            addText(style, elm_config_scale_get() * (kind.isLarge ? cardScale() : textScale()),
+        const Style style = styleOf(m_canvas, kind);
+        if (!style.own.empty())
+            addText(style.own, style.added,
+                elm_config_scale_get() * (kind.isLarge ? cardScale() : textScale()),
                 kind.isCode ? "0123456789" : words);
     }
 }
 
-void WarmFonts::addText(const std::string& style, double scale, const std::string& letters)
+void WarmFonts::addText(
+    const std::string& style, const std::string& added, double scale, const std::string& letters)
 {
     constexpr int kWidth = 1000;
     constexpr int kHeight = 1000;
     base::ObjectPtr text {evas_object_textblock_add(m_canvas)};
     const base::TextblockStylePtr own {evas_textblock_style_new()};
-    const base::TextblockStylePtr family {evas_textblock_style_new()};
-    if (!text || !own || !family)
+    const base::TextblockStylePtr user {evas_textblock_style_new()};
+    if (!text || !own || !user)
         return;
     evas_textblock_style_set(own.get(), style.c_str());
-    evas_textblock_style_set(family.get(), ("DEFAULT='" + languageStyle() + "'").c_str());
+    evas_textblock_style_set(user.get(), added.c_str());
     evas_object_scale_set(text.get(), scale);
     evas_object_textblock_style_set(text.get(), own.get());
-    evas_object_textblock_style_user_push(text.get(), family.get());
+    evas_object_textblock_style_user_push(text.get(), user.get());
     evas_object_textblock_text_markup_set(text.get(), letters.c_str());
     evas_object_resize(text.get(), kWidth, kHeight);
     // Nothing else lays out a text that is not to be seen.

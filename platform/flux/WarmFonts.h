@@ -31,7 +31,8 @@ private:
 
     void wait();
     void make();
-    void addText(const std::string& style, double scale, const std::string& letters);
+    void addText(
+        const std::string& style, const std::string& added, double scale, const std::string& letters);
 
     Evas* m_canvas; ///< borrowed
     Ecore_Timer* m_timer = nullptr; ///< cleared by the timer itself

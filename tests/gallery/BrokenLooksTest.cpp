@@ -33,7 +33,8 @@ struct Fault {
 
 // Names of faults say what a viewer would see.
 constexpr Fault kThemeFaults[] = {
-    {"nothing drawn for the PIN", "text.edc", R"(FLUX_TEXTBOX("8", "flux_digits", SIZE_FLOOR, SIZE_DIGITS))",
+    {"nothing drawn for the PIN", "text.edc",
+        R"(FLUX_TEXTBOX_USUALLY("8", "flux_digits", SIZE_FLOOR, SIZE_DIGITS, SIZE_DIGITS_USUAL))",
         R"(group { name: "elm/flux/textbox/8"; parts { part { name: "elm.text"; type: TEXTBLOCK; scale: 1;
            description { state: "default" 0.0; color: 0 0 0 0; text { style: "flux_digits"; align: 0.5 0.5; } } } } })",
         "pin", "missing-pin"},

@@ -79,6 +79,7 @@ TEST_F(ACost, OfFontsIsPaidOnceAndNotByTheRequest)
     request(Kind::Pin);
     EXPECT_EQ(s_shapedTexts, 0) << "texts are laid out before the request is answered";
     toolkit::settle();
+    EXPECT_EQ(stateOf("<color"), "default") << "the PIN is fitted each time";
     EXPECT_GT(s_shapedTexts, 0) << "the count counts nothing";
     EXPECT_EQ(s_fontSearches, 0) << "the fonts of the former popup were forgotten";
 }
