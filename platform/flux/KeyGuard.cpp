@@ -60,10 +60,12 @@ KeyGuard::~KeyGuard()
 
 void KeyGuard::windowShown()
 {
+    const unsigned long system = m_keymaps ? elm_win_xwindow_get(m_window) : 0;
+    // To ask again for the same window would wait for the server while a request waits for its answer.
+    if (system == std::exchange(m_system, system) || system == 0)
+        return;
     // The toolkit has no name of its own for these events.
-    if (m_keymaps)
-        ecore_x_event_mask_set(
-            elm_win_xwindow_get(m_window), static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
+    ecore_x_event_mask_set(system, static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
 }
 
 void KeyGuard::windowFocused()

@@ -47,6 +47,7 @@ private:
     std::function<void()> m_upOrDown;
     Evas_Object* m_watcher; ///< invisible object that the key grabs are registered for
     Ecore_Event_Handler* m_keymaps = nullptr; ///< where the window system tells the keys that are down
+    unsigned long m_system = 0; ///< the window system's window that it was asked to tell them of
     /// The keys that are down, to the time of the last key-down, milliseconds; none when that was elsewhere.
     std::map<std::string, std::optional<unsigned int>> m_down;
 };
