@@ -5,6 +5,7 @@
 
 #include "flux/Record.h"
 
+#include <cstdlib>
 #include <cstring>
 
 namespace orbis::flux {
@@ -17,30 +18,33 @@ struct LookRecord {
     ~LookRecord();
 
     Evas_Object* object = nullptr;
-    Evas* canvas = nullptr; ///< borrowed
+    Ecore_Idle_Enterer* beforePictures = nullptr;
     void (*look)(Evas_Object*) = nullptr;
 };
 
-void on_drawing(void* data, Evas*, void*)
+Eina_Bool on_idle(void* data)
 {
     const auto* record = static_cast<LookRecord*>(data);
     if (evas_object_visible_get(record->object))
         record->look(record->object);
+    return ECORE_CALLBACK_RENEW;
 }
 
 LookRecord::~LookRecord()
 {
-    evas_event_callback_del_full(canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing, this);
+    if (beforePictures)
+        ecore_idle_enterer_del(beforePictures);
 }
 
 } // namespace
 
+/// The canvas draws when the loop has nothing else to do; what happens before its drawing but in the course
+/// of it leaves an object that counts as changed for ever, so that no later change of it is drawn.
 void lookBeforePictures(Evas_Object* widget, void (*look)(Evas_Object* widget))
 {
     auto* record = attachRecord<LookRecord>(widget);
-    record->canvas = evas_object_evas_get(widget);
     record->look = look;
-    evas_event_callback_add(record->canvas, EVAS_CALLBACK_RENDER_PRE, on_drawing, record);
+    record->beforePictures = ecore_idle_enterer_before_add(on_idle, record);
 }
 
 bool fitsOnOneLine(const Evas_Object* widget, const char* part)
@@ -57,10 +61,10 @@ bool fitsOnOneLine(const Evas_Object* widget, const char* part)
     return needed <= width - kSlack && high <= height - kSlack;
 }
 
-std::string usualSize(const Evas_Object* group, double scale)
+int usualSize(const Evas_Object* group, double scale)
 {
     const char* size = scale <= 1.0 ? edje_object_data_get(group, "usual_size") : nullptr;
-    return size && *size ? std::string {" font_size="} + size : "";
+    return size ? atoi(size) : 0;
 }
 
 void applySignals(Evas_Object* widget)

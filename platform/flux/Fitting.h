@@ -6,8 +6,6 @@
 
 #include <Elementary.h>
 
-#include <string>
-
 namespace orbis::flux {
 
 /// The toolkit looks for the largest size that fits by trying sizes, with all of a text laid out and its
@@ -28,8 +26,8 @@ void applySignals(Evas_Object* widget);
 
 /// A text may be larger in its theme than there is usually room for.
 /// @param group  a theme object for texts. @param scale  how much larger than usual texts are
-/// @return what a style says for it to have the size that it usually comes to, or ""
-std::string usualSize(const Evas_Object* group, double scale);
+/// @return the size that it usually comes to, as the theme has it; 0 for its own
+int usualSize(const Evas_Object* group, double scale);
 
 /// The toolkit shrinks a text that fills its place to the last line of pixels.
 inline constexpr int kSlack = 4;

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 namespace orbis::flux {
@@ -84,16 +85,31 @@ int heightOf(const LayoutRecord& record, const std::vector<GrownItem>& items)
     return sum + gaps * elm_flux_unit_to_pixel(record.gap);
 }
 
-/// Where there is not room for all, pictures give way first, down to less than half of their size; then texts
+/// Each gives a part of what it can give.
+void shrinkTexts(std::vector<GrownItem>& items, int missing)
+{
+    std::vector<int> spare;
+    for (const GrownItem& item : items) {
+        const auto* text = recordOf<TextboxRecord>(item.object);
+        spare.push_back(text ? std::max(0, item.height - leastHeight(*text, item.width)) : 0);
+    }
+    const int all = std::accumulate(spare.begin(), spare.end(), 0);
+    const int given = std::min(missing, all);
+    for (size_t i = 0; given > 0 && i < items.size(); ++i) // rounded up, so that none is missing
+        items[i].height -= std::min(spare[i], static_cast<int>((int64_t {spare[i]} * given + all - 1) / all));
+}
+
+/// Where there is not room for all, pictures give way first, down to three fifths of their size; then texts
 /// are made to shrink.
 void fitItems(const LayoutRecord& record, std::vector<GrownItem>& items, int room)
 {
-    constexpr double kMostGiven = 0.6;
+    constexpr double kMostGiven = 0.4;
     for (GrownItem& item : items) {
         const int missing = heightOf(record, items) - room;
         if (missing > 0 && isPicture(item.object))
             item.height -= std::min(missing, static_cast<int>(item.height * kMostGiven));
     }
+    shrinkTexts(items, heightOf(record, items) - room);
     const int needed = heightOf(record, items);
     if (needed <= room)
         return;

@@ -237,8 +237,8 @@ std::string asWritten(const std::string& markup)
 
 std::string displayMarkup(const std::string& markup, const TextColours& colours)
 {
-    const std::string written = isOnlyLineEnds(markup) ? asWritten(markup) : markup;
-    return Filter(written, colours).run();
+    std::string shown = Filter(markup, colours).run();
+    return isOnlyLineEnds(shown) ? asWritten(shown) : shown;
 }
 
 } // namespace orbis::flux

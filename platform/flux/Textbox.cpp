@@ -58,23 +58,62 @@ void tellOfSize(TextboxRecord& record)
     }
 }
 
+void pushStyle(const TextboxRecord& record)
+{
+    Evas_Object* edje = elm_layout_edje_get(record.object);
+    edje_object_part_text_style_user_pop(edje, kTextPart);
+    edje_object_part_text_style_user_push(
+        edje, kTextPart, userStyle(styleOf(record), record.fittedSize).c_str());
+}
+
+/// Until the next picture is prepared a text is whole, and as large as its kind usually is.
+void showWhole(TextboxRecord& record)
+{
+    record.isFitted = false;
+    const char* former = elm_layout_text_get(record.object, kTextPart);
+    if (!former || former != record.markup)
+        elm_layout_text_set(record.object, kTextPart, record.markup.c_str());
+    const int usual = usualSize(elm_layout_edje_get(record.object), elm_object_scale_get(record.object));
+    if (std::exchange(record.fittedSize, usual) != usual)
+        pushStyle(record);
+}
+
 void showText(TextboxRecord& record)
 {
     const TextColours colours {themeData(record, "ground"), replacingColour(record)};
     const std::string markup = displayMarkup(record.text, colours);
     const bool isCode = record.size == ELM_FLUX_TEXTBOX_SIZE_DIGITS;
     record.markup = isCode ? typesetCode(markup) : typeset(markup, wraps(record) ? Lines::Many : Lines::One);
-    elm_layout_text_set(record.object, kTextPart, record.markup.c_str());
+    showWhole(record);
     tellOfSize(record);
 }
 
-/// Of a text that is too long even when it is shrunk, what there is room for is drawn.
-void cut(const TextboxRecord& record)
+bool fitsAsItIs(const Evas_Object* text)
 {
-    const std::string text = textThatFits(record);
-    const char* former = elm_layout_text_get(record.object, kTextPart);
-    if (!former || former != text)
-        elm_layout_text_set(record.object, kTextPart, text.c_str());
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(text, nullptr, nullptr, &width, &height);
+    int needed = 0;
+    int high = 0;
+    evas_object_textblock_size_formatted_get(text, &needed, &high);
+    return needed <= width && high <= height;
+}
+
+/// Before a picture is drawn: measuring takes long, and most texts fit.
+void look(Evas_Object* textbox)
+{
+    auto& record = *recordOf<TextboxRecord>(textbox);
+    Evas_Object* edje = elm_layout_edje_get(textbox);
+    if (std::exchange(record.isFitted, true) || fitsAsItIs(edje_object_part_object_get(edje, kTextPart)))
+        return;
+    guarded([&] {
+        const FittedText fitted = textThatFits(record);
+        elm_layout_text_set(textbox, kTextPart, fitted.markup.c_str());
+        record.fittedSize = fitted.size;
+        pushStyle(record);
+        edje_object_calc_force(edje);
+        return EINA_TRUE;
+    });
 }
 
 /// A text of a popup that has been read out is news; that of another one is said with it.
@@ -92,39 +131,22 @@ void tellReader(const TextboxRecord& record)
 
 void restyle(const TextboxRecord& record)
 {
-    Evas_Object* edje = elm_layout_edje_get(record.object);
-    edje_object_part_text_style_user_pop(edje, kTextPart);
-    edje_object_part_text_style_user_push(edje, kTextPart, ("DEFAULT='" + styleOf(record) + "'").c_str());
-    if (record.isFitted && record.rule != ELM_FLUX_RESPONSIVE_KEEP)
-        elm_object_signal_emit(record.object, record.contrast ? "flux,fit,contrast" : "flux,fit", "");
-    else
-        elm_object_signal_emit(record.object, record.contrast ? "HC" : "flux,keep", "");
+    pushStyle(record);
+    if (record.contrast)
+        elm_object_signal_emit(record.object, "HC", "");
 }
 
 void on_contrast(void* data, Evas_Object*, const char* emission, const char*)
 {
     auto& record = *static_cast<TextboxRecord*>(data);
     const bool isOn = std::string_view {emission} == "HC";
-    if (std::exchange(record.contrast, isOn) == isOn && !record.isFitted)
+    if (std::exchange(record.contrast, isOn) == isOn)
         return;
     guarded([&] {
         showText(record);
         restyle(record);
-        if (record.isFitted)
-            cut(record);
         return EINA_TRUE;
     });
-}
-
-bool fitsInFullSize(const Evas_Object* text)
-{
-    int width = 0;
-    int height = 0;
-    evas_object_geometry_get(text, nullptr, nullptr, &width, &height);
-    int needed = 0;
-    int high = 0;
-    evas_object_textblock_size_formatted_get(text, &needed, &high);
-    return needed <= width && high <= height - kSlack;
 }
 
 /// A text of several lines is read from where they begin; one line stands in the middle.
@@ -133,7 +155,7 @@ void on_resized(void* data, Evas*, Evas_Object*, void*)
     auto& record = *static_cast<TextboxRecord*>(data);
     if (record.isFitted) {
         guarded([&] {
-            cut(record);
+            showWhole(record);
             return EINA_TRUE;
         });
     }
@@ -145,27 +167,6 @@ void on_resized(void* data, Evas*, Evas_Object*, void*)
     if (evas_object_textblock_line_number_geometry_get(
             edje_object_part_object_get(edje, kTextPart), kSecond, nullptr, nullptr, nullptr, nullptr))
         alignToStart(record);
-}
-
-/// Before a picture is drawn.
-void look(Evas_Object* textbox)
-{
-    auto& record = *recordOf<TextboxRecord>(textbox);
-    const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(textbox), kTextPart);
-    if (!text || record.text.empty())
-        return;
-    // A text that keeps its size has an ellipsis of the toolkit's, so that its measure says nothing.
-    const bool isKept = record.rule == ELM_FLUX_RESPONSIVE_KEEP;
-    if (record.isFitted || (!isKept && fitsInFullSize(text)))
-        return;
-    guarded([&] {
-        record.isFitted = true;
-        if (!isKept)
-            restyle(record);
-        cut(record);
-        applySignals(textbox);
-        return EINA_TRUE;
-    });
 }
 
 /// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
@@ -198,20 +199,21 @@ bool wraps(const TextboxRecord& record)
 }
 
 /// Several lines wrap, inside a word where they must, because names and network names need not hold a blank.
-/// What does not fit is cut before it is drawn; the toolkit's ellipsis is for what a text measures otherwise,
-/// and only where shrinking did not help: until then the toolkit shall tell how much room the text needs.
 std::string styleOf(const TextboxRecord& record)
 {
     std::string style = std::string("align=") + alignName(record.align);
     style += wraps(record) ? " wrap=mixed" : " wrap=none";
-    if (record.isFitted || record.rule == ELM_FLUX_RESPONSIVE_KEEP)
-        style += " ellipsis=1.0";
     if (const std::string language = languageStyle(); !language.empty())
         style += ' ' + language;
     const std::string replacing = replacingColour(record);
     if (!record.color.empty())
         style += " color=" + (replacing.empty() ? record.color : replacing);
     return style;
+}
+
+std::string userStyle(const std::string& style, int size)
+{
+    return "DEFAULT='" + style + (size > 0 ? " font_size=" + std::to_string(size) : "") + "'";
 }
 
 void alignToStart(TextboxRecord& record)
@@ -237,13 +239,7 @@ template <typename Change>
 Eina_Bool changed(const Evas_Object* textbox, const Change& change)
 {
     auto* record = recordOf<TextboxRecord>(textbox);
-    return record && guarded([&] {
-        if (std::exchange(record->isFitted, false)) {
-            showText(*record);
-            restyle(*record);
-        }
-        return static_cast<Eina_Bool>(change(*record));
-    });
+    return record && guarded([&] { return static_cast<Eina_Bool>(change(*record)); });
 }
 
 } // namespace

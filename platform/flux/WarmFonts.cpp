@@ -10,6 +10,7 @@
 #include "flux/ForgottenMemory.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
+#include "flux/Textbox.h"
 
 #include <utility>
 
@@ -60,7 +61,7 @@ Style styleOf(Evas* canvas, const Kind& kind)
     const Evas_Object* text = edje_object_part_object_get(group.get(), kind.part);
     const Evas_Textblock_Style* style = text ? evas_object_textblock_style_get(text) : nullptr;
     return {style ? evas_textblock_style_get(style) : "",
-        "DEFAULT='" + languageStyle() + usualSize(group.get(), textScale()) + "'"};
+        userStyle(languageStyle(), usualSize(group.get(), textScale()))};
 }
 
 } // namespace

@@ -116,7 +116,7 @@ Eina_Bool elm_flux_layout_append(Evas_Object* layout, Evas_Object* item, int wid
 
 typedef enum {
     ELM_FLUX_TEXTBOX_SIZE_DIGITS = 8, ///< large, spaced figures
-    ELM_FLUX_TEXTBOX_SIZE_BODY = 11, ///< 28 pixels at 1080 lines
+    ELM_FLUX_TEXTBOX_SIZE_BODY = 11, ///< 32 pixels at 1080 lines
     ELM_FLUX_TEXTBOX_SIZE_SECONDARY = 13, ///< 24 pixels at 1080 lines
 } Elm_Flux_Textbox_Size;
 
@@ -128,8 +128,9 @@ typedef enum {
 } Elm_Flux_Textbox_Align;
 
 typedef enum {
+    // What does not fit then is left out of the longest name in the text, with an ellipsis in its place.
     ELM_FLUX_RESPONSIVE_KEEP = 0, ///< keeps the size
-    ELM_FLUX_RESPONSIVE_SHRINK = 1, ///< shrinks a single line until it fits, then ends it with an ellipsis
+    ELM_FLUX_RESPONSIVE_SHRINK = 1, ///< one line, which shrinks until it fits
     ELM_FLUX_RESPONSIVE_WRAP = 2, ///< wraps, inside a word where it must, then shrinks
 } Elm_Flux_Responsive_Rule;
 

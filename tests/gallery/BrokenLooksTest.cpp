@@ -57,7 +57,7 @@ constexpr Fault kThemeFaults[] = {
         "part { name: \"bounds\"; type: RECT; mouse_events: 0; "
         "description { state: \"default\" 0.0; rel2.relative: 1.0 0.66; } }",
         "terms", "cut-letters", "at the bottom"},
-    {"another font", "palette.edc", "font=NorvaleSans-500 font_size=28", "font=NanumGothic font_size=28",
+    {"another font", "palette.edc", "font=NorvaleSans-500 font_size=32", "font=NanumGothic font_size=32",
         "terms", "font"},
     {"a focus that does not grow", "palette.edc", "BUTTON_INSET           5", "BUTTON_INSET 0", "pin",
         "focus-size"},

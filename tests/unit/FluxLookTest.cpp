@@ -8,6 +8,8 @@
 #include "flux/Typesetting.h"
 #include "vconf.h"
 
+#include <algorithm>
+
 namespace {
 
 using toolkit::boxOf;
@@ -176,10 +178,36 @@ TEST(AShortenedText, LosesWhatIsLongestOfItsNames)
 std::pair<std::string, int> drawnIn(const Evas_Object* textbox)
 {
     int height = 0;
-    evas_render(evas_object_evas_get(textbox));
+    toolkit::settle();
     const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(textbox), "elm.text");
     evas_object_textblock_size_formatted_get(text, nullptr, &height);
     return {elm_layout_text_get(textbox, "elm.text"), height};
+}
+
+TEST_F(ALook, OfATextIsAsLargeAsItsPlaceAllows)
+{
+    constexpr int kHeight = 100;
+    Evas_Object* box = elm_flux_textbox_add(m_window);
+    evas_object_show(box);
+    elm_flux_textbox_multiline_set(box, EINA_TRUE);
+    evas_object_resize(box, 500, kHeight);
+    const auto* record = orbis::flux::recordOf<toolkit::TextboxRecord>(box);
+    std::string text;
+    std::vector<int> sizes {32};
+    while (drawnIn(box).first.find("…") == std::string::npos && text.size() < 600) {
+        elm_flux_textbox_text_set(box, (text += "some more ").c_str());
+        EXPECT_LE(drawnIn(box).second, kHeight) << text;
+        const int size = record->fittedSize == 0 ? 32 : record->fittedSize;
+        EXPECT_LE(size, sizes.back()) << "more has larger letters";
+        sizes.push_back(size);
+    }
+    EXPECT_LT(text.size(), 600U);
+    evas_object_resize(box, 500, 9);
+    elm_flux_textbox_text_set(box, "Lower than a line");
+    EXPECT_EQ(drawnIn(box).first, "Lower than a line") << "it is no line any more";
+    EXPECT_EQ(sizes.back(), 24) << "it is cut although its letters could be smaller";
+    EXPECT_TRUE(std::any_of(sizes.begin(), sizes.end(), [](int size) { return size > 24 && size < 32; }));
+    evas_object_del(box);
 }
 
 TEST_F(ALook, OfATextThatIsTooLongHasAnEllipsisInItsNameAndAllThatIsAroundIt)

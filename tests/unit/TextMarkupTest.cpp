@@ -56,6 +56,7 @@ TEST(TheMarkupOfAText, IsWhatTheListAllowsAndNothingElse)
         // What would be nothing to see.
         {"<br>", "&lt;br>"},
         {" <br><ps/> ", " &lt;br>&lt;ps/> "},
+        {"<u><br/></u>", "&lt;br/>"},
         {"<br>1", "<br>1"},
     };
     for (const auto& [given, shown] : cases)

@@ -30,6 +30,12 @@ std::string styleOf(const Evas_Object* textblock)
         + styleText(evas_object_textblock_style_user_peek(textblock));
 }
 
+double numberIn(const std::string& style, const std::string& name)
+{
+    const size_t at = style.rfind(name + '=');
+    return at == std::string::npos ? 0 : strtod(style.c_str() + at + name.size() + 1, nullptr);
+}
+
 void pushStyle(Evas_Object* textblock, const Evas_Textblock_Style* style)
 {
     if (!style)
@@ -74,9 +80,12 @@ Mask cutToInk(const Mask& mask)
 
 double styleNumber(const Evas_Object* textblock, const std::string& name)
 {
-    const std::string style = styleOf(textblock);
-    const size_t at = style.rfind(name + '=');
-    return at == std::string::npos ? 0 : strtod(style.c_str() + at + name.size() + 1, nullptr);
+    return numberIn(styleOf(textblock), name);
+}
+
+double fullSize(const Evas_Object* textblock)
+{
+    return numberIn(styleText(evas_object_textblock_style_get(textblock)), "font_size");
 }
 
 bool isBold(const Evas_Object* textblock)
@@ -150,7 +159,9 @@ bool Reference::fitsAtFullSize(const Evas_Object* textblock)
     // An ellipsis makes everything fit. Only the style that is pushed last counts.
     std::string own = styleText(evas_object_textblock_style_user_peek(textblock));
     const size_t end = own.rfind('\'');
-    own = end == std::string::npos ? "DEFAULT='ellipsis=-1.0'" : own.insert(end, " ellipsis=-1.0");
+    const std::string size = std::to_string(std::lround(fullSize(textblock)));
+    const std::string added = " ellipsis=-1.0 font_size=" + size;
+    own = end == std::string::npos ? "DEFAULT='" + added + "'" : own.insert(end, added);
     const base::TextblockStylePtr whole {evas_textblock_style_new()};
     evas_textblock_style_set(whole.get(), own.c_str());
     evas_object_textblock_style_user_push(copy.get(), whole.get());

@@ -45,6 +45,9 @@ private:
 /// @return a number in the text style that @p textblock has, 0 when it names none: style("font_size")
 double styleNumber(const Evas_Object* textblock, const std::string& name);
 
+/// @return the size of letters that the theme has for @p textblock, which others may be shrunk from
+double fullSize(const Evas_Object* textblock);
+
 /// @return whether its style is bold
 bool isBold(const Evas_Object* textblock);
 

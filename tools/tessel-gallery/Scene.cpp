@@ -89,9 +89,9 @@ Text readText(Evas_Object* textblock, Reference& reference)
     text.withoutFont = firstWithoutFont(text.plain);
     text.box = boxOf(textblock);
     text.scale = evas_object_scale_get(textblock);
-    const double full = styleNumber(textblock, "font_size");
+    const double full = fullSize(textblock);
     const int fitted = evas_textblock_fit_font_size_get(textblock);
-    text.fontSize = fitted > 0 ? fitted : full;
+    text.fontSize = fitted > 0 ? fitted : styleNumber(textblock, "font_size");
     text.sizePx = text.fontSize * text.scale;
     text.fullSizePx = full * text.scale;
     text.isBold = isBold(textblock);
