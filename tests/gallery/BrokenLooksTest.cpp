@@ -55,7 +55,7 @@ constexpr Fault kThemeFaults[] = {
         "terms", "cut-letters", "at the left"},
     {"texts cut below", "text.edc", "part { name: \"bounds\"; type: RECT; mouse_events: 0; }",
         "part { name: \"bounds\"; type: RECT; mouse_events: 0; "
-        "description { state: \"default\" 0.0; rel2.relative: 1.0 0.66; } }",
+        "description { state: \"default\" 0.0; rel2.relative: 1.0 0.78; } }",
         "terms", "cut-letters", "at the bottom"},
     {"another font", "palette.edc", "font=NorvaleSans-500 font_size=32", "font=NanumGothic font_size=32",
         "terms", "font"},
