@@ -12,6 +12,12 @@ set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
 set(TESSEL_ARM64_ROOT "" CACHE PATH "unpacked Debian of the TV's processor")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TESSEL_ARM64_ROOT)
 if(TESSEL_ARM64_ROOT)
+    # Tools that the build runs to have them describe themselves.
+    find_program(QEMU_AARCH64 qemu-aarch64)
+    if(QEMU_AARCH64)
+        set(CMAKE_CROSSCOMPILING_EMULATOR ${QEMU_AARCH64} -L ${TESSEL_ARM64_ROOT} -E
+            LD_LIBRARY_PATH=/usr/lib/aarch64-linux-gnu)
+    endif()
     set(CMAKE_SYSROOT ${TESSEL_ARM64_ROOT})
     set(CMAKE_FIND_ROOT_PATH ${TESSEL_ARM64_ROOT})
     set(ENV{PKG_CONFIG_SYSROOT_DIR} ${TESSEL_ARM64_ROOT})
@@ -23,3 +29,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# For the packages: whose they are, and where the libraries lie that they need.
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
+set(TESSEL_LIBRARIES ${TESSEL_ARM64_ROOT}/usr/lib/aarch64-linux-gnu ${TESSEL_ARM64_ROOT}/lib/aarch64-linux-gnu)

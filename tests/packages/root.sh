@@ -5,6 +5,7 @@
 #
 #   debian_sources      the lines of a sources list for the mirror that this machine uses
 #   make_root FOLDER    a bare Debian 12, unpacked from an archive that is kept for a week
+#   make_arm64_root FOLDER   the libraries of the other processor to build with, unless they are there
 #   in_own_mounts ...   runs the calling script again, with its arguments, in mounts of its own and with the folder
 #                       SCRATCH, which is removed when it has ended
 #   enter_root FOLDER   gives it /proc and /dev, for this process and its children alone
@@ -18,7 +19,7 @@ debian_sources() {
         awk '$1 == "Debian" && $3 ~ /^bookworm/ { print "deb " $2 " " $3 " " $4 }' | sort -u
 }
 
-# FOLDER [ARCHITECTURE [PACKAGES]]: made anew each time, and of what an archive has.
+# FOLDER ARCHIVE: made anew each time, and of what the archive has.
 make_root() {
     local folder=$1 archive=$2
     [ ! -e "$folder/etc" ] || return 1
@@ -34,6 +35,47 @@ make_root() {
     # Nothing is started in it.
     printf '#!/bin/sh\nexit 101\n' >"$folder/usr/sbin/policy-rc.d"
     chmod +x "$folder/usr/sbin/policy-rc.d"
+}
+
+# FOLDER: packages that are unpacked only, so that nothing of the other processor has to run.
+make_arm64_root() {
+    local root=$1 link
+    [ ! -e "$root/complete" ] || return 0
+    printf 'Unpacking Debian for arm64 into %s\n' "$root"
+    rm -rf --one-file-system "$root"
+    mkdir -p "${root%/*}"
+    debian_sources | mmdebstrap --quiet --mode=root --architectures=arm64 --variant=extract --format=directory \
+        --include=libc6-dev,libstdc++-12-dev,libefl-all-dev,libglib2.0-dev,libjsoncpp-dev,libspeechd-dev,libedit-dev \
+        --include=libelementary-data,libevas-loaders --skip=cleanup/apt bookworm "$root" -
+    note_unpacked "$root"
+    # Links that begin at the root are to lead to the other Debian's, not to this machine's.
+    find "$root/usr/lib" "$root/lib" -lname '/*' 2>/dev/null | while read -r link; do
+        ln -sfn "$root$(readlink "$link")" "$link"
+    done
+    : >"$root/complete"
+}
+
+# A database of what was unpacked in FOLDER, for the dependencies to be computed from: which package a library is of, by
+# its whole path here, and which version has which symbol.
+note_unpacked() {
+    local root=$1 database=$1/var/lib/dpkg archive name control
+    rm -rf "$database"
+    mkdir -p "$database"/{info,updates}
+    printf '1\n' >"$database/info/format"
+    for archive in "$root"/var/cache/apt/archives/*.deb; do
+        name=$(dpkg-deb -f "$archive" Package)
+        if [ "$(dpkg-deb -f "$archive" Multi-Arch)" = same ]; then
+            name+=:arm64
+        fi
+        { dpkg-deb -f "$archive" && printf 'Status: install ok installed\n\n'; } >>"$database/status"
+        dpkg-deb --fsys-tarfile "$archive" | tar -t | sed -n "s,^\.\(/.*[^/]\)\$,$root\1,p" >"$database/info/$name.list"
+        dpkg-deb --ctrl-tarfile "$archive" | tar -x -C "$database/updates"
+        for control in symbols shlibs; do
+            [ ! -e "$database/updates/$control" ] || mv "$database/updates/$control" "$database/info/$name.$control"
+        done
+        find "$database/updates" -type f -delete
+    done
+    rm -f "$root"/var/cache/apt/archives/*.deb
 }
 
 # What is mounted is gone before the folder is removed, and nothing of the machine itself is ever mounted in it.
