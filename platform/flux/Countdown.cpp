@@ -4,16 +4,22 @@
 #include "flux/Countdown.h"
 
 #include "flux/WindowHost.h"
+#include "flux/WindowSystem.h"
+
+#include <Ecore_Evas.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 namespace orbis::flux {
 
 namespace {
 
+constexpr std::string_view kSignal = "countdown,";
 constexpr const char* kSignals = "countdown,*";
 
 /// The theme is told a number of them, below 0 where lines run from right to left.
@@ -30,7 +36,7 @@ int64_t takeNumber(const char*& text)
 
 void on_countdown(void* data, Evas_Object* popup, const char* emission, const char*)
 {
-    const auto& record = *static_cast<PopupRecord*>(data);
+    auto& record = *static_cast<PopupRecord*>(data);
     const char* rest = strchr(emission, ',') + 1;
     const int64_t left = takeNumber(rest);
     if (left < 0 || *rest != ',')
@@ -39,6 +45,7 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
     const int64_t whole = takeNumber(rest);
     if (whole <= 0 || *rest != '\0')
         return;
+    record.isTimeMoved = left < whole;
     // One that has only just come up is being read out as it is.
     if (WindowHost* host = WindowHost::of(record.window); host && left < whole)
         host->givesUp(popup, static_cast<int>(left));
@@ -53,6 +60,24 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
 void followCountdown(PopupRecord& record)
 {
     elm_object_signal_callback_add(record.object, kSignals, "", on_countdown, &record);
+}
+
+void drawCountdown(Evas_Object* popup, const char* emission)
+{
+    if (!emission || std::string_view {emission}.substr(0, kSignal.size()) != kSignal
+        || !recordOf<PopupRecord>(popup))
+        return;
+    Evas_Object* edje = elm_layout_edje_get(popup);
+    edje_object_message_signal_process(edje); // the signal
+    edje_object_message_signal_process(edje); // and what it told the theme
+    auto* record = recordOf<PopupRecord>(popup);
+    if (!record || !std::exchange(record->isTimeMoved, false))
+        return;
+    Evas* canvas = evas_object_evas_get(popup);
+    // A window that has a shape instead of transparency is more than its picture.
+    const bool isPlain = isX11(record->window) && ecore_evas_alpha_get(ecore_evas_ecore_evas_get(canvas));
+    if (isPlain && evas_object_visible_get(record->window))
+        evas_render(canvas);
 }
 
 } // namespace orbis::flux

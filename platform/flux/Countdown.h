@@ -13,4 +13,10 @@ namespace orbis::flux {
 /// ignored.
 void followCountdown(PopupRecord& record);
 
+/// Draws what is left at once, where @p emission is such a signal and has just been emitted on @p popup, and
+/// the popup is on an X server's screen. The toolkit would wait for a clock of its own to tick, and let that
+/// run on: ten wake-ups a second.
+/// @param emission  nullable
+void drawCountdown(Evas_Object* popup, const char* emission);
+
 } // namespace orbis::flux

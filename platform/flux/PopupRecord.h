@@ -42,6 +42,7 @@ struct PopupRecord {
     double leastHeight = 0;
     double textScale = 1.0; ///< how much larger than usual the texts are
     Told told;
+    bool isTimeMoved = false; ///< the time left is less than when it was drawn
     app::LanguageHold language; ///< what is up keeps its texts
 };
 

@@ -7,6 +7,7 @@
 
 #include "flux/WindowSignal.h"
 #include "dlog.h"
+#include "flux/Countdown.h"
 #include "flux/WindowHost.h"
 #include "names/LogTag.h"
 
@@ -33,6 +34,8 @@ extern "C" __attribute__((visibility("default"))) void elm_object_signal_emit(
 
     if (orbis::flux::WindowHost* host = orbis::flux::WindowHost::of(object))
         host->windowSignal(emission ? emission : "");
-    else if (toolkitEmit)
+    else if (toolkitEmit) {
         toolkitEmit(object, emission, source);
+        orbis::flux::drawCountdown(object, emission);
+    }
 }
