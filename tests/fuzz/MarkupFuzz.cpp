@@ -1,10 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Tessel UI authors
 // SPDX-License-Identifier: Apache-2.0
 
-/// Markup of texts from outside: what comes out is what the list allows, and no longer than a card holds.
+/// Markup of texts from outside: what comes out is what the list allows, and no longer than a card holds. Set
+/// and shortened it says the same, or the beginning and the end of it.
 #include "Fuzz.h"
 #include "flux/Contrast.h"
 #include "flux/Markup.h"
+#include "flux/Shortening.h"
+#include "flux/Typesetting.h"
 
 #include <algorithm>
 #include <regex>
@@ -65,11 +68,76 @@ void check(const std::string& text, const TextColours& colours)
         fuzz::demand(shown == text, "a text without markup stays", shown);
 }
 
+/// @return what @p markup says: without tags, blanks, marks on letters and what is not drawn
+std::string sayingOf(const std::string& markup)
+{
+    std::string saying;
+    for (const orbis::flux::Piece& piece : orbis::flux::piecesOf(markup)) {
+        const GUnicodeType type = g_unichar_type(piece.character);
+        const bool isSilent = piece.isTag() || piece.isPiledMark() || type == G_UNICODE_FORMAT
+            || g_unichar_isspace(piece.character) || piece.character == 0x00a0;
+        saying += isSilent ? "" : piece.text;
+    }
+    return saying;
+}
+
+bool isEachLineEven(const std::string& markup)
+{
+    int depth = 0;
+    for (const orbis::flux::Piece& piece : orbis::flux::piecesOf(markup)) {
+        depth += piece.beginsIsolate() ? 1 : piece.endsIsolate() ? -1 : 0;
+        if (depth < 0 || depth > 1 || (piece.endsLine() && depth > 0))
+            return false;
+    }
+    return depth == 0;
+}
+
+void checkSet(const std::string& shown, const std::string& set)
+{
+    if (!fuzz::isUtf8(shown))
+        return; // bytes that are no characters may come to be some
+    fuzz::demand(sayingOf(set) == sayingOf(shown), "it says the same when it is set", set);
+    fuzz::demand(fuzz::isUtf8(set), "characters stay whole when it is set", set);
+}
+
+void checkShortened(const std::string& set)
+{
+    const orbis::flux::Shortening shortening {set};
+    const std::string ellipsis = "…";
+    const std::string all = sayingOf(set);
+    for (size_t count = shortening.most(); count > 0; count /= 2) {
+        const std::string shortened = shortening.without(count);
+        const std::string saying = sayingOf(shortened);
+        fuzz::demand(saying.size() <= all.size() + ellipsis.size(), "it is no longer", shortened);
+        fuzz::demand(!fuzz::isUtf8(set) || fuzz::isUtf8(shortened), "characters stay whole", shortened);
+        fuzz::demand(shortened.find(ellipsis) != std::string::npos, "an ellipsis is there", shortened);
+        fuzz::demand(isEachLineEven(shortened) || !isEachLineEven(set), "isolates stay even", shortened);
+        if (count == shortening.most())
+            fuzz::demand(saying == ellipsis, "all of it can be left out", shortened);
+    }
+}
+
+void checkDrawn(const std::string& shown)
+{
+    using orbis::flux::Lines;
+    for (const Lines lines : {Lines::One, Lines::Many}) {
+        const std::string set = orbis::flux::typeset(shown, lines);
+        checkSet(shown, set);
+        fuzz::demand(isEachLineEven(set), "each line has even isolates", set);
+        if (lines == Lines::One)
+            fuzz::demand(set.find("<br") == std::string::npos, "one line is one", set);
+        checkShortened(set);
+    }
+    checkSet(shown, orbis::flux::typesetCode(shown));
+}
+
 } // namespace
 
 void fuzz::tryInput(Input& input)
 {
     const TextColours kinds[] = {{"14 21 32 255", ""}, {"14 21 32 255", "#FFE566"}, {}};
     const TextColours& colours = kinds[input.number(3)];
-    check(input.rest(), colours);
+    const std::string text = input.rest();
+    check(text, colours);
+    checkDrawn(orbis::flux::displayMarkup(text, colours));
 }
