@@ -94,8 +94,10 @@ void shrinkTexts(std::vector<GrownItem>& items, int missing)
         spare.push_back(text ? std::max(0, item.height - leastHeight(*text, item.width)) : 0);
     }
     const int all = std::accumulate(spare.begin(), spare.end(), 0);
+    if (missing <= 0 || all <= 0)
+        return;
     const int given = std::min(missing, all);
-    for (size_t i = 0; given > 0 && i < items.size(); ++i) // rounded up, so that none is missing
+    for (size_t i = 0; i < items.size(); ++i) // rounded up, so that none is missing
         items[i].height -= std::min(spare[i], static_cast<int>((int64_t {spare[i]} * given + all - 1) / all));
 }
 

@@ -243,7 +243,7 @@ std::string typesetCode(const std::string& markup)
     const auto length = static_cast<size_t>(std::count_if(pieces.begin(), pieces.end(), isCodeLetter));
     const bool hasBlanks =
         std::any_of(pieces.begin(), pieces.end(), [](const Piece& piece) { return piece.isBlank(); });
-    const size_t group = hasBlanks ? length : groupOf(length);
+    const size_t group = std::max<size_t>(1, hasBlanks ? length : groupOf(length));
     size_t place = 0;
     for (Piece& piece : pieces) {
         if (piece.isBlank()) {

@@ -94,8 +94,9 @@ bool isEachLineEven(const std::string& markup)
 
 void checkSet(const std::string& shown, const std::string& set)
 {
-    if (!fuzz::isUtf8(shown))
-        return; // bytes that are no characters may come to be some
+    // What is left out between bytes may leave a character, and between characters an entity.
+    if (!fuzz::isUtf8(shown) || shown.find('&') != std::string::npos)
+        return;
     fuzz::demand(sayingOf(set) == sayingOf(shown), "it says the same when it is set", set);
     fuzz::demand(fuzz::isUtf8(set), "characters stay whole when it is set", set);
 }
