@@ -7,7 +7,7 @@
 #include "flux/Progressbar.h"
 #include "flux/Record.h"
 #include "flux/TextFit.h"
-#include "flux/Textbox.h"
+#include "flux/TextboxRecord.h"
 
 #include <algorithm>
 #include <cmath>

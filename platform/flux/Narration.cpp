@@ -9,7 +9,7 @@
 #include "flux/PopupButtons.h"
 #include "flux/Progressbar.h"
 #include "flux/SpokenText.h"
-#include "flux/Textbox.h"
+#include "flux/TextboxRecord.h"
 #include "flux/Tooltip.h"
 
 #include <glib.h>

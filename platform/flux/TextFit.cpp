@@ -6,7 +6,7 @@
 #include "base/EflHandles.h"
 #include "flux/Fitting.h"
 #include "flux/Shortening.h"
-#include "flux/Textbox.h"
+#include "flux/TextboxRecord.h"
 
 #include <algorithm>
 #include <climits>

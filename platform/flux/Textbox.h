@@ -4,44 +4,9 @@
 /// Inside of the styled text box, for the other parts of the widget set.
 #pragma once
 
-#include "elm_flux.h"
-
-#include <string>
+#include "flux/TextboxRecord.h"
 
 namespace orbis::flux {
-
-struct TextboxRecord {
-    static constexpr const char* kKey = "orbis.flux.textbox";
-    static constexpr const char* kPart = "elm.text"; ///< of its theme group
-
-    Evas_Object* object = nullptr;
-    bool multiline = false;
-    bool contrast = false; ///< told to by the signal "HC"
-    Elm_Flux_Textbox_Size size = ELM_FLUX_TEXTBOX_SIZE_BODY;
-    Elm_Flux_Textbox_Align align = ELM_FLUX_TEXTBOX_ALIGN_CENTER;
-    bool isAlignSet = false; ///< by the application
-    bool isFitted = false; ///< has been looked at since it or its room changed
-    Elm_Flux_Responsive_Rule rule = ELM_FLUX_RESPONSIVE_WRAP;
-    std::string color; ///< "#rrggbb", or empty for the theme's
-    std::string text;
-    bool wasEmpty = true; ///< when its layout was told of the text last
-    int fittedSize = 0; ///< of its letters; 0 for its group's own
-    std::string markup; ///< that says the same, all of it, as it would be drawn
-};
-
-/// @return what the theme says under @p name, or ""
-std::string themeData(const TextboxRecord& record, const char* name);
-
-/// @return whether a text may have several lines
-bool wraps(const TextboxRecord& record);
-
-/// @return what the box adds to the text style of its theme group, but for the size of its letters
-std::string styleOf(const TextboxRecord& record);
-
-/// @param style  of the box
-/// @param size   of its letters, 0 for its group's own
-/// @return all of it, as the toolkit takes it
-std::string userStyle(const std::string& style, int size);
 
 /// Has a text begin where lines begin, unless the application has chosen an alignment.
 void alignToStart(TextboxRecord& record);

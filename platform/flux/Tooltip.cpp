@@ -7,7 +7,7 @@
 #include "flux/Look.h"
 #include "flux/Markup.h"
 #include "flux/Record.h"
-#include "flux/Textbox.h"
+#include "flux/TextboxRecord.h"
 #include "flux/Theme.h"
 #include "flux/Typesetting.h"
 #include "flux/Unit.h"

@@ -10,7 +10,7 @@
 #include "flux/ForgottenMemory.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
-#include "flux/Textbox.h"
+#include "flux/TextboxRecord.h"
 
 #include <utility>
 
