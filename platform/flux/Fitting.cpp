@@ -3,6 +3,7 @@
 
 #include "flux/Fitting.h"
 
+#include "flux/Look.h"
 #include "flux/Record.h"
 
 #include <cstdlib>
@@ -63,7 +64,9 @@ bool fitsOnOneLine(const Evas_Object* widget, const char* part)
 
 int usualSize(const Evas_Object* group, double scale)
 {
-    const char* size = scale <= 1.0 ? edje_object_data_get(group, "usual_size") : nullptr;
+    // The lines of another font have another height.
+    const bool isUsual = scale <= 1.0 && languageStyle().empty();
+    const char* size = isUsual ? edje_object_data_get(group, "usual_size") : nullptr;
     return size ? atoi(size) : 0;
 }
 
