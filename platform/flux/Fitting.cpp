@@ -48,18 +48,12 @@ void lookBeforePictures(Evas_Object* widget, void (*look)(Evas_Object* widget))
     record->beforePictures = ecore_idle_enterer_before_add(on_idle, record);
 }
 
-bool fitsOnOneLine(const Evas_Object* widget, const char* part)
+bool hasRoomFor(const Evas_Object* text, int width, int height)
 {
-    const Evas_Object* text = edje_object_part_object_get(elm_layout_edje_get(widget), part);
-    if (!text)
-        return true;
-    int width = 0;
-    int height = 0;
-    evas_object_geometry_get(text, nullptr, nullptr, &width, &height);
-    int needed = 0;
+    int all = 0;
     int high = 0;
-    evas_object_textblock_size_native_get(text, &needed, &high);
-    return needed <= width - kSlack && high <= height - kSlack;
+    evas_object_geometry_get(text, nullptr, nullptr, &all, &high);
+    return width <= all && height <= high;
 }
 
 int usualSize(const Evas_Object* group, double scale)
@@ -70,20 +64,21 @@ int usualSize(const Evas_Object* group, double scale)
     return size ? atoi(size) : 0;
 }
 
-void applySignals(Evas_Object* widget)
-{
-    Evas_Object* edje = elm_layout_edje_get(widget);
-    edje_object_message_signal_process(edje);
-    edje_object_calc_force(edje);
-}
-
 void fitLine(Evas_Object* widget, const char* part)
 {
-    const char* state = edje_object_part_state_get(elm_layout_edje_get(widget), part, nullptr);
-    if (!state || strstr(state, "fit") || fitsOnOneLine(widget, part))
+    Evas_Object* edje = elm_layout_edje_get(widget);
+    const char* state = edje_object_part_state_get(edje, part, nullptr);
+    if (!state || strstr(state, "fit"))
+        return;
+    const Evas_Object* text = edje_object_part_object_get(edje, part);
+    int width = 0;
+    int height = 0;
+    evas_object_textblock_size_native_get(text, &width, &height); // of all of it, without an ellipsis
+    if (hasRoomFor(text, width + kSlack, height + kSlack))
         return;
     elm_object_signal_emit(widget, "flux,fit", "");
-    applySignals(widget);
+    edje_object_message_signal_process(edje);
+    edje_object_calc_force(edje);
 }
 
 } // namespace orbis::flux

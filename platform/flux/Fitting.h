@@ -15,14 +15,13 @@ namespace orbis::flux {
 /// Has @p look called before each picture of the canvas that @p widget is on, until the widget is deleted.
 void lookBeforePictures(Evas_Object* widget, void (*look)(Evas_Object* widget));
 
-/// @return whether a text that may be cut with an ellipsis fits in its part of a widget's theme, on one line
-bool fitsOnOneLine(const Evas_Object* widget, const char* part);
+/// @param width,height  pixels
+/// @return whether a part of a theme is so large
+bool hasRoomFor(const Evas_Object* text, int width, int height);
 
-/// For lookBeforePictures(): has the theme of @p widget shrink the text @p part when it does not fit.
+/// For lookBeforePictures(): has the theme of @p widget shrink the text @p part, which is one line, when it
+/// does not fit.
 void fitLine(Evas_Object* widget, const char* part);
-
-/// The same at once for what was just told to the theme.
-void applySignals(Evas_Object* widget);
 
 /// A text may be larger in its theme than there is usually room for.
 /// @param group  a theme object for texts. @param scale  how much larger than usual texts are

@@ -71,11 +71,8 @@ bool fitsAsItIs(const Evas_Object* text)
 {
     int width = 0;
     int height = 0;
-    evas_object_geometry_get(text, nullptr, nullptr, &width, &height);
-    int needed = 0;
-    int high = 0;
-    evas_object_textblock_size_formatted_get(text, &needed, &high);
-    return needed <= width && high <= height;
+    evas_object_textblock_size_formatted_get(text, &width, &height);
+    return hasRoomFor(text, width, height);
 }
 
 /// Before a picture is drawn: measuring takes long, and most texts fit.
@@ -148,7 +145,7 @@ void on_resized(void* data, Evas*, Evas_Object*, void*)
         alignToStart(record);
 }
 
-/// Text sizes are theme groups, because the toolkit shrinks a text from its group's own size only.
+/// Text sizes are theme groups: each has its style, and the sizes that a text may shrink to.
 std::string groupOf(Elm_Flux_Textbox_Size size)
 {
     const bool isLarger = size == ELM_FLUX_TEXTBOX_SIZE_SECONDARY && hasSmallDots();
