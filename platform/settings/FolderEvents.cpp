@@ -15,6 +15,8 @@ namespace orbis::settings {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr unsigned kContents =
     IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_CLOSE_WRITE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr unsigned kNames =
@@ -55,16 +57,9 @@ bool isLink(const std::string& path)
     return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
-bool leadsSomewhere(const std::string& link)
-{
-    struct stat status = {};
-    return stat(link.c_str(), &status) == 0;
-}
-
 /// @return what the link leads to, whether it is there or not
 std::string targetOf(const std::string& link)
 {
-    namespace fs = std::filesystem;
     std::error_code ignored;
     const fs::path target = fs::read_symlink(link, ignored);
     return withoutEmptyNames((fs::path(link).parent_path() / target).lexically_normal().string());
@@ -121,8 +116,11 @@ int FolderEvents::addAncestors(const std::string& folder, bool withNames, int li
             continue; // its moves are noticed below, the leave to enter it above
         else if (!isMissing(error))
             worst = error;
-        if (withNames && isLink(next) && linksLeft > 0 && !leadsSomewhere(next))
-            worst = addAncestors(targetOf(next), true, linksLeft - 1);
+        std::error_code ignored;
+        if (!withNames || !isLink(next) || linksLeft == 0 || fs::exists(next, ignored))
+            continue;
+        if (const int inTheWay = addAncestors(targetOf(next), true, linksLeft - 1); inTheWay != 0)
+            worst = inTheWay;
     }
     return worst;
 }
