@@ -7,7 +7,7 @@ namespace tools {
 
 namespace {
 
-constexpr char kSpecial[] = "[]:\\"; ///< what a specification of _arguments gives a meaning
+constexpr char kSpecial[] = "[]:\\"; ///< what has a meaning to _arguments
 
 std::string action(const Choices& choices)
 {
@@ -21,7 +21,7 @@ std::string action(const Choices& choices)
 }
 
 /// @param joint  what may stand between the option and a value that it needs: "=" or, in the same word, "+"
-std::string specification(const Option& option, const std::string& form, const char* joint)
+std::string argumentSpec(const Option& option, const std::string& form, const char* joint)
 {
     std::string text = "*" + form;
     if (option.value)
@@ -38,9 +38,9 @@ std::string call(const char* beginning, const std::vector<Option>& all, const st
 {
     std::string text = beginning;
     for (const Option& option : shownOptions(all)) {
-        text += " \\\n" + indent + quoted(specification(option, withDashes(option), "="));
+        text += " \\\n" + indent + quoted(argumentSpec(option, withDashes(option), "="));
         if (option.letter != '\0')
-            text += " \\\n" + indent + quoted(specification(option, std::string("-") + option.letter, "+"));
+            text += " \\\n" + indent + quoted(argumentSpec(option, std::string("-") + option.letter, "+"));
     }
     return text;
 }
