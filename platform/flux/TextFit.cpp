@@ -3,9 +3,9 @@
 
 #include "flux/TextFit.h"
 
-#include "base/EflHandles.h"
 #include "flux/Fitting.h"
 #include "flux/Shortening.h"
+#include "flux/TextMeasure.h"
 #include "flux/TextboxRecord.h"
 
 #include <algorithm>
@@ -15,74 +15,6 @@
 namespace orbis::flux {
 
 namespace {
-
-/// Higher than any text; of a text that does not fit the toolkit tells less.
-constexpr int kMeasureHeight = 20000;
-
-struct Extent {
-    int width = 0;
-    int height = 0;
-};
-
-/// @return the scale that a part of @p edje has once that is laid out again
-double scaleOf(const Evas_Object* edje)
-{
-    const double own = edje_object_scale_get(edje);
-    return own > 0 ? own : edje_scale_get();
-}
-
-/// A text in the style of a text box that is drawn nowhere.
-class Measure {
-public:
-    explicit Measure(const TextboxRecord& record);
-
-    /// @param size  of the letters; 0 for the style's own
-    void setSize(int size);
-
-    /// @return what @p markup takes, in pixels, when it is @p width wide
-    Extent of(const std::string& markup, int width) const;
-
-private:
-    std::string m_style; ///< of the text box
-    base::ObjectPtr m_text;
-};
-
-Measure::Measure(const TextboxRecord& record)
-    : m_style(styleOf(record))
-{
-    const Evas_Object* edje = elm_layout_edje_get(record.object);
-    const Evas_Object* shown = edje_object_part_object_get(edje, TextboxRecord::kPart);
-    const Evas_Textblock_Style* group = shown ? evas_object_textblock_style_get(shown) : nullptr;
-    if (!group)
-        return;
-    m_text.reset(evas_object_textblock_add(evas_object_evas_get(edje)));
-    const base::TextblockStylePtr usual {evas_textblock_style_new()};
-    evas_textblock_style_set(usual.get(), evas_textblock_style_get(group));
-    evas_object_scale_set(m_text.get(), scaleOf(edje));
-    evas_object_textblock_style_set(m_text.get(), usual.get());
-    setSize(0);
-}
-
-void Measure::setSize(int size)
-{
-    if (!m_text)
-        return;
-    const base::TextblockStylePtr own {evas_textblock_style_new()};
-    evas_textblock_style_set(own.get(), userStyle(m_style, size).c_str());
-    evas_object_textblock_style_user_pop(m_text.get());
-    evas_object_textblock_style_user_push(m_text.get(), own.get());
-}
-
-Extent Measure::of(const std::string& markup, int width) const
-{
-    Extent extent;
-    if (!m_text)
-        return extent;
-    evas_object_textblock_text_markup_set(m_text.get(), markup.c_str());
-    evas_object_resize(m_text.get(), width, kMeasureHeight);
-    evas_object_textblock_size_formatted_get(m_text.get(), &extent.width, &extent.height);
-    return extent;
-}
 
 int sizeIn(const TextboxRecord& record, const char* name)
 {
@@ -156,7 +88,7 @@ private:
     }
 
     const TextboxRecord& m_record;
-    Measure m_measure;
+    TextMeasure m_measure;
     Extent m_room;
 };
 
@@ -166,13 +98,13 @@ int naturalHeight(const TextboxRecord& record, int width)
 {
     if (record.text.empty())
         return 0;
-    const int height = Measure(record).of(record.markup, width).height;
+    const int height = TextMeasure(record).of(record.markup, width).height;
     return height > 0 ? height + kSlack : 0;
 }
 
 int leastHeight(const TextboxRecord& record, int width)
 {
-    Measure measure {record};
+    TextMeasure measure {record};
     measure.setSize(sizeIn(record, "smallest"));
     const int height = measure.of(record.markup, width).height;
     return height > 0 ? height + kSlack : 0;

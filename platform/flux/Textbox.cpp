@@ -3,6 +3,7 @@
 
 #include "flux/Textbox.h"
 
+#include "flux/Balance.h"
 #include "flux/Fitting.h"
 #include "flux/Guard.h"
 #include "flux/Look.h"
@@ -41,8 +42,7 @@ void pushStyle(const TextboxRecord& record)
 {
     Evas_Object* edje = elm_layout_edje_get(record.object);
     edje_object_part_text_style_user_pop(edje, kTextPart);
-    edje_object_part_text_style_user_push(
-        edje, kTextPart, userStyle(styleOf(record), record.fittedSize).c_str());
+    edje_object_part_text_style_user_push(edje, kTextPart, userStyle(styleOf(record), record.place).c_str());
 }
 
 /// Until the next picture is prepared a text is whole, and as large as its kind usually is.
@@ -52,8 +52,9 @@ void showWhole(TextboxRecord& record)
     const char* former = elm_layout_text_get(record.object, kTextPart);
     if (!former || former != record.markup)
         elm_layout_text_set(record.object, kTextPart, record.markup.c_str());
-    const int usual = usualSize(elm_layout_edje_get(record.object), elm_object_scale_get(record.object));
-    if (std::exchange(record.fittedSize, usual) != usual)
+    const TextPlace usual {
+        usualSize(elm_layout_edje_get(record.object), elm_object_scale_get(record.object)), 0};
+    if (std::exchange(record.place, usual) != usual)
         pushStyle(record);
 }
 
@@ -75,17 +76,30 @@ bool fitsAsItIs(const Evas_Object* text)
     return hasRoomFor(text, width, height);
 }
 
+/// @return what is drawn of a text, and where
+std::pair<std::string, TextPlace> placed(const TextboxRecord& record, const Evas_Object* text)
+{
+    FittedText fitted {record.markup, record.place.size};
+    if (!fitsAsItIs(text))
+        fitted = textThatFits(record);
+    else if (!hasStump(text))
+        return {fitted.markup, record.place};
+    return {fitted.markup, {fitted.size, balancingMargin(record, fitted.markup, fitted.size)}};
+}
+
 /// Before a picture is drawn: measuring takes long, and most texts fit.
 void look(Evas_Object* textbox)
 {
     auto& record = *recordOf<TextboxRecord>(textbox);
     Evas_Object* edje = elm_layout_edje_get(textbox);
-    if (std::exchange(record.isFitted, true) || fitsAsItIs(edje_object_part_object_get(edje, kTextPart)))
+    if (std::exchange(record.isFitted, true))
         return;
     guarded([&] {
-        const FittedText fitted = textThatFits(record);
-        elm_layout_text_set(textbox, kTextPart, fitted.markup.c_str());
-        record.fittedSize = fitted.size;
+        const auto [markup, place] = placed(record, edje_object_part_object_get(edje, kTextPart));
+        if (markup == record.markup && place == record.place)
+            return EINA_TRUE;
+        elm_layout_text_set(textbox, kTextPart, markup.c_str());
+        record.place = place;
         pushStyle(record);
         edje_object_calc_force(edje);
         return EINA_TRUE;

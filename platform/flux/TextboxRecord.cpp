@@ -31,9 +31,14 @@ std::string styleOf(const TextboxRecord& record)
     return style;
 }
 
-std::string userStyle(const std::string& style, int size)
+std::string userStyle(const std::string& style, const TextPlace& place)
 {
-    return "DEFAULT='" + style + (size > 0 ? " font_size=" + std::to_string(size) : "") + "'";
+    std::string all = "DEFAULT='" + style;
+    if (place.size > 0)
+        all += " font_size=" + std::to_string(place.size);
+    if (const std::string margin = std::to_string(place.margin); place.margin > 0)
+        all.append(" left_margin=").append(margin).append(" right_margin=").append(margin);
+    return all + "'";
 }
 
 const char* alignName(Elm_Flux_Textbox_Align align)

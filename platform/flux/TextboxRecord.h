@@ -10,6 +10,15 @@
 
 namespace orbis::flux {
 
+/// What depends on the room of a text.
+struct TextPlace {
+    int size = 0; ///< of its letters; 0 for its group's own
+    int margin = 0; ///< free at either side, pixels
+
+    bool operator==(const TextPlace& other) const { return size == other.size && margin == other.margin; }
+    bool operator!=(const TextPlace& other) const { return !(*this == other); }
+};
+
 struct TextboxRecord {
     static constexpr const char* kKey = "orbis.flux.textbox";
     static constexpr const char* kPart = "elm.text"; ///< of its theme group
@@ -25,7 +34,7 @@ struct TextboxRecord {
     std::string color; ///< "#rrggbb", or empty for the theme's
     std::string text;
     bool wasEmpty = true; ///< when its layout was told of the text last
-    int fittedSize = 0; ///< of its letters; 0 for its group's own
+    TextPlace place; ///< of what is drawn
     std::string markup; ///< that says the same, all of it, as it would be drawn
 };
 
@@ -39,9 +48,8 @@ bool wraps(const TextboxRecord& record);
 std::string styleOf(const TextboxRecord& record);
 
 /// @param style  of the box
-/// @param size   of its letters, 0 for its group's own
 /// @return all of it, as the toolkit takes it
-std::string userStyle(const std::string& style, int size);
+std::string userStyle(const std::string& style, const TextPlace& place);
 
 /// @return what the toolkit calls the alignment, null for none
 const char* alignName(Elm_Flux_Textbox_Align align);

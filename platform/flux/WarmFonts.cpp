@@ -61,7 +61,7 @@ Style styleOf(Evas* canvas, const Kind& kind)
     const Evas_Object* text = edje_object_part_object_get(group.get(), kind.part);
     const Evas_Textblock_Style* style = text ? evas_object_textblock_style_get(text) : nullptr;
     return {style ? evas_textblock_style_get(style) : "",
-        userStyle(languageStyle(), usualSize(group.get(), textScale()))};
+        userStyle(languageStyle(), {usualSize(group.get(), textScale()), 0})};
 }
 
 } // namespace

@@ -61,7 +61,7 @@ protected:
     {
         for (const auto* box : toolkit::shown<toolkit::TextboxRecord>(m_window)) {
             if (box->text.compare(0, beginning.size(), beginning) == 0)
-                return box->fittedSize;
+                return box->place.size;
         }
         return -1;
     }

@@ -5,6 +5,7 @@
 #include "Fixtures.h"
 #include "elm_flux.h"
 #include "flux/Shortening.h"
+#include "flux/TextMeasure.h"
 #include "flux/Typesetting.h"
 #include "vconf.h"
 
@@ -197,7 +198,7 @@ TEST_F(ALook, OfATextIsAsLargeAsItsPlaceAllows)
     while (drawnIn(box).first.find("…") == std::string::npos && text.size() < 600) {
         elm_flux_textbox_text_set(box, (text += "some more ").c_str());
         EXPECT_LE(drawnIn(box).second, kHeight) << text;
-        const int size = record->fittedSize == 0 ? 32 : record->fittedSize;
+        const int size = record->place.size == 0 ? 32 : record->place.size;
         EXPECT_LE(size, sizes.back()) << "more has larger letters";
         sizes.push_back(size);
     }
@@ -208,6 +209,50 @@ TEST_F(ALook, OfATextIsAsLargeAsItsPlaceAllows)
     EXPECT_EQ(sizes.back(), 24) << "it is cut although its letters could be smaller";
     EXPECT_TRUE(std::any_of(sizes.begin(), sizes.end(), [](int size) { return size > 24 && size < 32; }));
     evas_object_del(box);
+}
+
+/// @return how wide each line that is drawn is, pixels
+std::vector<int> linesIn(const Evas_Object* textbox)
+{
+    toolkit::settle();
+    return orbis::flux::lineWidths(edje_object_part_object_get(elm_layout_edje_get(textbox), "elm.text"));
+}
+
+TEST_F(ALook, OfATextInTheMiddleHasNoStumpForItsLastLine)
+{
+    Evas_Object* boxes[2] {};
+    for (Evas_Object*& box : boxes) {
+        box = elm_flux_textbox_add(m_window);
+        evas_object_show(box);
+        elm_flux_textbox_multiline_set(box, EINA_TRUE);
+    }
+    auto& [middle, left] = boxes;
+    elm_flux_textbox_align_set(middle, ELM_FLUX_TEXTBOX_ALIGN_CENTER);
+    elm_flux_textbox_align_set(left, ELM_FLUX_TEXTBOX_ALIGN_LEFT);
+    int stumps = 0;
+    for (const char* text :
+        {"Choose your network on your phone to continue.", "Averylongwordwithoutanyblank goes on"}) {
+        const bool isWord = text[1] == 'v';
+        for (int width = 240; width < 800; width += 20) {
+            for (Evas_Object* box : boxes) {
+                evas_object_resize(box, width, 400);
+                elm_flux_textbox_text_set(box, text);
+            }
+            const std::vector<int> usual = linesIn(left);
+            const std::vector<int> lines = linesIn(middle);
+            ASSERT_EQ(lines.size(), usual.size()) << width << ": a line more, or less";
+            const bool isStump =
+                usual.size() > 1 && usual.back() * 2 < *std::max_element(usual.begin(), usual.end());
+            if (!isStump || isWord)
+                EXPECT_EQ(lines, usual) << width << ": a word is broken";
+            else
+                EXPECT_GT(lines.back(), usual.back()) << width;
+            stumps += isStump ? 1 : 0;
+        }
+    }
+    EXPECT_GT(stumps, 6);
+    for (Evas_Object* box : boxes)
+        evas_object_del(box);
 }
 
 TEST_F(ALook, OfATextThatIsTooLongHasAnEllipsisInItsNameAndAllThatIsAroundIt)
