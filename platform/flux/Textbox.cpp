@@ -119,8 +119,10 @@ void tellReader(const TextboxRecord& record)
     }
 }
 
-void restyle(const TextboxRecord& record)
+void restyle(TextboxRecord& record)
 {
+    if (record.place.margin > 0)
+        showWhole(record); // it was balanced for its former style
     pushStyle(record);
     if (record.contrast)
         elm_object_signal_emit(record.object, "HC", "");

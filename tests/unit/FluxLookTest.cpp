@@ -251,6 +251,13 @@ TEST_F(ALook, OfATextInTheMiddleHasNoStumpForItsLastLine)
         }
     }
     EXPECT_GT(stumps, 6);
+    elm_flux_textbox_text_set(middle, "Choose your network on your phone to continue.");
+    elm_flux_textbox_text_set(left, "Choose your network on your phone to continue.");
+    evas_object_resize(middle, 600, 400);
+    evas_object_resize(left, 600, 400);
+    ASSERT_NE(linesIn(middle), linesIn(left));
+    elm_flux_textbox_align_set(middle, ELM_FLUX_TEXTBOX_ALIGN_LEFT);
+    EXPECT_EQ(linesIn(middle), linesIn(left)) << "it keeps the margins of its former alignment";
     for (Evas_Object* box : boxes)
         evas_object_del(box);
 }
