@@ -106,6 +106,7 @@ void shrinkTexts(std::vector<GrownItem>& items, int missing)
 void fitItems(const LayoutRecord& record, std::vector<GrownItem>& items, int room)
 {
     constexpr double kMostGiven = 0.4;
+    room = std::max(0, room);
     for (GrownItem& item : items) {
         const int missing = heightOf(record, items) - room;
         if (missing > 0 && isPicture(item.object))
