@@ -161,7 +161,8 @@ void findOtherFonts(Text& text, const std::string& language, const Image& whole,
         double most = -1; // nothing is drawn
         for (const bool isBold : {text.isBold, !text.isBold}) {
             const Mask& word = reference.word(run.text, {family, isBold, text.fontSize, text.scale});
-            const int reach = kReach + std::max(0, (word.box.width - run.place.width + 1) / 2);
+            // All of what a word has beyond its place may be on one side of it.
+            const int reach = kReach + std::max(0, word.box.width - run.place.width);
             const Mask drawn = inkIn(run.place, reach, text, whole, withoutTexts);
             if (most < kSameFont && !drawn.box.isEmpty())
                 most = std::max(most, likeness(drawn, word));
