@@ -51,13 +51,19 @@ bool isBlank(uint32_t character)
         || character == 0x205F || character == 0x3000 || character == 0x2028 || character == 0x2029;
 }
 
+uint32_t nextCharacter(const std::string& text, int& at)
+{
+    const Eina_Unicode next = eina_unicode_utf8_next_get(text.c_str(), &at);
+    return static_cast<uint32_t>(next);
+}
+
 std::string joined(const std::string& text, const char* blank)
 {
     std::string result;
     bool isBetween = false;
     for (int at = 0; text[static_cast<size_t>(at)] != '\0';) {
         const int begin = at;
-        const auto character = static_cast<uint32_t>(eina_unicode_utf8_next_get(text.c_str(), &at));
+        const uint32_t character = nextCharacter(text, at);
         if (isBlank(character)) {
             isBetween = true;
         } else if (!isInvisible(character)) {
@@ -127,7 +133,7 @@ bool allowsBreakAfter(uint32_t character)
 uint32_t firstCharacter(const std::string& text)
 {
     int index = 0;
-    return text.empty() ? 0 : static_cast<uint32_t>(eina_unicode_utf8_next_get(text.c_str(), &index));
+    return text.empty() ? 0 : nextCharacter(text, index);
 }
 
 std::string readable(const std::string& text)
@@ -146,7 +152,7 @@ std::string withoutMarksAround(const std::string& word)
     size_t end = 0;
     for (int at = 0; word[static_cast<size_t>(at)] != '\0';) {
         const auto from = static_cast<size_t>(at);
-        const auto character = static_cast<uint32_t>(eina_unicode_utf8_next_get(word.c_str(), &at));
+        const uint32_t character = nextCharacter(word, at);
         if (isPunctuation(character))
             continue;
         begin = end == 0 ? from : begin;
