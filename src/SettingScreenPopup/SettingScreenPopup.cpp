@@ -56,6 +56,9 @@ void SettingScreenPopup::show()
     m_contentText = translated(kInforming);
     m_addContentArea(m_contentText);
     createContentArea(m_contentLayout, kWidth, kHeight);
+    // Shown again while its question is open, the popup begins anew: Cancel takes the place of Yes only.
+    removeButton(m_yesButton, m_OnYesButtonClicked);
+    removeButton(m_noButton, m_OnNoButtonClicked);
     m_AddCancelButton();
     setTTS(m_contentText, "", "");
     if (m_window) {

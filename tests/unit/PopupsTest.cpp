@@ -3,6 +3,7 @@
 
 /// What all popups have in common: how they come, count, are answered and go.
 #include "Fixtures.h"
+#include "SettingScreenPopup.h"
 #include "Tessel_Conn_Comm_Func.h"
 #include "vconf.h"
 
@@ -232,6 +233,24 @@ TEST_F(AQuestion, GoesWithItsPopupHoweverOftenItWasAsked)
         request(Kind::Terms);
         EXPECT_EQ(toolkit::shown<toolkit::PopupRecord>(m_window).size(), 1U);
     }
+}
+
+TEST_F(AQuestion, EndsWhenThePopupThatItTookThePlaceOfIsShownAgain)
+{
+    TesselUI::SettingScreenPopup popup(m_window, static_cast<Elm_Flux_Popup_Style>(0));
+    for (int time = 0; time < 2; ++time) {
+        popup.show();
+        toolkit::settle();
+        const auto* record = top();
+        EXPECT_EQ(elm_object_text_get(record->buttons[0]), text("SID_CANCEL"));
+        EXPECT_EQ(record->buttons[1], nullptr) << "an answer to a question that is gone";
+        EXPECT_EQ(focused(), record->buttons[0]);
+        toolkit::press(m_window, "Return");
+        EXPECT_EQ(focused(), record->buttons[1]) << "No is the default";
+    }
+    toolkit::press(m_window, "Return");
+    EXPECT_EQ(
+        toolkit::textsOf(m_window), std::vector {text("TV_SID_TESSEL_CADEC_SETTING_UP_UR_TV_VIA_UR_PH")});
 }
 
 } // namespace
