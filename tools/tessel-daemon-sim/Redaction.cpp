@@ -112,6 +112,24 @@ size_t endOfString(const std::string& json, size_t begin)
     return std::min(index, json.size());
 }
 
+/// @param begin  where the backslash is, or the end. @return behind the whole character that follows it
+size_t endOfEscape(const std::string& text, size_t begin)
+{
+    if (begin + 1 >= text.size())
+        return text.size();
+    const char* const escaped = text.c_str() + begin + 1;
+    return std::min(begin + 1 + static_cast<size_t>(g_utf8_next_char(escaped) - escaped), text.size());
+}
+
+constexpr size_t kEscapeDigits = 4;
+
+/// What was cut, or written by hand, may have other characters there.
+bool isEscapeNumber(std::string_view digits)
+{
+    return digits.size() == kEscapeDigits
+        && std::all_of(digits.begin(), digits.end(), [](char digit) { return g_ascii_isxdigit(digit); });
+}
+
 /// The number of an escape \uHHHH in the place of @p digits; half of a pair becomes that half of another.
 std::string escapedReplacement(const std::string& digits, size_t number)
 {
@@ -151,17 +169,17 @@ std::string Redaction::text(const std::string& text)
 /// @param inside  of a string's quotes: what an escape stands for has its kind, too
 std::string Redaction::jsonString(const std::string& inside)
 {
-    constexpr size_t kDigits = 4;
     std::string result;
     size_t number = 0;
     for (size_t index = 0; index < inside.size();) {
         const size_t escape = std::min(inside.find('\\', index), inside.size());
         result += text(inside.substr(index, escape - index));
-        index = std::min(escape + 2, inside.size());
+        index = endOfEscape(inside, escape);
         result += inside.substr(escape, index - escape);
-        if (index - escape == 2 && inside[index - 1] == 'u') {
-            result += escapedReplacement(inside.substr(index, kDigits), number++);
-            index = std::min(index + kDigits, inside.size());
+        const std::string digits = inside.substr(index, kEscapeDigits);
+        if (index - escape == 2 && inside[index - 1] == 'u' && isEscapeNumber(digits)) {
+            result += escapedReplacement(digits, number++);
+            index += kEscapeDigits;
         }
     }
     return result;
