@@ -39,6 +39,7 @@ Placement::~Placement()
 {
     if (m_screenWatch)
         ecore_event_handler_del(m_screenWatch);
+    evas_object_event_callback_del_full(m_window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
 }
 
 /// The screen's size in pixels, as far as the window system has told it yet.
@@ -80,9 +81,11 @@ void Placement::fitWindow()
         isKnown ? m_scaledTo.height : kDesignHeight);
 }
 
-/// On Wayland the compositor sizes the window itself.
+/// On Wayland the compositor sizes the window itself, having told the screen's size before.
 void Placement::watchScreen()
 {
+    if (isWayland(m_window))
+        evas_object_event_callback_add(m_window, EVAS_CALLBACK_RESIZE, on_windowResized, this);
     if (!isX11(m_window))
         return;
     ecore_x_event_mask_set(ecore_x_window_root_first_get(), ECORE_X_EVENT_MASK_WINDOW_CONFIGURE);
@@ -95,6 +98,11 @@ Eina_Bool Placement::on_screenResized(void* data, int, void* eventInfo)
     if (event->win == ecore_x_window_root_first_get())
         static_cast<Placement*>(data)->fitWindow();
     return ECORE_CALLBACK_PASS_ON;
+}
+
+void Placement::on_windowResized(void* data, Evas*, Evas_Object*, void*)
+{
+    static_cast<Placement*>(data)->fitScale();
 }
 
 } // namespace orbis::flux

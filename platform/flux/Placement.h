@@ -28,6 +28,7 @@ private:
     };
 
     static Eina_Bool on_screenResized(void* data, int, void* eventInfo);
+    static void on_windowResized(void* data, Evas*, Evas_Object*, void*);
 
     Size screenSize() const;
     void fitScale();

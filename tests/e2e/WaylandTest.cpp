@@ -3,11 +3,13 @@
 
 /// The program on a Wayland compositor, where its window is never hidden.
 #include "Cards.h"
+#include "Sway.h"
 #include "TvTest.h"
 #include "Weston.h"
 
 #include <algorithm>
 #include <csignal>
+#include <unistd.h>
 
 namespace {
 
@@ -104,6 +106,41 @@ TEST_F(OnWaylandTheViewer, AnswersOnlyWhatHeHasSeen)
     display().settledPicture();
     display().key("Return");
     EXPECT_TRUE(endedByViewer(true));
+}
+
+/// On a compositor whose screen can change its size, and which has no keyboard.
+class OnWaylandTheScreen : public tv::TvTest { };
+
+TEST_F(OnWaylandTheScreen, MayGetAnotherSizeWithAPopupUp)
+{
+    if (geteuid() == 0 && !tv::TvBox::mayMount())
+        GTEST_SKIP() << "the compositor refuses to run as root, which nobody may be another than here";
+    const tv::Sway sway(box);
+    ASSERT_TRUE(box.start());
+    tv::Card card = tv::kPinRequest.card;
+    card.focus.clear();
+    const auto showPin = [&] {
+        ASSERT_TRUE(box.request(tv::kPinRequest.method, tv::kPinRequest.texts));
+        ASSERT_TRUE(box.shows({card}));
+    };
+    const auto digitsOf = [](const tv::Picture& picture) {
+        return static_cast<double>(picture.count(tv::kPinColour));
+    };
+    const auto comesTo = [&](double digits) {
+        return waitUntil([&] { return std::abs(digitsOf(sway.picture()) - digits) < digits / 2; });
+    };
+    showPin();
+    const double digits = digitsOf(sway.settledPicture());
+    EXPECT_GT(digits, 200);
+    sway.resize(800, 600);
+    constexpr double kSmaller = 800.0 / 1920 * 800 / 1920;
+    EXPECT_TRUE(comesTo(digits * kSmaller)) << "not scaled, or over the edge";
+    const tv::Picture small = sway.settledPicture();
+    showPin();
+    EXPECT_LE(sway.settledPicture().differences(small), tv::kTimePasses) << "a later one is another";
+    sway.resize(1920, 1080);
+    EXPECT_TRUE(comesTo(digits));
+    EXPECT_TRUE(box.ends());
 }
 
 } // namespace

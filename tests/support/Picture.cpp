@@ -6,6 +6,7 @@
 #include "Folders.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <numeric>
@@ -44,6 +45,29 @@ Picture readWindowDump(const std::filesystem::path& file, const Geometry& screen
         const bool isSeen =
             i % 1920 < static_cast<size_t>(screen.width) && i / 1920 < static_cast<size_t>(screen.height);
         picture.pixels[i] &= isSeen ? 0xFFFFFF : 0; // the fourth byte says nothing
+    }
+    return picture;
+}
+
+Picture readPixmap(const std::filesystem::path& file)
+{
+    const std::string data = readFile(file);
+    size_t width = 0;
+    size_t height = 0;
+    int start = 0;
+    const bool isKnown = std::sscanf(data.c_str(), "P6 %zu %zu 255%*1[\n]%n", &width, &height, &start) == 2;
+    constexpr size_t kWidth = 1920;
+    constexpr size_t kHeight = 1080;
+    const auto begin = static_cast<size_t>(start);
+    if (!isKnown || start == 0 || width > kWidth || height > kHeight
+        || data.size() < begin + width * height * 3)
+        throw std::runtime_error("no pixmap of a screen: " + file.string());
+    Picture picture;
+    for (size_t i = 0; i < width * height; ++i) {
+        const auto byte = [&](size_t k) {
+            return uint32_t {static_cast<unsigned char>(data[begin + 3 * i + k])};
+        };
+        picture.pixels[i / width * kWidth + i % width] = byte(0) << 16U | byte(1) << 8U | byte(2);
     }
     return picture;
 }

@@ -39,6 +39,11 @@ struct Picture {
 /// @throws std::runtime_error for one that is too short
 Picture readWindowDump(const std::filesystem::path& file, const Geometry& screen);
 
+/// Reads a portable pixmap, three bytes a pixel, of at most the size of a Picture; what lies beside it is
+/// black.
+/// @throws std::runtime_error for one that is too short or too large
+Picture readPixmap(const std::filesystem::path& file);
+
 } // namespace tv
 
 #endif
