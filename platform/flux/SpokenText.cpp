@@ -49,15 +49,21 @@ bool isUnspoken(gunichar c)
         || (c >= 0x2066 && c <= 0x2069) || c == kWordJoiner;
 }
 
+/// @return the first character, 0 for NUL and where the bytes are none
+gunichar validCharacter(std::string_view text)
+{
+    const gunichar c = g_utf8_get_char_validated(text.data(), static_cast<gssize>(text.size()));
+    return c != static_cast<gunichar>(-1) && c != static_cast<gunichar>(-2) ? c : 0;
+}
+
 /// Calls @p take with each character of @p text, and the bytes that it is.
 template <typename Take>
 void forEachCharacter(std::string_view text, const Take& take)
 {
     while (!text.empty()) {
-        const gunichar c = g_utf8_get_char_validated(text.data(), static_cast<gssize>(text.size()));
-        const bool isValid = c != static_cast<gunichar>(-1) && c != static_cast<gunichar>(-2) && c != 0;
-        const size_t length = isValid ? static_cast<size_t>(g_unichar_to_utf8(c, nullptr)) : 1;
-        if (isValid)
+        const gunichar c = validCharacter(text);
+        const size_t length = c != 0 ? static_cast<size_t>(g_unichar_to_utf8(c, nullptr)) : 1;
+        if (c != 0)
             take(c, text.substr(0, length));
         text.remove_prefix(length);
     }
@@ -76,12 +82,14 @@ void closeGaps(std::string& line)
 /// @return whether a speech service makes a pause behind @p part, or should make none
 bool endsItself(const std::string& part)
 {
-    gunichar last = 0;
-    forEachCharacter(part, [&](gunichar c, std::string_view) {
-        if (!isUnspoken(c) && kClosing.find(c) == std::u32string_view::npos)
-            last = c;
-    });
-    return kEnds.find(last) != std::u32string_view::npos;
+    const char* const begin = part.c_str();
+    const char* const end = begin + part.size();
+    for (const char* at = end; (at = g_utf8_find_prev_char(begin, at)) != nullptr;) {
+        const gunichar c = validCharacter({at, static_cast<size_t>(end - at)});
+        if (c != 0 && !isUnspoken(c) && kClosing.find(c) == std::u32string_view::npos)
+            return kEnds.find(c) != std::u32string_view::npos;
+    }
+    return false;
 }
 
 } // namespace

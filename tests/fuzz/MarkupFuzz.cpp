@@ -14,6 +14,8 @@
 
 namespace {
 
+using orbis::flux::Pieces;
+using orbis::flux::piecesOf;
 using orbis::flux::TextColours;
 
 constexpr size_t kMostCharacters = 600;
@@ -69,10 +71,10 @@ void check(const std::string& text, const TextColours& colours)
 }
 
 /// @return what @p markup says: without tags, blanks, marks on letters and what is not drawn
-std::string sayingOf(const std::string& markup)
+std::string sayingOf(const Pieces& pieces)
 {
     std::string saying;
-    for (const orbis::flux::Piece& piece : orbis::flux::piecesOf(markup)) {
+    for (const orbis::flux::Piece& piece : pieces) {
         const GUnicodeType type = g_unichar_type(piece.character);
         const bool isSilent = piece.isTag() || piece.isPiledMark() || type == G_UNICODE_FORMAT
             || g_unichar_isspace(piece.character) || piece.character == 0x00a0;
@@ -81,10 +83,10 @@ std::string sayingOf(const std::string& markup)
     return saying;
 }
 
-bool isEachLineEven(const std::string& markup)
+bool isEachLineEven(const Pieces& pieces)
 {
     int depth = 0;
-    for (const orbis::flux::Piece& piece : orbis::flux::piecesOf(markup)) {
+    for (const orbis::flux::Piece& piece : pieces) {
         depth += piece.beginsIsolate() ? 1 : piece.endsIsolate() ? -1 : 0;
         if (depth < 0 || depth > 1 || (piece.endsLine() && depth > 0))
             return false;
@@ -97,7 +99,8 @@ void checkSet(const std::string& shown, const std::string& set)
     // What is left out between bytes may leave a character, and between characters an entity.
     if (!fuzz::isUtf8(shown) || shown.find('&') != std::string::npos)
         return;
-    fuzz::demand(sayingOf(set) == sayingOf(shown), "it says the same when it is set", set);
+    fuzz::demand(
+        sayingOf(piecesOf(set)) == sayingOf(piecesOf(shown)), "it says the same when it is set", set);
     fuzz::demand(fuzz::isUtf8(set), "characters stay whole when it is set", set);
 }
 
@@ -105,14 +108,18 @@ void checkShortened(const std::string& set)
 {
     const orbis::flux::Shortening shortening {set};
     const std::string ellipsis = "…";
-    const std::string all = sayingOf(set);
+    const Pieces whole = piecesOf(set);
+    const std::string all = sayingOf(whole);
+    const bool isEven = isEachLineEven(whole);
+    const bool isUtf8 = fuzz::isUtf8(set);
     for (size_t count = shortening.most(); count > 0; count /= 2) {
         const std::string shortened = shortening.without(count);
-        const std::string saying = sayingOf(shortened);
+        const Pieces pieces = piecesOf(shortened);
+        const std::string saying = sayingOf(pieces);
         fuzz::demand(saying.size() <= all.size() + ellipsis.size(), "it is no longer", shortened);
-        fuzz::demand(!fuzz::isUtf8(set) || fuzz::isUtf8(shortened), "characters stay whole", shortened);
+        fuzz::demand(!isUtf8 || fuzz::isUtf8(shortened), "characters stay whole", shortened);
         fuzz::demand(shortened.find(ellipsis) != std::string::npos, "an ellipsis is there", shortened);
-        fuzz::demand(isEachLineEven(shortened) || !isEachLineEven(set), "isolates stay even", shortened);
+        fuzz::demand(isEachLineEven(pieces) || !isEven, "isolates stay even", shortened);
         if (count == shortening.most())
             fuzz::demand(saying == ellipsis, "all of it can be left out", shortened);
     }
@@ -124,7 +131,7 @@ void checkDrawn(const std::string& shown)
     for (const Lines lines : {Lines::One, Lines::Many}) {
         const std::string set = orbis::flux::typeset(shown, lines);
         checkSet(shown, set);
-        fuzz::demand(isEachLineEven(set), "each line has even isolates", set);
+        fuzz::demand(isEachLineEven(piecesOf(set)), "each line has even isolates", set);
         if (lines == Lines::One)
             fuzz::demand(set.find("<br") == std::string::npos, "one line is one", set);
         checkShortened(set);
