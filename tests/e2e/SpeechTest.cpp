@@ -145,13 +145,6 @@ protected:
         box.setVariable("ORBIS_SPEECH_LOG", "");
         box.setVariable("SPEECHD_ADDRESS", "unix_socket:" + m_socket);
         box.setVariable("SPEECHD_CMD", (box.folders.root() / "no-service").string());
-#ifdef __SANITIZE_ADDRESS__
-        // The library never frees what it says of starting the service; only a whole stack tells whose it is.
-        const auto file = box.folders.root() / "leaks";
-        tv::writeFile(file, "leak:spd_open2\n");
-        box.setVariable("LSAN_OPTIONS", "suppressions=" + file.string() + ":print_suppressions=0");
-        box.setVariable("ASAN_OPTIONS", "fast_unwind_on_malloc=0:verify_asan_link_order=0");
-#endif
         ASSERT_TRUE(box.settings.setInt(tv::kScreenReader, 1));
     }
 

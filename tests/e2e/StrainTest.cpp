@@ -100,6 +100,10 @@ protected:
 
 TEST_F(WithLittleLeft, ItCostsNoMoreThanTheRequestsOfThatTime)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizers look at an object's type through a pipe, and need more addresses than "
+                    "any bound leaves";
+#endif
     ASSERT_TRUE(box.start());
     ASSERT_TRUE(box.show(tv::kPinRequest));
     const auto open = std::distance(
@@ -112,7 +116,6 @@ TEST_F(WithLittleLeft, ItCostsNoMoreThanTheRequestsOfThatTime)
     ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"tnc"})"));
     EXPECT_TRUE(box.shows({tv::kTermsCard}));
 
-#ifndef __SANITIZE_ADDRESS__ // which needs more addresses than any bound leaves
     rlim_t pages = 0;
     std::ifstream(process() / "statm") >> pages;
     ASSERT_TRUE(lives(RLIMIT_AS, pages * 4096 + (rlim_t {24} << 20), [&] {
@@ -120,7 +123,6 @@ TEST_F(WithLittleLeft, ItCostsNoMoreThanTheRequestsOfThatTime)
         EXPECT_TRUE(
             box.settings.setText(tv::kRequest, R"({"page":"pin","pin":"1","mobilename":")" + huge + "\"}"));
     })) << "no memory was left for a value";
-#endif
     ASSERT_TRUE(box.show(tv::kPinRequest));
     EXPECT_TRUE(box.press({"Return"}));
     EXPECT_TRUE(endedByViewer(true));
