@@ -84,6 +84,7 @@ private:
     CTesselUI();
     ~CTesselUI();
 
+    static void connectAhead();
     void makeClient();
     bool startAgain();
     void serveRequest(const char* function);

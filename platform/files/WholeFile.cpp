@@ -135,7 +135,7 @@ std::string faultOfInstalledFile(const std::string& path, size_t size, const cha
     if (!bytes)
         return g_strerror(errno);
     const base::GStr found {g_compute_checksum_for_data(
-        G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes->data()), bytes->size())};
+        G_CHECKSUM_MD5, reinterpret_cast<const guchar*>(bytes->data()), bytes->size())};
     return found && std::string_view {found.get()} == digest
         ? ""
         : "it is damaged, or not the one that belongs to this library";

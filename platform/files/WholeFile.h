@@ -57,7 +57,7 @@ std::optional<std::string> readInstalledFile(const std::string& path, size_t lim
 
 /// Some files are read by libraries that trust what they find: only the very bytes count that were there when
 /// this was built.
-/// @param digest  SHA-256, in small hexadecimal letters
+/// @param digest  MD5, in small hexadecimal letters: against damage, and a launch waits for it
 /// @return what is wrong with the installed file, or ""
 std::string faultOfInstalledFile(const std::string& path, size_t size, const char* digest);
 

@@ -17,6 +17,16 @@
 
 namespace TesselUI {
 
+/// The bus library connects in a thread of its own while the window is made. Nothing is said of how that
+/// ends: the client asks for the same connection, and waits for what is left.
+void CTesselUI::connectAhead()
+{
+    const auto done = [](GObject*, GAsyncResult* result, gpointer) {
+        const base::GObjectPtr<GDBusConnection> shared {g_bus_get_finish(result, nullptr)};
+    };
+    g_bus_get(G_BUS_TYPE_SYSTEM, nullptr, done, nullptr);
+}
+
 void CTesselUI::makeClient()
 {
     delete std::exchange(m_pDbusClient, new TesselDbusClient(this));

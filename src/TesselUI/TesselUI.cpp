@@ -77,6 +77,7 @@ void CTesselUI::destroyInstance()
 void CTesselUI::createWin()
 {
     LOGI("START");
+    connectAhead();
     m_pUIManager = std::make_shared<UIManager>();
     m_pUIManager->createWindow();
     makeClient();
