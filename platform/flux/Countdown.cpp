@@ -3,6 +3,7 @@
 
 #include "flux/Countdown.h"
 
+#include "flux/FocusStack.h"
 #include "flux/WindowHost.h"
 #include "flux/WindowSystem.h"
 
@@ -55,6 +56,72 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
     edje_object_message_signal_process(elm_layout_edje_get(popup));
 }
 
+/// @return where a part of the popup is on the window; empty while it is not shown
+Area areaOf(const Evas_Object* edje, const char* part)
+{
+    const Evas_Object* object = edje_object_part_object_get(edje, part);
+    if (!object || !evas_object_visible_get(object))
+        return {};
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(object, &x, &y, &width, &height);
+    return {x, y, x + width, y + height};
+}
+
+/// What the line has given up, and a part of the same size that it gave up before.
+struct Step {
+    Area gone;
+    Area like; ///< empty when there is none
+};
+
+Step stepOf(const Evas_Object* edje, const Area& before)
+{
+    const Area now = areaOf(edje, "time_line");
+    const Area whole = areaOf(edje, "hairline");
+    if (now.isEmpty() || now.top != before.top || now.bottom != before.bottom)
+        return {};
+    Step step {now, now};
+    if (now.left == before.left && now.right < before.right) {
+        step.gone.left = now.right;
+        step.gone.right = before.right;
+        step.like.left = before.right;
+        step.like.right = before.right + before.right - now.right;
+    } else if (now.right == before.right && now.left > before.left) {
+        step.gone.left = before.left;
+        step.gone.right = now.left;
+        step.like.right = before.left;
+        step.like.left = before.left - (now.left - before.left);
+    } else {
+        return {};
+    }
+    if (step.like.left < whole.left || step.like.right > whole.right)
+        step.like = {};
+    return step;
+}
+
+/// @return whether nothing but the popup is to be seen there
+bool isBare(const Evas_Object* popup, const Area& part)
+{
+    if (FocusStack::instance().top() != popup)
+        return false;
+    const auto covers = [&part](const Evas_Object* object) {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+        evas_object_geometry_get(object, &x, &y, &width, &height);
+        return evas_object_visible_get(object) && !part.cutTo({x, y, x + width, y + height}).isEmpty();
+    };
+    for (const Evas_Object* above = evas_object_above_get(popup); above;
+         above = evas_object_above_get(above)) {
+        if (covers(above))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 void followCountdown(PopupRecord& record)
@@ -67,17 +134,26 @@ void drawCountdown(Evas_Object* popup, const char* emission)
     if (!emission || std::string_view {emission}.substr(0, kSignal.size()) != kSignal
         || !recordOf<PopupRecord>(popup))
         return;
+    Evas* canvas = evas_object_evas_get(popup);
     Evas_Object* edje = elm_layout_edje_get(popup);
+    const Area before = areaOf(edje, "time_line");
+    const bool isDrawn = !evas_changed_get(canvas); // nothing but the line will have changed
     edje_object_message_signal_process(edje); // the signal
     edje_object_message_signal_process(edje); // and what it told the theme
     auto* record = recordOf<PopupRecord>(popup);
     if (!record || !std::exchange(record->isTimeMoved, false))
         return;
-    Evas* canvas = evas_object_evas_get(popup);
     // A window that has a shape instead of transparency is more than its picture.
     const bool isPlain = isX11(record->window) && ecore_evas_alpha_get(ecore_evas_ecore_evas_get(canvas));
-    if (isPlain && evas_object_visible_get(record->window))
+    if (!isPlain || !evas_object_visible_get(record->window))
+        return;
+    const Step step = stepOf(edje, before);
+    if (!isDrawn || step.like.isEmpty() || !isBare(popup, step.gone.with(step.like))) {
         evas_render(canvas);
+        return;
+    }
+    evas_norender(canvas);
+    copyWithin(record->window, step.like, step.gone);
 }
 
 } // namespace orbis::flux

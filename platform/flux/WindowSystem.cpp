@@ -95,6 +95,20 @@ void clearToBackground(const Evas_Object* window, const Area& area)
             False);
 }
 
+void copyWithin(const Evas_Object* window, const Area& from, const Area& to)
+{
+    Display* display = displayOf();
+    const Ecore_X_Window target = elm_win_xwindow_get(window);
+    XGCValues values {};
+    values.graphics_exposures = False;
+    const GC context = XCreateGC(display, target, GCGraphicsExposures, &values);
+    XCopyArea(display, target, target, context, from.left, from.top,
+        static_cast<unsigned>(to.right - to.left), static_cast<unsigned>(to.bottom - to.top), to.left,
+        to.top);
+    XFreeGC(display, context);
+    ecore_x_flush();
+}
+
 /// What the compositor's answer reaches: it may come after the mark's owner is gone.
 struct DrawnMark::Ticket {
     static void on_done(void* data, wl_callback* callback, uint32_t)

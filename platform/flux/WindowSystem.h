@@ -27,6 +27,10 @@ void setBackground(const Evas_Object* window, const Tint& colour);
 /// Has the X server fill a part of a window again, without asking anybody to draw there.
 void clearToBackground(const Evas_Object* window, const Area& area);
 
+/// Has the X server draw in a part of a window what it has in another of the same size, which is on the
+/// screen. Nothing is answered, where a picture of the toolkit's waits for the server.
+void copyWithin(const Evas_Object* window, const Area& from, const Area& to);
+
 /// Tells when the window system has taken in what was drawn: everything that it reported before the answer,
 /// keys and clicks among it, happened before. The order of events on one connection says so, and no clock is
 /// compared. Main loop only; lives no longer than its window.

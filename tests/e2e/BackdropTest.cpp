@@ -67,6 +67,25 @@ protected:
     int m_compositor = 0;
 };
 
+/// The X server draws its steps with what it has beside them.
+TEST_F(AFilm, SeesTheLineOfTheTimeLeftGrowShorter)
+{
+    constexpr uint32_t kLine = 0x2E97C4;
+    constexpr uint32_t kBelow = 0x3A4658;
+    constexpr int kWhole = 60;
+    constexpr int kLeft = 55;
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.show(tv::kPinRequest));
+    const tv::Picture first = display().picture();
+    const size_t all = first.count(kLine) + first.count(kBelow);
+    const std::string tick = "++PBC Timer Entered [" + std::to_string(kLeft) + "]";
+    ASSERT_TRUE(tv::waitUntil([&] { return box.program->logged(tick); }));
+    const tv::Picture later = display().picture();
+    const double step = static_cast<double>(all) / kWhole;
+    EXPECT_NEAR(static_cast<double>(later.count(kLine)), step * kLeft, 2 * step);
+    EXPECT_NEAR(static_cast<double>(later.count(kLine) + later.count(kBelow)), static_cast<double>(all), 1);
+}
+
 TEST_F(AFilm, IsDimmedEvenlyBehindEveryPopup)
 {
     constexpr int kDimmed = 0x80 * (255 - 158) / 255;
