@@ -16,6 +16,7 @@ struct Settings {
 /// Each prints its tables on standard output. @return the process's exit status
 int compare(const Settings& settings);
 int kinds(const Settings& settings);
+int weston(const Settings& settings);
 int soak(const Settings& settings);
 
 } // namespace bench

@@ -86,23 +86,15 @@ void measureRound(Contestant& one, Screen& screen)
     measurePicture(one, screen);
 }
 
-double wakeUpsASecond(const Peer& peer, int runs)
-{
-    const double seconds = std::min(5, runs);
-    const long before = figuresOf(peer.process()).wakeUps;
-    g_usleep(static_cast<gulong>(seconds * G_USEC_PER_SEC));
-    return static_cast<double>(std::max(0L, figuresOf(peer.process()).wakeUps - before))
-        / seconds; // a thread may end
-}
-
 void measureRest(Contestant& one, Screen& screen, int runs)
 {
-    one.wakeUpsHidden = wakeUpsASecond(one.peer, runs);
+    const double seconds = std::min(5, runs);
+    one.wakeUpsHidden = wakeUpsASecond(one.peer.process(), seconds);
     const double hidden = proportionalMiB(one.peer.process());
     one.peer.show();
     screen.observe(1.0);
     one.memory = std::max(hidden, proportionalMiB(one.peer.process()));
-    one.wakeUps = wakeUpsASecond(one.peer, runs);
+    one.wakeUps = wakeUpsASecond(one.peer.process(), seconds);
     one.peer.hide();
 }
 

@@ -8,7 +8,9 @@
 #include <csignal>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace bench {
 
@@ -59,12 +61,14 @@ double Peer::start()
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     GError* error = nullptr;
+    const int errors = open(
+        m_errors.empty() ? "/dev/null" : m_errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     const double begin = now();
-    if (!g_spawn_async(nullptr, arguments.data(), nullptr,
-            static_cast<GSpawnFlags>(
-                G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_STDERR_TO_DEV_NULL),
-            nullptr, nullptr, &m_process, &error))
+    if (!g_spawn_async_with_fds(nullptr, arguments.data(), nullptr,
+            static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD), nullptr, nullptr,
+            &m_process, -1, -1, errors, &error))
         fail(error->message);
+    close(errors);
     waitUntil(
         [this] { return m_traits.isReady ? m_traits.isReady() : m_hasName; }, m_traits.title + " starts");
     const double took = now() - begin;

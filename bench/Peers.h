@@ -38,6 +38,8 @@ public:
     /// Starts it. @return seconds until it could be used
     double start();
     void stop();
+    /// What it says on standard error goes into a file that is made when it starts; "" for nowhere.
+    void keepErrors(const std::string& file) { m_errors = file; }
     /// @return seconds until the answer
     double show();
     /// The same without waiting for an answer.
@@ -60,6 +62,7 @@ private:
     guint m_watch;
     bool m_hasName = false;
     bool m_isAnswered = true;
+    std::string m_errors;
     pid_t m_process = 0;
 };
 

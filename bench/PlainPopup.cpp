@@ -41,7 +41,8 @@ Eldbus_Message* hide(const Eldbus_Service_Interface*, const Eldbus_Message* mess
 {
     evas_object_del(s_popup);
     s_popup = nullptr;
-    evas_object_hide(s_window);
+    if (!elm_win_wl_window_get(s_window)) // the toolkit could not show it again
+        evas_object_hide(s_window);
     return eldbus_message_method_return_new(message);
 }
 
@@ -63,6 +64,8 @@ EAPI_MAIN int elm_main(int, char**)
     int height = 0;
     elm_win_screen_size_get(s_window, nullptr, nullptr, &width, &height);
     evas_object_resize(s_window, width, height);
+    if (elm_win_wl_window_get(s_window)) // which does not tell that size yet
+        elm_win_maximized_set(s_window, EINA_TRUE);
     Eldbus_Connection* bus = eldbus_connection_get(ELDBUS_CONNECTION_TYPE_SYSTEM);
     const Eldbus_Service_Interface_Desc description {kName, kMethods, nullptr, nullptr, nullptr, nullptr};
     eldbus_service_interface_register(bus, kPath, &description);

@@ -3,6 +3,9 @@
 
 #include "ProcessFigures.h"
 
+#include <glib.h>
+
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -78,6 +81,13 @@ ProcessFigures figuresOf(pid_t process)
         clock_gettime(clock, &time);
     return {static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / kNanoseconds,
         pageFaultsOf(process), wakeUpsOf(process)};
+}
+
+double wakeUpsASecond(pid_t process, double seconds)
+{
+    const long before = wakeUpsOf(process);
+    g_usleep(static_cast<gulong>(seconds * G_USEC_PER_SEC));
+    return static_cast<double>(std::max(0L, wakeUpsOf(process) - before)) / seconds; // a thread may end
 }
 
 double proportionalMiB(pid_t process)

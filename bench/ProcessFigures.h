@@ -16,6 +16,8 @@ struct ProcessFigures {
 
 /// @return all zero for a process that has gone
 ProcessFigures figuresOf(pid_t process);
+/// Looks on for so long.
+double wakeUpsASecond(pid_t process, double seconds);
 double proportionalMiB(pid_t process);
 /// @return what it shares with nobody: other programs that use the same libraries do not change it
 double ownMiB(pid_t process);

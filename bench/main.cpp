@@ -14,6 +14,7 @@ constexpr const char* kCommands =
     "Commands:\n"
     "  compare  the program beside a plain popup and a notification daemon\n"
     "  kinds    what each kind of popup costs\n"
+    "  weston   beside the plain popup as clients of a Wayland compositor\n"
     "  soak     what many popups leave behind\n\n"
     "The display, the bus and the folders are those of the environment; scripts/bench\n"
     "makes them.";
@@ -39,6 +40,8 @@ int main(int argc, char** argv)
         return bench::compare(settings);
     if (rest->front() == "kinds")
         return bench::kinds(settings);
+    if (rest->front() == "weston")
+        return bench::weston(settings);
     if (rest->front() == "soak")
         return bench::soak(settings);
     return line.wrongUsage("no command: " + rest->front());
