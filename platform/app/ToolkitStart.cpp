@@ -42,8 +42,8 @@ bool startLoop()
     // A popup is drawn once or twice: scaled copies of its shadow and edge would be two megabytes for
     // nothing.
     setenv("EVAS_SCALECACHE_MIN_USES", "1000000", 0);
-    // Motions are timed by the loop. To be told when a screen begins a picture, the toolkit would look for
-    // the graphics driver's libraries in 90 folders, and have a thread where it finds them.
+    // The loop times motions, with as few pictures as it is asked for; a graphics driver would have a thread
+    // that tells of each picture of the screen.
     setenv("ECORE_NO_VSYNC", "1", 0);
     chooseFonts();
     return loop::start();
