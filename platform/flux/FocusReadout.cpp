@@ -25,6 +25,7 @@ constexpr int kWarning = 10;
 std::vector<std::string> spokenOf(const std::vector<SpokenPart>& parts)
 {
     std::vector<std::string> spoken;
+    spoken.reserve(parts.size());
     for (const SpokenPart& part : parts)
         spoken.push_back(part.spoken);
     return spoken;
