@@ -21,6 +21,12 @@ using Names = std::vector<std::string>;
 
 constexpr int kDisplayLost = 3;
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kIsTimed = false; // the search for leaks comes after the end, and takes longer than it
+#else
+constexpr bool kIsTimed = true;
+#endif
+
 class AnEnd : public tv::TvTest {
 protected:
     /// @return the files that are there only while the program runs
@@ -53,14 +59,15 @@ protected:
             box.program->signal(signal);
             EXPECT_TRUE(box.program->endsWith(0));
             const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-            EXPECT_LT(took.count(), 3) << "the limit for a process that a busy machine keeps from working";
+            EXPECT_TRUE(!kIsTimed || took.count() < 3)
+                << took.count() << " s; the limit for a process that a busy machine keeps from working";
             quickest = std::min(quickest, took);
             display().signal(SIGCONT);
             bus().goOn();
             box.daemon->behave(tv::kWilling);
             EXPECT_EQ(traces(), Names {});
         }
-        EXPECT_LT(quickest.count(), 1);
+        EXPECT_TRUE(!kIsTimed || quickest.count() < 1) << quickest.count() << " s";
     }
 
     /// Launches the program. @return whether it comes to where it asks for its display
