@@ -38,8 +38,9 @@ show_pin() {
         ShowPinPopup ss "Anna's phone" 0427
 }
 
+# Between its end and what is made of that, the unit is active with no process.
 runs_again() {
-    is ActiveState active && ! is MainPID "$pid"
+    is ActiveState active && ! is MainPID "$pid" && ! is MainPID 0
 }
 
 systemctl start dbus.socket
