@@ -4,6 +4,7 @@
 #include "flux/Countdown.h"
 
 #include "flux/FocusStack.h"
+#include "flux/Outline.h"
 #include "flux/WindowHost.h"
 #include "flux/WindowSystem.h"
 
@@ -60,14 +61,7 @@ void on_countdown(void* data, Evas_Object* popup, const char* emission, const ch
 Area areaOf(const Evas_Object* edje, const char* part)
 {
     const Evas_Object* object = edje_object_part_object_get(edje, part);
-    if (!object || !evas_object_visible_get(object))
-        return {};
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    evas_object_geometry_get(object, &x, &y, &width, &height);
-    return {x, y, x + width, y + height};
+    return object && evas_object_visible_get(object) ? placeOf(object) : Area {};
 }
 
 /// What the line has given up, and a part of the same size that it gave up before.
@@ -107,12 +101,7 @@ bool isBare(const Evas_Object* popup, const Area& part)
     if (FocusStack::instance().top() != popup)
         return false;
     const auto covers = [&part](const Evas_Object* object) {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-        evas_object_geometry_get(object, &x, &y, &width, &height);
-        return evas_object_visible_get(object) && !part.cutTo({x, y, x + width, y + height}).isEmpty();
+        return evas_object_visible_get(object) && !part.cutTo(placeOf(object)).isEmpty();
     };
     for (const Evas_Object* above = evas_object_above_get(popup); above;
          above = evas_object_above_get(above)) {

@@ -27,16 +27,6 @@ Tint colourOf(const Evas_Object* object)
     return tint;
 }
 
-Area placeOf(const Evas_Object* object)
-{
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    evas_object_geometry_get(object, &x, &y, &width, &height);
-    return {x, y, x + width, y + height};
-}
-
 Tint over(const Tint& below, const Tint& above)
 {
     const int through = kWhole - above.alpha;
@@ -138,6 +128,16 @@ bool isLeaf(const Evas_Object* object)
         "rectangle", "image", "text", "textblock", "vectors", "textgrid", "polygon", "line"};
     return std::find(std::begin(kLeaves), std::end(kLeaves), evas_object_type_get(object))
         != std::end(kLeaves);
+}
+
+Area placeOf(const Evas_Object* object)
+{
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    evas_object_geometry_get(object, &x, &y, &width, &height);
+    return {x, y, x + width, y + height};
 }
 
 Area wholeOf(const Evas* canvas)

@@ -50,6 +50,9 @@ struct Outline {
 ///         such a one is asked for what it is made of.
 bool isLeaf(const Evas_Object* object);
 
+/// @return where the object is
+Area placeOf(const Evas_Object* object);
+
 Area wholeOf(const Evas* canvas);
 
 /// The next picture draws all that is there, changed or not.
