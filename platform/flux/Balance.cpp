@@ -32,8 +32,7 @@ int balancingMargin(const TextboxRecord& record, const std::string& markup, int 
     evas_object_geometry_get(record.object, nullptr, nullptr, &all, nullptr);
     if (!wraps(record) || !isCentred(record) || all <= 0)
         return 0;
-    TextMeasure measure {record};
-    measure.breakBetweenWords();
+    TextMeasure measure {record, TextMeasure::Breaks::BetweenWords};
     measure.setSize(size);
     const int height = measure.of(markup, all).height;
     if (!hasStump(measure.text()))

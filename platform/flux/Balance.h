@@ -5,6 +5,7 @@
 #pragma once
 
 #include <Evas.h>
+
 #include <string>
 
 namespace orbis::flux {
@@ -16,9 +17,8 @@ bool hasStump(const Evas_Object* textblock);
 
 /// @param markup  what is drawn
 /// @param size    of its letters; 0 for its group's own
-/// @return what stays free at either side, pixels, so that the words of the text spread over its lines; 0
-/// where
-///         they do, or where that would break a word or take another line
+/// @return what stays free at either side, pixels, so that the words of the text spread over its lines.
+///         0 where it has no stump, or where that would break a word or take another line
 int balancingMargin(const TextboxRecord& record, const std::string& markup, int size);
 
 } // namespace orbis::flux

@@ -100,12 +100,9 @@ bool isBare(const Evas_Object* popup, const Area& part)
 {
     if (FocusStack::instance().top() != popup)
         return false;
-    const auto covers = [&part](const Evas_Object* object) {
-        return evas_object_visible_get(object) && !part.cutTo(placeOf(object)).isEmpty();
-    };
     for (const Evas_Object* above = evas_object_above_get(popup); above;
          above = evas_object_above_get(above)) {
-        if (covers(above))
+        if (evas_object_visible_get(above) && !part.cutTo(placeOf(above)).isEmpty())
             return false;
     }
     return true;

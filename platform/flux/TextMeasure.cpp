@@ -21,9 +21,11 @@ double scaleOf(const Evas_Object* edje)
 
 } // namespace
 
-TextMeasure::TextMeasure(const TextboxRecord& record)
+TextMeasure::TextMeasure(const TextboxRecord& record, Breaks breaks)
     : m_style(styleOf(record))
 {
+    if (breaks == Breaks::BetweenWords)
+        m_style += " wrap=word"; // the last one counts
     const Evas_Object* edje = elm_layout_edje_get(record.object);
     const Evas_Object* shown = edje_object_part_object_get(edje, TextboxRecord::kPart);
     const Evas_Textblock_Style* group = shown ? evas_object_textblock_style_get(shown) : nullptr;
@@ -39,19 +41,12 @@ TextMeasure::TextMeasure(const TextboxRecord& record)
 
 void TextMeasure::setSize(int size)
 {
-    m_size = size;
     if (!m_text)
         return;
     const base::TextblockStylePtr own {evas_textblock_style_new()};
     evas_textblock_style_set(own.get(), userStyle(m_style, {size, 0}).c_str());
     evas_object_textblock_style_user_pop(m_text.get());
     evas_object_textblock_style_user_push(m_text.get(), own.get());
-}
-
-void TextMeasure::breakBetweenWords()
-{
-    m_style += " wrap=word"; // the last one counts
-    setSize(m_size);
 }
 
 Extent TextMeasure::of(const std::string& markup, int width) const

@@ -22,13 +22,13 @@ struct Extent {
 /// A text in the style of a text box that is drawn nowhere.
 class TextMeasure {
 public:
-    explicit TextMeasure(const TextboxRecord& record);
+    enum class Breaks { AsInTheBox, BetweenWords };
+
+    /// @param breaks  where lines may break; between words even where a word is wider than a line
+    explicit TextMeasure(const TextboxRecord& record, Breaks breaks = Breaks::AsInTheBox);
 
     /// @param size  of the letters; 0 for the style's own
     void setSize(int size);
-
-    /// Lines break between words only, even where a word is wider than a line.
-    void breakBetweenWords();
 
     /// @return what @p markup takes, in pixels, when it is @p width wide
     Extent of(const std::string& markup, int width) const;
@@ -38,7 +38,6 @@ public:
 
 private:
     std::string m_style; ///< of the text box
-    int m_size = 0;
     base::ObjectPtr m_text;
 };
 
