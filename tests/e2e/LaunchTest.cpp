@@ -128,6 +128,8 @@ TEST_F(ALaunch, WaitsForAFirstThatIsBlockedAndIsThenServed)
         box.program->signal(signal);
         ASSERT_TRUE(oneServes(std::move(third)));
         EXPECT_EQ(box.program->pid() == first, signal == SIGCONT);
+        // The next round kills it: not while the window manager takes its window.
+        ASSERT_TRUE(waitUntil([&] { return display().visibleWindow(box.program->pid()).has_value(); }));
     }
 }
 

@@ -9,13 +9,6 @@
 
 namespace tv {
 
-namespace {
-
-/// A picture that stays the same this long is at rest; no motion on the screen is slower.
-constexpr Milliseconds kRest {250};
-
-} // namespace
-
 void Display::start()
 {
     m_manager.reset();
@@ -122,23 +115,6 @@ bool Display::givesKeysTo(const std::string& title) const
 Picture Display::picture() const
 {
     return readWindowDump(m_folders.root() / "Xvfb_screen0", m_screen);
-}
-
-Picture Display::settledPicture() const
-{
-    constexpr size_t kSpinner = size_t {104} * 104; // a spinner never rests
-    Picture still = picture();
-    Picture now = still;
-    auto since = std::chrono::steady_clock::now();
-    waitUntil([&] {
-        now = picture();
-        if (now.differences(still) > kSpinner) {
-            still = now;
-            since = std::chrono::steady_clock::now();
-        }
-        return std::chrono::steady_clock::now() - since >= kRest;
-    });
-    return now;
 }
 
 bool Display::waitForPicture(const std::function<bool(const Picture&)>& condition) const

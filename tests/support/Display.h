@@ -48,7 +48,10 @@ public:
 
     Picture picture() const;
     /// @return the picture once nothing but a spinner has changed for a moment
-    Picture settledPicture() const;
+    Picture settledPicture() const
+    {
+        return settled([this] { return picture(); });
+    }
     /// @return whether anything but the plain screen can be seen
     bool showsAnything() const { return picture() != m_plain; }
     bool waitForPicture(const std::function<bool(const Picture&)>& condition) const;

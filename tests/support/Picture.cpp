@@ -4,6 +4,7 @@
 #include "Picture.h"
 
 #include "Folders.h"
+#include "Wait.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -30,6 +31,24 @@ size_t Picture::differences(const Picture& other) const
 size_t Picture::count(uint32_t colour) const
 {
     return static_cast<size_t>(std::count(pixels.begin(), pixels.end(), colour));
+}
+
+Picture settled(const std::function<Picture()>& take)
+{
+    constexpr size_t kSpinner = size_t {104} * 104; // a spinner never rests
+    constexpr Milliseconds kRest {250}; // no motion on the screen is slower
+    Picture still = take();
+    Picture now = still;
+    auto since = std::chrono::steady_clock::now();
+    waitUntil([&] {
+        now = take();
+        if (now.differences(still) > kSpinner) {
+            still = now;
+            since = std::chrono::steady_clock::now();
+        }
+        return std::chrono::steady_clock::now() - since >= kRest;
+    });
+    return now;
 }
 
 Picture readWindowDump(const std::filesystem::path& file, const Geometry& screen)

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 namespace tv {
@@ -33,6 +34,10 @@ struct Picture {
     bool operator==(const Picture& other) const { return pixels == other.pixels; }
     bool operator!=(const Picture& other) const { return pixels != other.pixels; }
 };
+
+/// Takes pictures until nothing but a spinner has changed for a moment.
+/// @return the last one
+Picture settled(const std::function<Picture()>& take);
 
 /// Reads an X window dump of a whole screen, 32 bits a pixel, lowest byte first; what lies beside @p screen
 /// is black.

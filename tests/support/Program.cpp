@@ -49,13 +49,14 @@ std::vector<std::string> those(const std::vector<std::string>& lines, const Cond
 
 } // namespace
 
+/// An orderly end: the sanitizers look for leaks then, and a window whose owner is killed while openbox takes
+/// it stays in openbox's list for good, where the next program's window, which gets the same number, is
+/// found.
 Program::~Program()
 {
-#ifdef __SANITIZE_ADDRESS__
     signal(SIGCONT);
     signal(SIGTERM);
     waitForExit();
-#endif
     EXPECT_EQ(those(errors(),
                   [](auto& line) {
                       return hasOneOf(

@@ -19,8 +19,7 @@ namespace tv {
 class Program : public Process {
 public:
     using Process::Process;
-    /// What a sanitizer reported is a failure of the test. With one, a program that still runs is asked to
-    /// end first, because its leaks are looked for at its end.
+    /// Asks a program that still runs to end. What a sanitizer reported is a failure of the test.
     ~Program() override;
 
     /// @return all messages so far, in order

@@ -10,9 +10,6 @@ namespace tv {
 
 namespace {
 
-/// A picture that stays the same this long is at rest.
-constexpr Milliseconds kUnchanged {250};
-
 /// @return the command that gives the screen a size
 std::string modeOf(int width, int height)
 {
@@ -63,21 +60,6 @@ Picture Sway::picture() const
     const auto file = m_box.folders.root() / "sway.ppm";
     command({"grim", "-t", "ppm", file.string()});
     return readPixmap(file);
-}
-
-Picture Sway::settledPicture() const
-{
-    Picture still = picture();
-    auto since = std::chrono::steady_clock::now();
-    waitUntil([&] {
-        Picture now = picture();
-        if (now != still) {
-            still = std::move(now);
-            since = std::chrono::steady_clock::now();
-        }
-        return std::chrono::steady_clock::now() - since >= kUnchanged;
-    });
-    return still;
 }
 
 } // namespace tv

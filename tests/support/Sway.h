@@ -23,7 +23,10 @@ public:
     /// @return what the screen shows. @throws std::runtime_error
     Picture picture() const;
     /// @return the picture once nothing has changed for a moment
-    Picture settledPicture() const;
+    Picture settledPicture() const
+    {
+        return settled([this] { return picture(); });
+    }
 
 private:
     void command(const std::vector<std::string>& arguments) const;
