@@ -82,6 +82,36 @@ TEST_F(AFlood, CostsWithItsNumberIsServedInOrderAndLetsSettingsAndSignalsThrough
     EXPECT_TRUE(box.screenIsPlain());
 }
 
+class AClockThatIsSet : public tv::TvTest { };
+
+TEST_F(AClockThatIsSet, ChangesNeitherCountdownsNorWhatIsAskedForNext)
+{
+    constexpr std::chrono::hours kDay {24};
+    box.bringClock();
+    ASSERT_TRUE(box.start());
+    ASSERT_TRUE(box.show(tv::kPinRequest));
+    int left = 58;
+    for (const auto ahead : {400 * kDay, -400 * kDay}) {
+        const std::string tick = "++PBC Timer Entered [" + std::to_string(left--) + "]";
+        ASSERT_TRUE(box.program->waitForLog(tick));
+        box.setClock(ahead);
+        const auto from = std::chrono::steady_clock::now();
+        const std::string next = "++PBC Timer Entered [" + std::to_string(left--) + "]";
+        ASSERT_TRUE(box.program->waitForLog(next));
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - from;
+        EXPECT_GT(passed.count(), 0.5);
+        EXPECT_LT(passed.count(), 5) << "a second, on a busy machine";
+        EXPECT_EQ(box.program->count("++PBC Timer Entered *"), static_cast<size_t>(60 - left));
+    }
+    // Requests and the answer are files, with times of before and after.
+    ASSERT_TRUE(box.settings.setText(tv::kRequest, R"({"page":"tnc"})"));
+    EXPECT_TRUE(box.shows({tv::kTermsCard}));
+    box.setClock(kDay);
+    ASSERT_TRUE(box.show(tv::kPinRequest));
+    ASSERT_TRUE(box.press({"Return"}));
+    EXPECT_TRUE(endedByViewer(true));
+}
+
 class WithLittleLeft : public tv::TvTest {
 protected:
     std::filesystem::path process() const { return "/proc/" + std::to_string(box.program->pid()); }

@@ -4,6 +4,7 @@
 #include "TvBox.h"
 
 #include <cstdlib>
+#include <fstream>
 
 namespace tv {
 
@@ -18,6 +19,7 @@ TvBox::TvBox(const PrivateBus& bus, const Display& screen)
     : settings(folders)
     , display(screen)
     , m_busAddress(bus.address())
+    , m_preloaded(SCREEN_PROBE)
 {
     settings.setText(kLanguage, "en_US.UTF-8");
     settings.setText(kWizardMode, "FIRST_RUN");
@@ -71,11 +73,26 @@ void TvBox::mountFirst(const std::string& script)
     m_runner.insert(m_runner.end(), {script + " && exec \"$@\"", "mounts"});
 }
 
+void TvBox::bringClock()
+{
+    writeFile(m_clock, std::string(sizeof(int64_t), '\0'));
+    setVariable("CLOCK_SHIFT", m_clock.string());
+    m_preloaded += ":" CLOCK_SHIFT;
+}
+
+void TvBox::setClock(std::chrono::seconds ahead) const
+{
+    const int64_t seconds = ahead.count();
+    // In its place: the program looks at the file's memory.
+    std::fstream(m_clock, std::ios::in | std::ios::out | std::ios::binary)
+        .write(reinterpret_cast<const char*>(&seconds), sizeof seconds);
+}
+
 std::unique_ptr<Program> TvBox::launch(const std::vector<std::string>& arguments) const
 {
     std::vector<std::string> all = m_runner;
     // Only the program is looked into, not what it is run by.
-    all.insert(all.end(), {"env", "LD_PRELOAD=" SCREEN_PROBE, binary("tessel-ui")});
+    all.insert(all.end(), {"env", "LD_PRELOAD=" + m_preloaded, binary("tessel-ui")});
     all.insert(all.end(), arguments.begin(), arguments.end());
     return std::make_unique<Program>(all, environment());
 }

@@ -12,6 +12,7 @@
 #include "Program.h"
 #include "Screen.h"
 
+#include <chrono>
 #include <map>
 
 namespace tv {
@@ -54,6 +55,11 @@ public:
     static bool mayMount();
     /// The programs launched from now on see what this script of the shell mounts; nobody else does.
     void mountFirst(const std::string& script);
+
+    /// Gives the programs launched from now on a wall clock of their own.
+    void bringClock();
+    /// Sets it ahead of the machine's, from one moment to the next.
+    void setClock(std::chrono::seconds ahead) const;
 
     /// Starts a daemon in the place of the one that there is. @param options  of the simulator
     void bringDaemon(const std::vector<std::string>& options = {});
@@ -101,6 +107,8 @@ public:
 private:
     std::string m_busAddress;
     std::filesystem::path m_speechLog = folders.root() / "speech.log";
+    std::filesystem::path m_clock = folders.root() / "clock";
+    std::string m_preloaded; ///< into the program, separated by colons
     std::map<std::string, std::string> m_variables;
     std::vector<std::string> m_runner;
 };
