@@ -24,7 +24,8 @@ struct Contestant {
     Window window = 0;
     std::vector<int> probed {}; ///< rows of the window
     std::vector<unsigned> complete {}; ///< their pixels when all is drawn
-    Figures launch {}, reply {}, picture {}, processor {}, faults {};
+    Figures launch {}, launchProcessor {}, launchWaits {};
+    Figures reply {}, picture {}, processor {}, faults {};
     double memory = 0;
     double wakeUps = 0; ///< a second, with the popup up
     double wakeUpsHidden = 0;
@@ -34,6 +35,9 @@ void measureLaunch(Contestant& one, int runs)
 {
     for (int i = 0; i < runs; ++i) {
         one.launch.add(one.peer.start() * kMilli);
+        const ProcessFigures launched = figuresOf(one.peer.process());
+        one.launchProcessor.add(launched.processorSeconds * kMilli);
+        one.launchWaits.add(static_cast<double>(launched.wakeUps));
         one.peer.stop();
     }
     one.peer.start();
@@ -139,6 +143,10 @@ void print(const std::vector<Contestant>& all, const Screen& screen, int runs)
         [](const Contestant& one) -> const Figures& { return one.faults; });
     printRow("launch until it can be used", "ms", all,
         [](const Contestant& one) -> const Figures& { return one.launch; });
+    printRow("processor time of it", "ms", all,
+        [](const Contestant& one) -> const Figures& { return one.launchProcessor; });
+    printRow("waits of its threads", "number", all,
+        [](const Contestant& one) -> const Figures& { return one.launchWaits; });
     printNumbers(
         "memory (PSS), popup up or hidden, MiB", all, [](const Contestant& one) { return one.memory; });
     printNumbers("wake-ups a second, popup up", all, [](const Contestant& one) { return one.wakeUps; });
